@@ -1,0 +1,84 @@
+#pragma once
+
+#include "Models/Game.h"
+
+#include <QCoro/QCoroTask>
+#include <QObject>
+#include <memory>
+
+namespace ludarium {
+
+struct Host;
+class EmulatorManager;
+class GameLauncher;
+class GameLibrary;
+
+/// How the games are shown; stored as "List", "Grid", "Coverflow".
+enum class ViewMode { list, grid, coverflow };
+/// Size of a grid cell; stored as "Small", "Medium", "Large", "Extra Large".
+enum class GridSize { small, medium, large, extraLarge };
+/// Stored as "Title", "Year", "Developer", "Rating", "Recently Played", "Most Played".
+enum class SortOrder { title, year, developer, rating, recentlyPlayed, mostPlayed };
+
+/// The global state of the interface, one for the life of the process. Assigning a collection path is the one road by
+/// which a collection reaches the program.
+class AppState : public QObject {
+    Q_OBJECT
+  public:
+    /// Creates the library and the launcher and restores the settings. `restoreCollection` then brings back the
+    /// folder of the last run; it is a call of its own so that the command line can name another folder.
+    AppState(Host &host, EmulatorManager &emulators, QObject *parent = nullptr);
+    ~AppState() override;
+
+    GameLibrary &gameLibrary() { return *m_library; }
+    GameLauncher &gameLauncher() { return *m_launcher; }
+    Host &host() { return m_host; }
+
+    void restoreCollection();
+    /// Empty when there is none.
+    QString collectionPath() const { return m_collectionPath; }
+    /// Remembers the folder, tells everybody and loads it. An empty path does nothing.
+    void setCollectionPath(const QString &path);
+
+    ViewMode viewMode() const { return m_viewMode; }
+    GridSize gridSize() const { return m_gridSize; }
+    SortOrder sortOrder() const { return m_sortOrder; }
+    bool groupDuplicateGames() const { return m_groupDuplicateGames; }
+    void setViewMode(ViewMode mode);
+    void setGridSize(GridSize size);
+    void setSortOrder(SortOrder order);
+    void setGroupDuplicateGames(bool group);
+    void saveViewSettings();
+
+    QString selectedGameId() const { return m_selectedGameId; }
+    void setSelectedGameId(const QString &id);
+    QString selectedPlatform() const { return m_selectedPlatform; }
+    void setSelectedPlatform(const QString &name);
+    QString searchText() const { return m_searchText; }
+    void setSearchText(const QString &text);
+    /// The games that selection and search leave, in sort order.
+    GameList filteredGames() const;
+
+  Q_SIGNALS:
+    void collectionPathChanged();
+    void viewSettingsChanged();
+    void selectionChanged();
+    void filteredGamesChanged();
+
+  private:
+    void collectionChanged(const QString &oldPath);
+
+    Host &m_host;
+    std::unique_ptr<GameLibrary> m_library;
+    std::unique_ptr<GameLauncher> m_launcher;
+    QString m_collectionPath;
+    ViewMode m_viewMode = ViewMode::grid;
+    GridSize m_gridSize = GridSize::medium;
+    SortOrder m_sortOrder = SortOrder::title;
+    bool m_groupDuplicateGames = true;
+    QString m_selectedGameId;
+    QString m_selectedPlatform;
+    QString m_searchText;
+};
+
+} // namespace ludarium

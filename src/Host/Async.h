@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QCoro/QCoroFuture>
+#include <QCoro/QCoroTask>
+#include <QtConcurrent/QtConcurrentRun>
+#include <exception>
+#include <optional>
+#include <type_traits>
+#include <utility>
+
+namespace ludarium {
+
+/// Runs `function` on the thread pool and resumes the awaiting coroutine on its own thread. An exception thrown by
+/// `function` is thrown again from the `co_await`.
+template<typename Function>
+auto runOnPool(Function function) -> QCoro::Task<std::invoke_result_t<Function>> {
+    using Result = std::invoke_result_t<Function>;
+    // The exception travels as data: QFuture carries only what was thrown as a QException on Qt 6.4.
+    struct Outcome {
+        std::conditional_t<std::is_void_v<Result>, bool, std::optional<Result>> value{};
+        std::exception_ptr error;
+    };
+    auto outcome = std::make_shared<Outcome>();
+    QFuture<void> future = QtConcurrent::run([outcome, function = std::move(function)]() mutable {
+        try {
+            if constexpr (std::is_void_v<Result>)
+                function();
+            else
+                outcome->value.emplace(function());
+        } catch (...) {
+            outcome->error = std::current_exception();
+        }
+    });
+    co_await future;
+    if (outcome->error)
+        std::rethrow_exception(outcome->error);
+    if constexpr (!std::is_void_v<Result>)
+        co_return std::move(*outcome->value);
+}
+
+/// The one place for a task that nobody awaits: whatever it throws is logged with `what`, never lost.
+void spawn(QCoro::Task<> task, const char *what);
+
+/// Text of the exception that is being handled, for logs and for errors that a user sees.
+QString currentExceptionText();
+
+} // namespace ludarium

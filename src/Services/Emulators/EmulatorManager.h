@@ -1,0 +1,88 @@
+#pragma once
+
+#include <QCoro/QCoroTask>
+#include <QMap>
+#include <QObject>
+#include <QString>
+#include <optional>
+
+namespace ludarium {
+
+struct Host;
+
+/// The outside programs whose presence is watched, in the order of the status report.
+enum class EmulatorProgram {
+    dosbox,
+    scummvm,
+    gzdoom,
+    dosboxX,
+    wine,
+    retroArch,
+    mame,
+    gsplus,
+    ryujinx,
+    cemu,
+    rpcs3,
+    vita3k,
+    pcsx2,
+    lime3ds,
+};
+
+/// State of one program. `path` is set when installed.
+struct EmulatorStatus {
+    enum class State { unknown, notInstalled, installed, installing };
+    State state = State::unknown;
+    QString path;
+    bool operator==(const EmulatorStatus &) const = default;
+};
+
+enum class WineVariant { crossOver, wineStable, homebrew, whisky, custom, none };
+
+/// Knows which outside programs are on the machine. A lookup never fails: it gives no path.
+class EmulatorManager : public QObject {
+    Q_OBJECT
+  public:
+    explicit EmulatorManager(Host &host, QObject *parent = nullptr);
+
+    std::optional<QString> findDOSBox() const;
+    std::optional<QString> findDOSBoxStaging() const;
+    std::optional<QString> findScummVM() const;
+    std::optional<QString> findGZDoom() const;
+    std::optional<QString> findDOSBoxX() const;
+    std::optional<QString> findWine() const;
+    std::optional<QString> findRetroArch() const;
+    std::optional<QString> findMAME() const;
+    std::optional<QString> findGSplus() const;
+    std::optional<QString> findRyujinx() const;
+    std::optional<QString> findCemu() const;
+    std::optional<QString> findRPCS3() const;
+    std::optional<QString> findVita3K() const;
+    std::optional<QString> findPCSX2() const;
+    std::optional<QString> findLime3DS() const;
+    std::optional<QString> find(EmulatorProgram program) const;
+
+    WineVariant getWineVariant() const;
+
+    /// Looks for every program on the thread pool and publishes all statuses at once.
+    QCoro::Task<> checkEmulatorStatus();
+    EmulatorStatus status(EmulatorProgram program) const;
+
+    /// Ask whether to install a missing program; true when it is installed now.
+    QCoro::Task<bool> promptInstallDOSBox();
+    QCoro::Task<bool> promptInstallDOSBoxX();
+    QCoro::Task<bool> promptInstallWine();
+    QCoro::Task<bool> promptInstallRetroArch();
+    QCoro::Task<bool> promptInstallMAME();
+
+  Q_SIGNALS:
+    void statusChanged();
+
+  private:
+    Host &m_host;
+    QMap<EmulatorProgram, EmulatorStatus> m_status;
+};
+
+/// "DOSBox", "ScummVM", … as the interface shows it.
+QString emulatorProgramName(EmulatorProgram program);
+
+} // namespace ludarium

@@ -1,0 +1,97 @@
+#pragma once
+
+#include "Host/ProcessRunner.h"
+#include "Models/Game.h"
+#include "Models/GameVersionOption.h"
+#include "Models/LaunchPlan.h"
+#include "Services/Dos/DosLauncher.h"
+
+#include <QCoro/QCoroTask>
+#include <QObject>
+
+namespace ludarium {
+
+struct Host;
+class EmulatorManager;
+
+/// The runner that a game goes to.
+enum class LaunchRoute {
+    document,
+    scummVM,
+    dreamm,
+    windows3x,
+    windows9x,
+    appleIIGS,
+    arcade,
+    retroArch,
+    soundtrack,
+    video,
+    dos,
+};
+
+/// The one object through which every game, document, soundtrack and video is opened.
+class GameLauncher : public QObject {
+    Q_OBJECT
+    Q_PROPERTY(bool isLaunching READ isLaunching NOTIFY launchStateChanged)
+    Q_PROPERTY(QString launchError READ launchError NOTIFY launchStateChanged)
+    Q_PROPERTY(QString setupStatus READ setupStatus NOTIFY launchStateChanged)
+  public:
+    GameLauncher(Host &host, EmulatorManager &emulators, DosCollaborators dosCollaborators = {},
+                 QObject *parent = nullptr);
+    ~GameLauncher() override;
+
+    void setCollectionURL(const QString &collection);
+    QString collectionURL() const;
+    /// Whether the collection came without its games, by `isLite` given to the constructor's owner; memoised until
+    /// the collection changes.
+    bool isLiteCollection();
+    std::function<bool(const QString &collection)> liteCollectionTest;
+
+    /// A runner for a route other than `dos`. Returns the process it started, if it started one that can be watched.
+    using Runner = std::function<QCoro::Task<std::optional<ProcessId>>(GamePtr, LaunchMode, QString collection)>;
+    void setRunner(LaunchRoute route, Runner runner);
+
+    /// Throws only `LaunchError::noCollectionPath`; every other failure is in `launchError` and in the log.
+    QCoro::Task<> launch(GamePtr game, LaunchMode mode = LaunchMode::play,
+                         std::optional<GameVersionOption> version = {});
+    /// What `launch` in mode `play` would do for a DOS game. Asks nothing, writes nothing. Throws LaunchError.
+    QCoro::Task<LaunchPlan> plan(GamePtr game, std::optional<GameVersionOption> version = {});
+
+    /// The route of a game and why, by the first test that holds.
+    static std::pair<LaunchRoute, QString> route(const Game &game);
+
+    bool isLaunching() const { return m_isLaunching; }
+    GamePtr currentGame() const { return m_currentGame; }
+    /// Empty when the last launch went well.
+    QString launchError() const { return m_launchError; }
+    QString setupStatus() const { return m_setupStatus; }
+    /// The process that the last `play` started, when it can be watched.
+    std::optional<ProcessId> lastProcess() const { return m_lastProcess; }
+
+    /// Called after a `play` flow that ended without an error, for the play-session tracker.
+    std::function<void(GamePtr, std::optional<ProcessId>)> onStarted;
+
+    /// The script folder of a game's Windows-style path; empty when the path leaves the collection.
+    static QString getGameFolderURL(const QString &path, const QString &collection);
+    /// The folder of the installed game; empty when its name is not a usable folder name.
+    static QString getGameDataFolderURL(const Game &game, const QString &collection);
+    static QString extractGameFolderName(const QString &path);
+
+    /// Shows the script folder in the file manager. Throws LaunchError.
+    void openGameFolder(const Game &game);
+    bool hasSetupScript(const Game &game) const;
+
+  Q_SIGNALS:
+    void launchStateChanged();
+
+  private:
+    struct Private;
+    std::unique_ptr<Private> d;
+    bool m_isLaunching = false;
+    GamePtr m_currentGame;
+    QString m_launchError;
+    QString m_setupStatus;
+    std::optional<ProcessId> m_lastProcess;
+};
+
+} // namespace ludarium
