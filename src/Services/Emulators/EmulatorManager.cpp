@@ -199,10 +199,8 @@ QCoro::Task<std::optional<QString>> EmulatorManager::locate(EmulatorProgram prog
     if (program == EmulatorProgram::gsplus)
         co_return findGSplusFast();
     const QPointer<EmulatorManager> self(this);
-    std::optional<QString> path =
-        co_await runOnPool([locator = ProgramLocator(m_host.paths, m_host.settings), program] {
-            return locator.find(located(program));
-        });
+    std::optional<QString> path = co_await runOnPool(
+        [locator = ProgramLocator(m_host.paths, m_host.settings), program] { return locator.find(located(program)); });
     if (!path && self)
         path = co_await askSpotlight(program);
     co_return path;
@@ -221,8 +219,7 @@ QCoro::Task<std::optional<QString>> EmulatorManager::askSpotlight(EmulatorProgra
             const ProcessResult result = co_await m_host.processes.run(spec);
             path = ProgramLocator::fromSpotlight(query, result.standardOutput);
         } catch (const ProcessError &) {
-            Log::warning(
-                u"Failed to search for %1: %2"_s.arg(emulatorProgramName(program), currentExceptionText()));
+            Log::warning(u"Failed to search for %1: %2"_s.arg(emulatorProgramName(program), currentExceptionText()));
         }
         if (!self || path)
             break;

@@ -15,9 +15,9 @@ const QString crossOverPage = u"https://www.codeweavers.com/crossover"_s;
 const QString mamePage = u"https://www.mamedev.org"_s;
 const QString retroArchPage = u"https://www.retroarch.com"_s;
 
-const QString afterInstallation =
-    u"\n\nAfter installation, restart Ludarium or refresh the emulator settings."_s;
-const QString coresByRetroArch = u"1. Open RetroArch\n2. Go to Online Updater > Core Downloader\n3. Download the cores you need"_s;
+const QString afterInstallation = u"\n\nAfter installation, restart Ludarium or refresh the emulator settings."_s;
+const QString coresByRetroArch =
+    u"1. Open RetroArch\n2. Go to Online Updater > Core Downloader\n3. Download the cores you need"_s;
 
 PageButton homebrewButton() {
     return {u"Open Homebrew Website"_s, QUrl(homebrewPage)};
@@ -46,7 +46,8 @@ InstallTexts dosbox(bool mac) {
             u"To play DOS games, you need to install DOSBox.\n\nRecommended Installation Methods:\n\n1. Via Flatpak "
             u"(DOSBox Staging, easiest):\n   • Run: flatpak install flathub io.github.dosbox-staging\n\n2. Via the "
             u"package manager:\n   • Debian, Ubuntu: sudo apt install dosbox\n   • Fedora: sudo dnf install "
-            u"dosbox-staging\n\n3. Download DOSBox Staging:\n   • Visit %1\n   • Download the Linux version\n   • Unpack "
+            u"dosbox-staging\n\n3. Download DOSBox Staging:\n   • Visit %1\n   • Download the Linux version\n   • "
+            u"Unpack "
             u"it and set its path in Settings → Emulators\n\n4. DOSBox-X:\n   • Run: flatpak install flathub "
             u"com.dosbox_x.DOSBox-X\n   • Or visit %2"_s.arg(dosboxStagingPage, dosboxXPage) +
             afterInstallation;
@@ -66,7 +67,8 @@ InstallTexts dosboxX(bool mac) {
     if (mac) {
         texts.instructions =
             u"Some games require DOSBox-X for specific features.\n\nInstallation Methods:\n\n1. Via Homebrew "
-            u"(easiest):\n   • Install Homebrew from %1\n   • Run: brew install dosbox-x\n\n2. Download DOSBox-X:\n   • "
+            u"(easiest):\n   • Install Homebrew from %1\n   • Run: brew install dosbox-x\n\n2. Download DOSBox-X:\n   "
+            u"• "
             u"Visit %2\n   • Download the macOS version\n   • Install to /Applications"_s.arg(homebrewPage,
                                                                                               dosboxXPage) +
             afterInstallation;
@@ -106,7 +108,8 @@ InstallTexts wine(bool mac) {
         texts.instructions =
             u"Wine is required to run Windows DOSBox builds (ECE, custom builds).\n\nInstallation Methods:\n\n1. Via "
             u"the package manager (recommended):\n   • Debian, Ubuntu: sudo apt install wine\n   • Fedora: sudo dnf "
-            u"install wine\n\n2. Via Flatpak:\n   • Run: flatpak install flathub org.winehq.Wine\n\n3. Wine Stable from "
+            u"install wine\n\n2. Via Flatpak:\n   • Run: flatpak install flathub org.winehq.Wine\n\n3. Wine Stable "
+            u"from "
             u"the project:\n   • Visit %1\n\n4. CrossOver (commercial):\n   • Visit %2\n   • Purchase and download "
             u"CrossOver"_s.arg(winePage, crossOverPage) +
             afterInstallation;
@@ -125,17 +128,19 @@ InstallTexts retroArch(bool mac) {
                       u"from within RetroArch:\n"_s +
                       coresByRetroArch;
     texts.instructionsTitle = u"Install RetroArch"_s;
-    const QString begin = u"RetroArch is required to play ROM-based games (NES, SNES, Genesis, etc.).\n\nInstallation:\n\n"_s;
+    const QString begin =
+        u"RetroArch is required to play ROM-based games (NES, SNES, Genesis, etc.).\n\nInstallation:\n\n"_s;
     const QString end = u"\n\nAfter installation:\n"_s + coresByRetroArch +
                         u" for your games\n\nThen restart Ludarium or refresh the emulator settings."_s;
     if (mac)
-        texts.instructions = begin +
-                             u"1. Download the Universal Metal build from %1\n   • This build works on both Intel and "
-                             u"Apple Silicon Macs\n   • Drag RetroArch.app to /Applications\n\n2. Alternatively, use the "
-                             u"automatic installer in Settings"_s.arg(retroArchPage) +
-                             end +
-                             u"\n\nNote: The Homebrew version is Intel-only and may have\narchitecture conflicts with "
-                             u"cores. Use the official build instead."_s;
+        texts.instructions =
+            begin +
+            u"1. Download the Universal Metal build from %1\n   • This build works on both Intel and "
+            u"Apple Silicon Macs\n   • Drag RetroArch.app to /Applications\n\n2. Alternatively, use the "
+            u"automatic installer in Settings"_s.arg(retroArchPage) +
+            end +
+            u"\n\nNote: The Homebrew version is Intel-only and may have\narchitecture conflicts with "
+            u"cores. Use the official build instead."_s;
     else
         texts.instructions = begin +
                              u"1. Via Flatpak (easiest):\n   • Run: flatpak install flathub "
@@ -160,11 +165,12 @@ InstallTexts mame(bool mac) {
     const QString end = u"\n\nAlternatively, you can use RetroArch with the mame_libretro core."_s + afterInstallation;
     const PageButton button{u"Open MAME Website"_s, QUrl(mamePage)};
     if (mac) {
-        texts.instructions = begin +
-                             u"1. Via Homebrew (easiest):\n   • Install Homebrew from %1\n   • Run: brew install "
-                             u"mame\n\n2. Download MAME:\n   • Visit %2\n   • Download the macOS version\n   • Install to "
-                             u"/Applications"_s.arg(homebrewPage, mamePage) +
-                             end;
+        texts.instructions =
+            begin +
+            u"1. Via Homebrew (easiest):\n   • Install Homebrew from %1\n   • Run: brew install "
+            u"mame\n\n2. Download MAME:\n   • Visit %2\n   • Download the macOS version\n   • Install to "
+            u"/Applications"_s.arg(homebrewPage, mamePage) +
+            end;
         texts.pages = {homebrewButton(), button};
     } else {
         texts.instructions = begin +
@@ -202,9 +208,9 @@ InstallTexts installTexts(EmulatorProgram program, HostLayout layout) {
         Q_UNREACHABLE();
     }
     if (texts.installed.isEmpty())
-        texts.installed = (mac ? u"%1 has been successfully installed via Homebrew."_s
-                               : u"%1 has been successfully installed."_s)
-                              .arg(texts.name);
+        texts.installed =
+            (mac ? u"%1 has been successfully installed via Homebrew."_s : u"%1 has been successfully installed."_s)
+                .arg(texts.name);
     return texts;
 }
 

@@ -57,22 +57,18 @@ ProgramRow linuxProgramRow(LocatedProgram program) {
     switch (program) {
     case LocatedProgram::dosbox:
         // Staging first, wherever it is: a plain dosbox is mostly the 0.74 of a distribution.
-        return row(
-            &Settings::dosboxPath, {dosboxStaging, {u"dosbox"_s, {u"com.dosbox.DOSBox"_s}}, dosboxX},
-            {u"eXo/util/dosbox/dosbox"_s, u"eXo/dosbox/dosbox"_s, u"dosbox/dosbox"_s, u"util/dosbox/dosbox"_s});
+        return row(&Settings::dosboxPath, {dosboxStaging, {u"dosbox"_s, {u"com.dosbox.DOSBox"_s}}, dosboxX},
+                   {u"eXo/util/dosbox/dosbox"_s, u"eXo/dosbox/dosbox"_s, u"dosbox/dosbox"_s, u"util/dosbox/dosbox"_s});
     case LocatedProgram::dosboxStaging:
         return row(nullptr, {dosboxStaging});
     case LocatedProgram::scummvm:
         return row(nullptr, {{u"scummvm"_s, {u"org.scummvm.ScummVM"_s}, u"scummvm"_s, u"scummvm*.AppImage"_s}},
                    {u"eXo/emulators/scummvm/scummvm"_s, u"emulators/scummvm/scummvm"_s});
     case LocatedProgram::gzdoom:
-        return row(nullptr,
-                   {{u"gzdoom"_s,
-                     {u"org.zdoom.GZDoom"_s},
-                     u"gzdoom"_s,
-                     u"gzdoom*.AppImage"_s,
-                     {u"/opt/gzdoom/gzdoom"_s}}},
-                   {u"eXo/emulators/gzdoom/gzdoom"_s, u"emulators/gzdoom/gzdoom"_s});
+        return row(
+            nullptr,
+            {{u"gzdoom"_s, {u"org.zdoom.GZDoom"_s}, u"gzdoom"_s, u"gzdoom*.AppImage"_s, {u"/opt/gzdoom/gzdoom"_s}}},
+            {u"eXo/emulators/gzdoom/gzdoom"_s, u"emulators/gzdoom/gzdoom"_s});
     case LocatedProgram::dosboxX:
         return row(&Settings::dosboxXPath, {dosboxX});
     case LocatedProgram::wine:
@@ -94,18 +90,15 @@ ProgramRow linuxProgramRow(LocatedProgram program) {
     case LocatedProgram::gsplus:
         return row(nullptr, {{u"gsplus"_s, {}, {}, u"GSplus*.AppImage"_s}});
     case LocatedProgram::ryujinx:
-        return row(&Settings::ryujinxPath, {{u"ryujinx"_s,
-                                             {u"io.github.ryubing.Ryujinx"_s, u"org.ryujinx.Ryujinx"_s},
-                                             {},
-                                             u"Ryujinx*.AppImage"_s},
-                                            {u"Ryujinx"_s},
-                                            {u"Ryujinx.Ava"_s}});
+        return row(
+            &Settings::ryujinxPath,
+            {{u"ryujinx"_s, {u"io.github.ryubing.Ryujinx"_s, u"org.ryujinx.Ryujinx"_s}, {}, u"Ryujinx*.AppImage"_s},
+             {u"Ryujinx"_s},
+             {u"Ryujinx.Ava"_s}});
     case LocatedProgram::cemu:
-        return row(&Settings::cemuPath,
-                   {{u"cemu"_s, {u"info.cemu.Cemu"_s}, {}, u"Cemu*.AppImage"_s}, {u"Cemu"_s}});
+        return row(&Settings::cemuPath, {{u"cemu"_s, {u"info.cemu.Cemu"_s}, {}, u"Cemu*.AppImage"_s}, {u"Cemu"_s}});
     case LocatedProgram::rpcs3:
-        return row(&Settings::rpcs3Path,
-                   {{u"rpcs3"_s, {u"net.rpcs3.RPCS3"_s}, u"rpcs3-emu"_s, u"rpcs3*.AppImage"_s}});
+        return row(&Settings::rpcs3Path, {{u"rpcs3"_s, {u"net.rpcs3.RPCS3"_s}, u"rpcs3-emu"_s, u"rpcs3*.AppImage"_s}});
     case LocatedProgram::vita3k:
         return row(&Settings::vita3kPath,
                    {{u"vita3k"_s, {u"org.vita3k.Vita3K"_s}, {}, u"Vita3K*.AppImage"_s}, {u"Vita3K"_s}});
@@ -113,12 +106,13 @@ ProgramRow linuxProgramRow(LocatedProgram program) {
         return row(&Settings::pcsx2Path,
                    {{u"pcsx2-qt"_s, {u"net.pcsx2.PCSX2"_s}, u"pcsx2-emu"_s, u"pcsx2*.AppImage"_s}, {u"pcsx2"_s}});
     case LocatedProgram::lime3ds:
-        return row(&Settings::citraPath, {{u"azahar"_s, {u"org.azahar_emu.Azahar"_s}, {}, u"azahar*.AppImage"_s},
-                                          {u"lime3ds-gui"_s, {u"io.github.lime3ds.Lime3DS"_s}, {}, u"lime3ds*.AppImage"_s},
-                                          {u"lime3ds"_s},
-                                          {u"lime3ds-cli"_s},
-                                          {u"citra-qt"_s, {u"org.citra_emu.citra"_s}, {}, u"citra*.AppImage"_s},
-                                          {u"citra"_s}});
+        return row(&Settings::citraPath,
+                   {{u"azahar"_s, {u"org.azahar_emu.Azahar"_s}, {}, u"azahar*.AppImage"_s},
+                    {u"lime3ds-gui"_s, {u"io.github.lime3ds.Lime3DS"_s}, {}, u"lime3ds*.AppImage"_s},
+                    {u"lime3ds"_s},
+                    {u"lime3ds-cli"_s},
+                    {u"citra-qt"_s, {u"org.citra_emu.citra"_s}, {}, u"citra*.AppImage"_s},
+                    {u"citra"_s}});
     }
     Q_UNREACHABLE();
 }

@@ -51,8 +51,8 @@ ProgramRow macProgramRow(LocatedProgram program) {
                     u"/Applications/DOSBox-X.app/Contents/MacOS/dosbox-x"_s, u"/opt/homebrew/bin/dosbox"_s,
                     u"/opt/homebrew/bin/dosbox-staging"_s, u"/opt/homebrew/bin/dosbox-x"_s, u"/usr/local/bin/dosbox"_s,
                     u"/usr/local/bin/dosbox-staging"_s, u"/usr/local/bin/dosbox-x"_s})
-            .inCollection({u"eXo/util/dosbox/dosbox"_s, u"eXo/dosbox/dosbox"_s, u"dosbox/dosbox"_s,
-                           u"util/dosbox/dosbox"_s});
+            .inCollection(
+                {u"eXo/util/dosbox/dosbox"_s, u"eXo/dosbox/dosbox"_s, u"dosbox/dosbox"_s, u"util/dosbox/dosbox"_s});
     case LocatedProgram::dosboxStaging:
         return Row().files({u"/Applications/DOSBox Staging.app/Contents/MacOS/dosbox"_s,
                             u"/Applications/dosbox-staging.app/Contents/MacOS/dosbox"_s,
@@ -68,8 +68,8 @@ ProgramRow macProgramRow(LocatedProgram program) {
         return Row()
             .files({u"/Applications/GZDoom.app/Contents/MacOS/gzdoom"_s, u"/opt/homebrew/bin/gzdoom"_s,
                     u"/usr/local/bin/gzdoom"_s})
-            .inCollection({u"eXo/emulators/gzdoom/gzdoom"_s,
-                           u"eXo/emulators/gzdoom/GZDoom.app/Contents/MacOS/gzdoom"_s, u"emulators/gzdoom/gzdoom"_s});
+            .inCollection({u"eXo/emulators/gzdoom/gzdoom"_s, u"eXo/emulators/gzdoom/GZDoom.app/Contents/MacOS/gzdoom"_s,
+                           u"emulators/gzdoom/gzdoom"_s});
     case LocatedProgram::dosboxX:
         return Row(&Settings::dosboxXPath)
             .files({u"/Applications/dosbox-x.app/Contents/MacOS/dosbox-x"_s,
@@ -93,11 +93,12 @@ ProgramRow macProgramRow(LocatedProgram program) {
                     u"/usr/local/bin/mame"_s, u"~/Applications/MAME.app/Contents/MacOS/mame"_s})
             .which({u"mame"_s});
     case LocatedProgram::mameFast:
-        return Row().files({u"/opt/homebrew/bin/mame"_s, u"/usr/local/bin/mame"_s,
-                            u"/Applications/MAME.app/Contents/MacOS/mame"_s});
+        return Row().files(
+            {u"/opt/homebrew/bin/mame"_s, u"/usr/local/bin/mame"_s, u"/Applications/MAME.app/Contents/MacOS/mame"_s});
     case LocatedProgram::gsplus:
-        return Row().files({gsplusBinary}).wrappers({u"/opt/homebrew/bin/gsplus"_s, u"/usr/local/bin/gsplus"_s},
-                                                    gsplusBinary);
+        return Row()
+            .files({gsplusBinary})
+            .wrappers({u"/opt/homebrew/bin/gsplus"_s, u"/usr/local/bin/gsplus"_s}, gsplusBinary);
     case LocatedProgram::ryujinx:
         return Row(&Settings::ryujinxPath)
             .files({u"/Applications/Ryujinx.app/Contents/MacOS/Ryujinx"_s,
@@ -113,8 +114,8 @@ ProgramRow macProgramRow(LocatedProgram program) {
             .which({u"cemu"_s});
     case LocatedProgram::rpcs3:
         return Row(&Settings::rpcs3Path)
-            .files({u"/Applications/RPCS3.app/Contents/MacOS/rpcs3"_s,
-                    u"~/Applications/RPCS3.app/Contents/MacOS/rpcs3"_s})
+            .files(
+                {u"/Applications/RPCS3.app/Contents/MacOS/rpcs3"_s, u"~/Applications/RPCS3.app/Contents/MacOS/rpcs3"_s})
             .spotlight(u"kMDItemCFBundleIdentifier == 'net.rpcs3.rpcs3'"_s, {u"Contents/MacOS/rpcs3"_s});
     case LocatedProgram::vita3k:
         return Row(&Settings::vita3kPath)

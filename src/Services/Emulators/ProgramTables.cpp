@@ -7,10 +7,10 @@ namespace ludarium {
 
 const QList<LocatedProgram> &locatedPrograms() {
     static const QList<LocatedProgram> programs{
-        LocatedProgram::dosbox,    LocatedProgram::dosboxStaging, LocatedProgram::scummvm, LocatedProgram::gzdoom,
-        LocatedProgram::dosboxX,   LocatedProgram::wine,          LocatedProgram::retroArch, LocatedProgram::mame,
-        LocatedProgram::mameFast,  LocatedProgram::gsplus,        LocatedProgram::ryujinx, LocatedProgram::cemu,
-        LocatedProgram::rpcs3,     LocatedProgram::vita3k,        LocatedProgram::pcsx2,   LocatedProgram::lime3ds,
+        LocatedProgram::dosbox,   LocatedProgram::dosboxStaging, LocatedProgram::scummvm,   LocatedProgram::gzdoom,
+        LocatedProgram::dosboxX,  LocatedProgram::wine,          LocatedProgram::retroArch, LocatedProgram::mame,
+        LocatedProgram::mameFast, LocatedProgram::gsplus,        LocatedProgram::ryujinx,   LocatedProgram::cemu,
+        LocatedProgram::rpcs3,    LocatedProgram::vita3k,        LocatedProgram::pcsx2,     LocatedProgram::lime3ds,
     };
     return programs;
 }
