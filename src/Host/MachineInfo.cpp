@@ -2,9 +2,9 @@
 
 #include <QFile>
 #include <QSysInfo>
+
 #include <pwd.h>
 #include <unistd.h>
-#include <vector>
 #ifdef Q_OS_MACOS
 #include <sys/sysctl.h>
 #endif
@@ -13,33 +13,39 @@ namespace ludarium {
 
 namespace {
 
-QString hardwareModel() {
+QString readHardwareModel() {
 #ifdef Q_OS_MACOS
-    std::size_t size = 0;
-    if (::sysctlbyname("hw.model", nullptr, &size, nullptr, 0) == 0 && size > 0) {
-        QByteArray model(static_cast<qsizetype>(size), '\0');
-        if (::sysctlbyname("hw.model", model.data(), &size, nullptr, 0) == 0)
-            return QString::fromUtf8(model.constData());
-    }
+    char model[256] = {};
+    size_t size = sizeof model - 1;
+    if (::sysctlbyname("hw.model", model, &size, nullptr, 0) == 0)
+        return QString::fromUtf8(model);
+    return QStringLiteral("Unknown");
 #else
-    // PCs tell their model through DMI, ARM boards through the device tree (which ends its text with a NUL).
-    for (const char *path : {"/sys/devices/virtual/dmi/id/product_name", "/proc/device-tree/model"}) {
+    // Set by the firmware; absent in containers and on boards with a device tree, which have a name of their own.
+    for (const char *path : {"/sys/class/dmi/id/product_name", "/proc/device-tree/model"}) {
         QFile file(QString::fromLatin1(path));
-        if (!file.open(QIODevice::ReadOnly))
-            continue;
-        const QString model = QString::fromUtf8(file.read(256)).remove(QChar(u'\0')).trimmed();
-        if (!model.isEmpty())
-            return model;
+        if (file.open(QIODevice::ReadOnly)) {
+            const QString model = QString::fromUtf8(file.readAll()).remove(QChar::Null).simplified();
+            if (!model.isEmpty())
+                return model;
+        }
     }
-#endif
     return QSysInfo::currentCpuArchitecture();
+#endif
 }
 
-QString userName() {
-    std::vector<char> buffer(16 * 1024);
+double readMemoryGigabytes() {
+    const long pages = ::sysconf(_SC_PHYS_PAGES);
+    const long pageSize = ::sysconf(_SC_PAGESIZE);
+    return pages > 0 && pageSize > 0 ? double(pages) * double(pageSize) / double(1 << 30) : 0;
+}
+
+QString readUserName() {
+    // The password file knows the name where the environment lacks it (started by a service manager).
+    char buffer[4096];
     passwd entry{};
     passwd *found = nullptr;
-    if (::getpwuid_r(::geteuid(), &entry, buffer.data(), buffer.size(), &found) == 0 && found != nullptr)
+    if (::getpwuid_r(::getuid(), &entry, buffer, sizeof buffer, &found) == 0 && found)
         return QString::fromLocal8Bit(found->pw_name);
     return qEnvironmentVariable("USER");
 }
@@ -47,14 +53,9 @@ QString userName() {
 } // namespace
 
 MachineInfo MachineInfo::current() {
-    MachineInfo info;
-    info.systemVersion = QSysInfo::prettyProductName();
-    info.hardwareModel = ludarium::hardwareModel();
-    const double pages = static_cast<double>(::sysconf(_SC_PHYS_PAGES));
-    const double pageSize = static_cast<double>(::sysconf(_SC_PAGESIZE));
-    info.memoryGigabytes = pages > 0 ? pages * pageSize / (1024.0 * 1024.0 * 1024.0) : 0;
-    info.hostName = QSysInfo::machineHostName();
-    info.userName = ludarium::userName();
+    static const MachineInfo info{
+        QSysInfo::prettyProductName() + QLatin1String(", kernel ") + QSysInfo::kernelVersion(), readHardwareModel(),
+        readMemoryGigabytes(), QSysInfo::machineHostName(), readUserName()};
     return info;
 }
 
