@@ -34,11 +34,15 @@ class MemorySettings : public SettingsStore {
     using SettingsStore::remove;
 
   private:
+    void notify(const QString &key);
+
     QVariantMap m_values;
+    QStringList m_changed; ///< in the open transaction
+    bool m_inTransaction = false;
 };
 
 /// Answers by button text, in the order given; records what was asked. A question without a scripted answer gets the
-/// last button.
+/// last button; an answer that the question does not offer is an error of the test and throws.
 class ScriptedDialogs : public Dialogs {
   public:
     QStringList answers;
@@ -109,6 +113,7 @@ class TestHost {
     QTemporaryDir m_directory;
     std::unique_ptr<HostPaths> m_paths;
     std::unique_ptr<AppLogger> m_logger;
+    AppLogger *m_formerLogger = nullptr;
     std::unique_ptr<ProcessRunner> m_processes;
     std::unique_ptr<HttpClient> m_http;
     std::unique_ptr<Host> m_host;
