@@ -71,7 +71,7 @@ qint64 walk(const QString &collection) {
         xmlCtxtUseOptions(context, XML_PARSE_NONET);
         xmlParseDocument(context);
         if (!context->wellFormed)
-            elements = -1;
+            qFatal("a generated file is not well-formed");
         xmlFreeParserCtxt(context);
     }
     return elements;

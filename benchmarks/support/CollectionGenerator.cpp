@@ -280,7 +280,10 @@ class GameWriter {
             m_title += capitalised(m_dice.of(words)) + (i > 1 ? " " : "");
         m_title += ' ' + QByteArray::number(m_dice.between(1, 999));
         m_year = QByteArray::number(m_dice.between(1978, 2005));
-        m_folder = m_title.left(8).toLower().replace(' ', "") + m_dice.hex(3);
+        for (char c : m_title.toLower())
+            if (c > ' ' && uchar(c) < 0x80 && m_folder.size() < 8)
+                m_folder += c;
+        m_folder += m_dice.hex(4);
     }
 
     QByteArray game() {
