@@ -27,8 +27,7 @@ TEST(Cycles, ComeFromTheCpuSectionAlone) {
     for (const auto &[text, expected] : cases) {
         const auto found = extractCyclesFromConfig(text);
         EXPECT_EQ(found.has_value(), expected != nullptr) << text.constData();
-        if (expected)
-            EXPECT_EQ(found.value_or(QString()).toStdString(), expected);
+        EXPECT_EQ(found.value_or(QString()), QString::fromUtf8(expected));
     }
 }
 
@@ -56,9 +55,10 @@ TEST(OriginalAutoexec, NamesTheGamesProgram) {
         const auto found =
             extractExecutableFromOriginalConfig("[sdl]\nx.exe\n[AUTOEXEC]\n" + c.autoexec, QStringLiteral("GAME"));
         ASSERT_EQ(found.has_value(), c.executable != nullptr) << c.autoexec.constData();
-        if (found)
+        if (found) {
             EXPECT_EQ(*found, (OriginalExecutable{QString::fromUtf8(c.executable), QString::fromUtf8(c.subpath)}))
                 << c.autoexec.constData();
+        }
     }
     EXPECT_FALSE(extractExecutableFromOriginalConfig("game.exe", QStringLiteral("GAME")));
 }

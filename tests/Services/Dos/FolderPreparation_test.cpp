@@ -47,9 +47,10 @@ TEST(AudioDrivers, AreChosenByTheVersionsHardware) {
             collection.put(folder + QStringLiteral("/A.DRV"));
         const FolderPreparation preparation = prepared(collection, withAudio(c.audio), collection.game());
         ASSERT_EQ(preparation.steps.size(), qstrlen(c.source) ? 1 : 0) << c.folders;
-        if (!preparation.isEmpty())
+        if (!preparation.isEmpty()) {
             EXPECT_EQ(preparation.steps[0].source,
                       collection.game() + u'/' + QString::fromLatin1(c.source) + QStringLiteral("/A.DRV"));
+        }
     }
 }
 
