@@ -50,9 +50,7 @@ CurlTransfer::CurlTransfer(HttpRequest request, CurlHttpClient::Limits limits, Q
 }
 
 CurlTransfer::~CurlTransfer() {
-    closeFile();
-    if (!m_temporaryFile.isEmpty())
-        QFile::remove(m_temporaryFile);
+    dropFile();
     curl_slist_free_all(m_headerList);
     curl_easy_cleanup(m_curl);
 }
@@ -82,6 +80,8 @@ void CurlTransfer::prepare() {
     m_response = {};
     m_bodySize = 0;
     m_errorText[0] = '\0';
+    m_lastBytes = 0;
+    m_lastChange = std::chrono::steady_clock::now();
 
     const bool plain = m_request.url.scheme() == QLatin1String("http");
     const QByteArray url = m_request.url.toEncoded(QUrl::RemoveFragment);
@@ -97,8 +97,6 @@ void CurlTransfer::prepare() {
     set(CURLOPT_ERRORBUFFER, m_errorText);
     set(CURLOPT_USERAGENT, "Ludarium/" LUDARIUM_VERSION);
     set(CURLOPT_CONNECTTIMEOUT_MS, long(std::chrono::milliseconds(m_limits.connect).count()));
-    set(CURLOPT_LOW_SPEED_LIMIT, 1L);
-    set(CURLOPT_LOW_SPEED_TIME, long(m_limits.stall.count()));
     if (m_request.timeout.count() > 0) {
         // The limit is for the whole exchange: a redirect gets what is left of it.
         const auto left =
@@ -213,6 +211,8 @@ void CurlTransfer::finish() {
             openFile();
         reportProgress(m_bodySize, m_bodySize, true);
     }
+    if (!m_problem.isEmpty())
+        dropFile(); // before the caller hears of it
     m_promise.finish();
 }
 
@@ -273,17 +273,31 @@ size_t CurlTransfer::onHeader(char *data, size_t size, size_t count, void *self)
     return size * count;
 }
 
-int CurlTransfer::onProgress(void *self, curl_off_t total, curl_off_t received, curl_off_t, curl_off_t) {
-    auto *transfer = static_cast<CurlTransfer *>(self);
-    if (transfer->m_cancelled)
-        return 1;
-    if (transfer->m_request.method != "HEAD" && total > transfer->m_request.limit) {
-        transfer->m_problem = QStringLiteral("The answer of %1 is too large").arg(httpOrigin(transfer->m_request.url));
-        return 1;
+bool CurlTransfer::takeProgress(qint64 received, qint64 total, qint64 sent) {
+    if (m_cancelled)
+        return false;
+    if (m_request.method != "HEAD" && total > m_request.limit) {
+        m_problem = QStringLiteral("The answer of %1 is too large").arg(httpOrigin(m_request.url));
+        return false;
+    }
+    // libcurl's own watch over slow connections averages over seconds and notices a stall late.
+    const auto now = std::chrono::steady_clock::now();
+    if (received + sent != m_lastBytes) {
+        m_lastBytes = received + sent;
+        m_lastChange = now;
+    } else if (now - m_lastChange > m_limits.stall) {
+        m_problem = QStringLiteral("%1: no data for %2 seconds")
+                        .arg(httpOrigin(m_request.url))
+                        .arg(qint64(m_limits.stall.count()));
+        return false;
     }
     if (received > 0)
-        transfer->reportProgress(received, total > 0 ? total : -1, false);
-    return 0;
+        reportProgress(received, total > 0 ? total : -1, false);
+    return true;
+}
+
+int CurlTransfer::onProgress(void *self, curl_off_t total, curl_off_t received, curl_off_t, curl_off_t sent) {
+    return static_cast<CurlTransfer *>(self)->takeProgress(received, total, sent) ? 0 : 1;
 }
 
 curl_socket_t CurlTransfer::onOpenSocket(void *self, curlsocktype, curl_sockaddr *address) {
@@ -347,9 +361,11 @@ bool CurlTransfer::openFile() {
     return false;
 }
 
-void CurlTransfer::closeFile() {
+void CurlTransfer::dropFile() {
     if (m_descriptor >= 0)
         ::close(std::exchange(m_descriptor, -1));
+    if (!m_temporaryFile.isEmpty())
+        QFile::remove(std::exchange(m_temporaryFile, QString()));
 }
 
 void CurlTransfer::commitFile() {

@@ -50,14 +50,15 @@ class CurlTransfer {
     void finish();
     QString fail(CURLcode result) const;
     bool openFile();
-    void closeFile();
+    void dropFile();
     void reportProgress(qint64 received, qint64 total, bool last);
 
     size_t takeBody(const char *data, size_t size);
     void takeHeader(QByteArray line);
+    bool takeProgress(qint64 received, qint64 total, qint64 sent);
     static size_t onBody(char *data, size_t size, size_t count, void *self);
     static size_t onHeader(char *data, size_t size, size_t count, void *self);
-    static int onProgress(void *self, curl_off_t total, curl_off_t received, curl_off_t, curl_off_t);
+    static int onProgress(void *self, curl_off_t total, curl_off_t received, curl_off_t, curl_off_t sent);
     static curl_socket_t onOpenSocket(void *self, curlsocktype, curl_sockaddr *address);
 
     HttpRequest m_request; ///< of the exchange that runs: a redirect changes it
@@ -73,6 +74,8 @@ class CurlTransfer {
     std::chrono::steady_clock::time_point m_deadline;
     int m_redirects = 0;
     qint64 m_bodySize = 0;
+    qint64 m_lastBytes = 0; ///< received and sent when they last changed
+    std::chrono::steady_clock::time_point m_lastChange;
 
     HttpResponse m_response;
     QString m_problem;
