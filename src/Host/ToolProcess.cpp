@@ -44,6 +44,7 @@ ToolProcess::ToolProcess(const ProcessSpec &spec, const QProcessEnvironment &env
 #endif
     });
     m_killTimer.setSingleShot(true);
+    m_killTimer.setTimerType(Qt::PreciseTimer);
     m_killTimer.setInterval(killDelay);
     connect(&m_killTimer, &QTimer::timeout, this, [this] { signalGroup(SIGKILL); });
     connect(&m_process, &QProcess::readyReadStandardOutput, this,

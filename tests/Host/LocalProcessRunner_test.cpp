@@ -179,8 +179,9 @@ TEST_F(Processes, WhatCannotBeStartedTellsTheSystemsReason) {
 }
 
 TEST_F(Processes, AnEmulatorHasItsOwnSessionAndSilentStreams) {
-    const ProcessId id = await(m_processes.startEmulator(
-        script("ps -o sid= -p $$ > sid; readlink /proc/$$/fd/0 /proc/$$/fd/1 /proc/$$/fd/2 > streams; exit 3")));
+    const ProcessId id =
+        await(m_processes.startEmulator(script("ps -o sid= -p $$ > sid; all=$(readlink /proc/$$/fd/0 /proc/$$/fd/1 "
+                                               "/proc/$$/fd/2); echo \"$all\" > streams; exit 3")));
     EXPECT_EQ(await(m_processes.waitForEmulator(id)), 3);
     EXPECT_EQ(read(m_host.scratch() + QStringLiteral("/sid")).trimmed().toLongLong(), id.pid);
     EXPECT_EQ(read(m_host.scratch() + QStringLiteral("/streams")).toStdString(), "/dev/null\n/dev/null\n/dev/null\n");

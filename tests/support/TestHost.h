@@ -13,13 +13,39 @@
 #include <QCoro/QCoroTask>
 #include <QEventLoop>
 #include <QTemporaryDir>
+#include <exception>
+#include <optional>
+#include <type_traits>
 
 namespace ludarium::test {
 
 /// Runs a task to its end on the test's event loop and returns its result, or throws what it threw.
+/// (QCoro::waitFor never returns when the task throws.)
 template<typename T>
 T await(QCoro::Task<T> task) {
-    return QCoro::waitFor(std::move(task));
+    std::conditional_t<std::is_void_v<T>, bool, std::optional<T>> value{};
+    std::exception_ptr error;
+    bool done = false;
+    QEventLoop loop;
+    const auto wait = [&]() -> QCoro::Task<> {
+        try {
+            if constexpr (std::is_void_v<T>)
+                co_await task;
+            else
+                value.emplace(co_await task);
+        } catch (...) {
+            error = std::current_exception();
+        }
+        done = true;
+        loop.quit();
+    };
+    const QCoro::Task<> waiting = wait();
+    if (!done)
+        loop.exec();
+    if (error)
+        std::rethrow_exception(error);
+    if constexpr (!std::is_void_v<T>)
+        return std::move(*value);
 }
 
 /// Settings in memory, with the semantics of the real store.
