@@ -199,8 +199,11 @@ QCoro::Task<std::optional<QString>> EmulatorManager::locate(EmulatorProgram prog
     if (program == EmulatorProgram::gsplus)
         co_return findGSplusFast();
     const QPointer<EmulatorManager> self(this);
-    std::optional<QString> path = co_await runOnPool(
-        [locator = ProgramLocator(m_host.paths, m_host.settings), program] { return locator.find(located(program)); });
+    // Named, as g++ 12 destroys the captures of a lambda made inside a co_await expression twice.
+    const auto search = [locator = ProgramLocator(m_host.paths, m_host.settings), program] {
+        return locator.find(located(program));
+    };
+    std::optional<QString> path = co_await runOnPool(search);
     if (!path && self)
         path = co_await askSpotlight(program);
     co_return path;
@@ -257,13 +260,14 @@ QCoro::Task<> EmulatorManager::checkEmulatorStatus() {
     Log::info(u"Checking emulator status..."_s);
 
     const bool isGSplusKnown = m_fastGSplus.has_value();
-    Found found = co_await runOnPool([locator = ProgramLocator(m_host.paths, m_host.settings), isGSplusKnown] {
+    const auto search = [locator = ProgramLocator(m_host.paths, m_host.settings), isGSplusKnown] {
         Found paths;
         for (EmulatorProgram program : emulatorPrograms())
             if (program != EmulatorProgram::gsplus || !isGSplusKnown)
                 paths.insert(program, locator.find(located(program)));
         return paths;
-    });
+    };
+    Found found = co_await runOnPool(search);
     if (!self)
         co_return;
     if (!m_fastGSplus)
