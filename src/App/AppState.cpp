@@ -11,28 +11,10 @@
 #include <QDir>
 #include <QFileInfo>
 #include <algorithm>
-#include <array>
 
 namespace ludarium {
 
 namespace {
-
-constexpr std::array viewModeTexts{"List", "Grid", "Coverflow"};
-constexpr std::array gridSizeTexts{"Small", "Medium", "Large", "Extra Large"};
-constexpr std::array sortOrderTexts{"Title", "Year", "Developer", "Rating", "Recently Played", "Most Played"};
-
-/// The value whose stored text this is; a text that nobody knows leaves `value` as it was.
-template<typename Enum, size_t N>
-void readStored(const QString &text, const std::array<const char *, N> &texts, Enum &value) {
-    for (size_t i = 0; i < N; ++i)
-        if (text == QLatin1StringView(texts[i]))
-            value = static_cast<Enum>(i);
-}
-
-template<typename Enum, size_t N>
-QString storedText(Enum value, const std::array<const char *, N> &texts) {
-    return QLatin1StringView(texts.at(static_cast<size_t>(value)));
-}
 
 /// Sorting key of a title: the sort title where there is one.
 const QByteArray &sortKey(const Game &game) {
@@ -45,9 +27,9 @@ AppState::AppState(Host &host, EmulatorManager &emulators, QObject *parent)
     : QObject(parent), m_host(host), m_library(std::make_unique<GameLibrary>(host)),
       m_launcher(std::make_unique<GameLauncher>(host, emulators)) {
     connect(m_library.get(), &GameLibrary::gamesChanged, this, &AppState::filteredGamesChanged);
-    readStored(host.settings.value(Settings::viewMode), viewModeTexts, m_viewMode);
-    readStored(host.settings.value(Settings::gridSize), gridSizeTexts, m_gridSize);
-    readStored(host.settings.value(Settings::sortOrder), sortOrderTexts, m_sortOrder);
+    m_viewMode = viewModeFromText(host.settings.value(Settings::viewMode)).value_or(m_viewMode);
+    m_gridSize = gridSizeFromText(host.settings.value(Settings::gridSize)).value_or(m_gridSize);
+    m_sortOrder = sortOrderFromText(host.settings.value(Settings::sortOrder)).value_or(m_sortOrder);
     m_groupDuplicateGames = host.settings.value(Settings::groupDuplicateGames);
 }
 
@@ -104,9 +86,9 @@ void AppState::setGroupDuplicateGames(bool group) {
 
 void AppState::saveViewSettings() {
     m_host.settings.transaction([this] {
-        m_host.settings.setValue(Settings::viewMode, storedText(m_viewMode, viewModeTexts));
-        m_host.settings.setValue(Settings::gridSize, storedText(m_gridSize, gridSizeTexts));
-        m_host.settings.setValue(Settings::sortOrder, storedText(m_sortOrder, sortOrderTexts));
+        m_host.settings.setValue(Settings::viewMode, viewModeText(m_viewMode));
+        m_host.settings.setValue(Settings::gridSize, gridSizeText(m_gridSize));
+        m_host.settings.setValue(Settings::sortOrder, sortOrderText(m_sortOrder));
         m_host.settings.setValue(Settings::groupDuplicateGames, m_groupDuplicateGames);
     });
 }

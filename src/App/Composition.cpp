@@ -45,11 +45,21 @@ Composition::Composition(Options options) : d(std::make_unique<Private>(HostPath
     d->appState = std::make_unique<AppState>(*d->host, *d->emulators);
 }
 
-Composition::~Composition() { AppLogger::setShared(nullptr); }
+Composition::~Composition() {
+    AppLogger::setShared(nullptr);
+}
 
-Host &Composition::host() { return *d->host; }
-AppLogger &Composition::logger() { return *d->logger; }
-EmulatorManager &Composition::emulators() { return *d->emulators; }
-AppState &Composition::appState() { return *d->appState; }
+Host &Composition::host() {
+    return *d->host;
+}
+AppLogger &Composition::logger() {
+    return *d->logger;
+}
+EmulatorManager &Composition::emulators() {
+    return *d->emulators;
+}
+AppState &Composition::appState() {
+    return *d->appState;
+}
 
 } // namespace ludarium

@@ -106,7 +106,8 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
     // The parser reports from its own thread; the status belongs to the main thread.
     const auto progress = [self](const QString &text) {
         QMetaObject::invokeMethod(
-            self.data(), [self, text] {
+            self.data(),
+            [self, text] {
                 if (self && self->m_isLoading)
                     self->setStatus(text, 0.25);
             },
