@@ -115,9 +115,10 @@ QCoro::Task<> GameLibrary::step(QString status, double progress) {
 
 QCoro::Task<bool> GameLibrary::mayUseReadOnly(QString collection) {
     // A folder that is gone is not a read-only one: a cached library is shown all the same.
-    const bool writable = co_await runOnPool([collection] {
+    auto testWritable = [collection] {
         return !QFileInfo::exists(collection) || ::access(QFile::encodeName(collection).constData(), W_OK) == 0;
-    });
+    };
+    const bool writable = co_await runOnPool(std::move(testWritable));
     if (writable)
         co_return true;
     Log::warning(QStringLiteral("Collection volume is read-only: %1").arg(collection));
@@ -138,7 +139,8 @@ QCoro::Task<> GameLibrary::offerSetup(QString collection) {
         (m_services.isSettingUp && m_services.isSettingUp()))
         co_return;
     const auto status = m_services.setupStatus;
-    const LibraryServices::Setup setup = co_await runOnPool([=] { return status(collection); });
+    auto readStatus = [=] { return status(collection); };
+    const LibraryServices::Setup setup = co_await runOnPool(std::move(readStatus));
     if (!setup.needsSetup)
         co_return;
     co_await step(QStringLiteral("Collection needs setup..."), m_loadingProgress);
@@ -165,7 +167,8 @@ QCoro::Task<> GameLibrary::offerRepair(QString collection) {
         (m_services.isSettingUp && m_services.isSettingUp()))
         co_return;
     const auto status = m_services.setupStatus;
-    const LibraryServices::Setup setup = co_await runOnPool([=] { return status(collection); });
+    auto readStatus = [=] { return status(collection); };
+    const LibraryServices::Setup setup = co_await runOnPool(std::move(readStatus));
     if (setup.incomplete.isEmpty())
         co_return;
     co_await step(QStringLiteral("Checking metadata extraction..."), m_loadingProgress);
@@ -200,20 +203,22 @@ QCoro::Task<bool> GameLibrary::prepare(QString collection) {
     co_await offerSetup(collection);
     co_await offerRepair(collection);
     const LibraryServices services = m_services;
-    co_await runOnPool([collection, services] {
+    auto loadDatabases = [collection, services] {
         logLinuxPatch(collection);
         if (services.loadScummVMDatabase)
             services.loadScummVMDatabase(collection);
-    });
+    };
+    co_await runOnPool(std::move(loadDatabases));
     co_await step(QStringLiteral("Checking download-on-demand support..."), m_loadingProgress);
     if (services.ensureDownloadIndex)
         co_await services.ensureDownloadIndex(collection);
-    co_await runOnPool([collection, services] {
+    auto loadIndexes = [collection, services] {
         if (services.loadDownloadIndex)
             services.loadDownloadIndex(collection);
         if (services.loadRequirements)
             services.loadRequirements(collection);
-    });
+    };
+    co_await runOnPool(std::move(loadIndexes));
     co_return true;
 }
 
@@ -233,7 +238,8 @@ QCoro::Task<> GameLibrary::loadCollection(QString collection) {
         co_await step(QStringLiteral("Checking for cached data..."), m_loadingProgress);
         const LibraryCache cache = m_cache;
         const QDateTime today = now();
-        std::optional<CachedCollectionData> cached = co_await runOnPool([=] { return cache.load(collection, today); });
+        auto loadCache = [=] { return cache.load(collection, today); };
+        std::optional<CachedCollectionData> cached = co_await runOnPool(std::move(loadCache));
         if (!self)
             co_return;
         if (cached)
@@ -263,7 +269,7 @@ QCoro::Task<> GameLibrary::finishCacheLoad(CachedCollectionData data) {
     const UserData::Values user = m_userData.values();
     const QSet<QString> installed = m_installedIds;
     const QSet<QString> compressed = m_compressedIds;
-    auto refreshed = co_await runOnPool([user, installed, compressed, games = std::move(data.games)]() mutable {
+    auto refresh = [user, installed, compressed, games = std::move(data.games)]() mutable {
         RomPlatformTest isROM;
         QString contentName;
         bool isContent = false;
@@ -293,7 +299,8 @@ QCoro::Task<> GameLibrary::finishCacheLoad(CachedCollectionData data) {
         else
             Log::info(QStringLiteral("✅ Refreshed user data of %1 games").arg(count));
         return games;
-    });
+    };
+    auto refreshed = co_await runOnPool(std::move(refresh));
     if (!self)
         co_return;
     m_playlists = std::move(data.playlists);
@@ -305,9 +312,10 @@ QCoro::Task<> GameLibrary::finishCacheLoad(CachedCollectionData data) {
         QList<Platform> platforms;
         MetadataIndexes metadata;
     };
-    const Prepared prepared = co_await runOnPool([platforms, refreshed] {
+    auto prepareSidebar = [platforms, refreshed] {
         return Prepared{platformsWithPlayableGames(platforms, refreshed), MetadataIndexes::build(refreshed)};
-    });
+    };
+    const Prepared prepared = co_await runOnPool(std::move(prepareSidebar));
     if (!self)
         co_return;
     publish(std::move(refreshed));
@@ -335,7 +343,8 @@ struct GameLibrary::Loaded {
 QCoro::Task<> GameLibrary::fullLoad(QString collection) {
     const QPointer<GameLibrary> self(this);
     co_await step(QStringLiteral("No cache found. Loading from XML files (first time only)..."), 0);
-    const bool valid = co_await runOnPool([collection] { return validateCollectionStructure(collection); });
+    auto validate = [collection] { return validateCollectionStructure(collection); };
+    const bool valid = co_await runOnPool(std::move(validate));
     if (!self)
         co_return;
     if (!valid) {
@@ -347,8 +356,8 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
     QElapsedTimer timer;
     timer.start();
     co_await step(QStringLiteral("Loading platforms..."), 0.1);
-    QList<Platform> platforms =
-        co_await runOnPool([collection] { return LaunchBoxParser().parsePlatforms(collection); });
+    auto parsePlatforms = [collection] { return LaunchBoxParser().parsePlatforms(collection); };
+    QList<Platform> platforms = co_await runOnPool(std::move(parsePlatforms));
     if (!self)
         co_return;
     m_platforms = platforms.isEmpty() ? Platform::defaultPlatforms() : std::move(platforms);
@@ -368,7 +377,7 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
                 },
                 Qt::QueuedConnection);
     };
-    Loaded loaded = co_await runOnPool([collection, progress] {
+    auto parseGames = [collection, progress] {
         QElapsedTimer parsing;
         parsing.start();
         LaunchBoxParser::Games parsed = LaunchBoxParser().parseGamesWithAdditionalApps(collection, progress);
@@ -383,20 +392,22 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
         Log::info(QStringLiteral("⏱️ Parsed %1 games/s")
                       .arg(result.games.size() * 1000 / std::max<qint64>(parsing.elapsed(), 1)));
         return result;
-    });
+    };
+    Loaded loaded = co_await runOnPool(std::move(parseGames));
     if (!self)
         co_return;
 
     co_await step(QStringLiteral("Processing %1 games...").arg(loaded.games.size()), 0.5);
     const LibraryServices services = m_services;
-    loaded = co_await runOnPool([loaded = std::move(loaded)]() mutable {
+    auto associate = [loaded = std::move(loaded)]() mutable {
         associateAdditionalApplications(loaded.games, loaded.applications);
         loaded.applications.clear();
         return std::move(loaded);
-    });
+    };
+    loaded = co_await runOnPool(std::move(associate));
     co_await step(QStringLiteral("Loading emulator requirements..."), 0.55);
-    if (services.requirement)
-        loaded = co_await runOnPool([loaded = std::move(loaded), services]() mutable {
+    if (services.requirement) {
+        auto applyRequirements = [loaded = std::move(loaded), services]() mutable {
             QHash<EmulatorType, int> counts;
             for (GamePtr &game : loaded.games) {
                 if (game->platform != QLatin1StringView("MS-DOS"))
@@ -414,7 +425,9 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
                           .arg(counts[EmulatorType::staging])
                           .arg(counts[EmulatorType::vanilla]));
             return std::move(loaded);
-        });
+        };
+        loaded = co_await runOnPool(std::move(applyRequirements));
+    }
     if (!self)
         co_return;
 
@@ -426,7 +439,7 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
         QSet<QString> installed;
         QSet<QString> compressed;
     };
-    Checked checked = co_await runOnPool([games = std::move(loaded.games), services, skip, collection]() mutable {
+    auto checkDisk = [games = std::move(loaded.games), services, skip, collection]() mutable {
         QElapsedTimer checking;
         checking.start();
         Checked result;
@@ -457,7 +470,8 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
         }
         result.games = std::move(games);
         return result;
-    });
+    };
+    Checked checked = co_await runOnPool(std::move(checkDisk));
     if (!self)
         co_return;
     if (!skip && services.checkStatus) {
@@ -476,30 +490,31 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
         std::shared_ptr<const LibraryIndex> index;
         QList<Platform> platforms;
     };
-    Applied applied = co_await runOnPool(
-        [games = std::move(checked.games), user, installedIds, services, shown = m_platforms]() mutable {
-            QElapsedTimer applying;
-            applying.start();
-            RomPlatformTest isROM;
-            for (GamePtr &pointer : games) {
-                const bool installed = isROM(pointer->platform) || installedIds.contains(pointer->id);
-                if ((!installed || pointer->isInstalled) && !user.knows(pointer->id))
-                    continue;
-                Game &game = changeable(pointer);
-                user.applyTo(game);
-                game.isInstalled = game.isInstalled || installed;
-            }
-            const double seconds = std::max(static_cast<double>(applying.elapsed()) / 1000, 0.001);
-            Log::info(QStringLiteral("✅ Finished applyUserData in %1s (%2 games/s)")
-                          .arg(seconds, 0, 'f', 3)
-                          .arg(static_cast<qint64>(static_cast<double>(games.size()) / seconds)));
-            Applied result;
-            result.metadata = MetadataIndexes::build(games);
-            result.platforms = platformsWithPlayableGames(shown, games);
-            result.index = LibraryIndex::build(games, services.mt32Titles ? services.mt32Titles() : QSet<QString>());
-            result.games = std::move(games);
-            return result;
-        });
+    auto applyUserData = [games = std::move(checked.games), user, installedIds, services,
+                          shown = m_platforms]() mutable {
+        QElapsedTimer applying;
+        applying.start();
+        RomPlatformTest isROM;
+        for (GamePtr &pointer : games) {
+            const bool installed = isROM(pointer->platform) || installedIds.contains(pointer->id);
+            if ((!installed || pointer->isInstalled) && !user.knows(pointer->id))
+                continue;
+            Game &game = changeable(pointer);
+            user.applyTo(game);
+            game.isInstalled = game.isInstalled || installed;
+        }
+        const double seconds = std::max(static_cast<double>(applying.elapsed()) / 1000, 0.001);
+        Log::info(QStringLiteral("✅ Finished applyUserData in %1s (%2 games/s)")
+                      .arg(seconds, 0, 'f', 3)
+                      .arg(static_cast<qint64>(static_cast<double>(games.size()) / seconds)));
+        Applied result;
+        result.metadata = MetadataIndexes::build(games);
+        result.platforms = platformsWithPlayableGames(shown, games);
+        result.index = LibraryIndex::build(games, services.mt32Titles ? services.mt32Titles() : QSet<QString>());
+        result.games = std::move(games);
+        return result;
+    };
+    Applied applied = co_await runOnPool(std::move(applyUserData));
     if (!self)
         co_return;
     publish(std::move(applied.games), applied.index);
@@ -509,11 +524,12 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
     co_await step(QStringLiteral("Building indexes..."), 0.8);
     m_metadata = applied.metadata;
     co_await step(QStringLiteral("Loading playlists..."), 0.9);
-    QList<Playlist> playlists =
-        co_await runOnPool([collection] { return LaunchBoxParser().parsePlaylists(collection); });
+    auto parsePlaylists = [collection] { return LaunchBoxParser().parsePlaylists(collection); };
+    QList<Playlist> playlists = co_await runOnPool(std::move(parsePlaylists));
     co_await step(QStringLiteral("Applying playlist filters..."), 0.9);
     const GameList published = m_games;
-    m_playlists = co_await runOnPool([playlists, published] { return applyPlaylistFilters(playlists, published); });
+    auto fillPlaylists = [playlists, published] { return applyPlaylistFilters(playlists, published); };
+    m_playlists = co_await runOnPool(std::move(fillPlaylists));
     if (!self)
         co_return;
     Q_EMIT playlistsChanged();
