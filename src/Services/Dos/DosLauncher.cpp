@@ -122,13 +122,16 @@ QCoro::Task<DosPlanInput> DosLauncher::Private::gather(std::shared_ptr<Core> cor
 
 QCoro::Task<LaunchPlan> DosLauncher::Private::plan(std::shared_ptr<Core> core, DosLaunchRequest request) {
     const DosPlanInput input = co_await gather(core, std::move(request));
-    const Considered considered = co_await runOnPool([input] { return consider(input); });
+    // Named first: g++ 12 destroys the captures of a lambda twice that is made inside the awaited expression.
+    const auto work = [input] { return consider(input); };
+    const Considered considered = co_await runOnPool(work);
     co_return considered.result.plan;
 }
 
 QCoro::Task<DosLauncher::Started> DosLauncher::Private::launch(std::shared_ptr<Core> core, DosLaunchRequest request) {
     const DosPlanInput input = co_await gather(core, std::move(request));
-    const DosPlan made = co_await runOnPool([input] { return prepareAndWrite(input); });
+    const auto work = [input] { return prepareAndWrite(input); };
+    const DosPlan made = co_await runOnPool(work);
     ProcessSpec spec;
     spec.program = made.plan.program;
     spec.arguments = made.plan.arguments;
