@@ -47,7 +47,8 @@ class GameLibraryTest : public testing::Test {
         services.checkStatus = [](const GameList &games, const QString &) {
             QList<GameStatus> result;
             for (const GamePtr &game : games)
-                result.append(game->id == QLatin1StringView("a")   ? GameStatus{true, false, false, {}}
+                result.append(game->id == QLatin1StringView("a") || game->id == QLatin1StringView("s")
+                                  ? GameStatus{true, false, false, {}}
                               : game->id == QLatin1StringView("b") ? GameStatus{false, true, false, {}}
                                                                    : GameStatus{});
             return result;
