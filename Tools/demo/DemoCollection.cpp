@@ -5,8 +5,10 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
+#include <QFileInfo>
 #include <QResource>
 #include <QStringList>
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <stdexcept>
@@ -62,8 +64,11 @@ class Made {
     }
 
     void folder(const QString &path) {
-        if (QFileInfo(path).isDir())
+        const QFileInfo info(path);
+        if (info.isDir())
             return;
+        if (info.exists())
+            fail(ENOTDIR, path);
         const QString parent = QFileInfo(path).path();
         if (parent != path)
             folder(parent);
@@ -75,13 +80,15 @@ class Made {
 
     void file(const QString &path, const QByteArray &content, bool executable) {
         const QByteArray native = QFile::encodeName(path);
-        const int descriptor = ::open(native.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, executable ? 0777 : 0666);
+        const int descriptor =
+            ::open(native.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, executable ? 0777 : 0666);
         if (descriptor < 0)
             fail(errno, path);
         m_files.append(native);
         int error = 0;
         for (qsizetype done = 0; done < content.size() && !error;) {
-            const ssize_t written = ::write(descriptor, content.constData() + done, static_cast<size_t>(content.size() - done));
+            const ssize_t written =
+                ::write(descriptor, content.constData() + done, static_cast<size_t>(content.size() - done));
             if (written >= 0)
                 done += written;
             else if (errno != EINTR)
@@ -113,8 +120,6 @@ QByteArray embedded(const QString &path) {
 void writeDemoCollection(const QString &folder) {
     const QString root = QDir::cleanPath(QDir::current().absoluteFilePath(folder));
     const QFileInfo info(root);
-    if ((info.exists() || info.isSymLink()) && !info.isDir())
-        fail(ENOTDIR, root);
     if (info.isDir() && !QDir(root).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot))
         throw std::system_error(ENOTEMPTY, std::generic_category(),
                                 "The demo collection needs an empty folder, and " + root.toStdString() + " is not");

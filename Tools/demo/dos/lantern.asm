@@ -1,5 +1,6 @@
 ; Lanternlight: slow waves of coloured light and a line of text. Mode 13h. Esc ends it.
 
+%define FAST_FRAMES 200
 %include "common.inc"
 
 DARK     equ 254
@@ -94,7 +95,7 @@ frame:
         mov ax, [frames]
         shr ax, 2
         mov [score], ax
-        cmp word [frames], 700
+        call selfPlayOver
         jae quit
 .hand:  call pollKey
         jz frame

@@ -133,7 +133,8 @@ QImage boxBack(const DemoGame &game, const QImage &shot) {
     painter.drawImage(picture, shot);
     painter.setPen(ink.light);
     painter.setFont(plainFont(15, false));
-    painter.drawText(QRectF(40, 312, 370, 220), Qt::AlignLeft | Qt::TextWordWrap, game.notes.section(QStringLiteral("\n\n"), 0, 0));
+    painter.drawText(QRectF(40, 312, 370, 220), Qt::AlignLeft | Qt::TextWordWrap,
+                     game.notes.section(QStringLiteral("\n\n"), 0, 0));
     painter.fillRect(QRectF(320, 540, 96, 44), Qt::white);
     Dice dice(game.title);
     for (double x = 326; x < 410; x += dice.between(2.5, 6))

@@ -174,7 +174,9 @@ void Brush::tower(double x, double foot, double width, double height, const QCol
     } else {
         for (int i = 0; i < 3; ++i) {
             const double left = x + width * (0.40 * i);
-            polygon({{left, top + 0.001}, {left, top - width * 0.2}, {left + width * 0.2, top - width * 0.2},
+            polygon({{left, top + 0.001},
+                     {left, top - width * 0.2},
+                     {left + width * 0.2, top - width * 0.2},
                      {left + width * 0.2, top + 0.001}},
                     QBrush(shade));
         }
@@ -185,8 +187,9 @@ void Brush::tower(double x, double foot, double width, double height, const QCol
             continue;
         const QPointF center = at(x + width * dice.between(0.35, 0.65), top + height * (floor + 0.5) / floors);
         painter.setBrush(window);
-        painter.drawRoundedRect(QRectF(center.x() - length(0.006), center.y() - length(0.012), length(0.012), length(0.024)),
-                                length(0.006), length(0.006));
+        painter.drawRoundedRect(
+            QRectF(center.x() - length(0.006), center.y() - length(0.012), length(0.012), length(0.024)), length(0.006),
+            length(0.006));
     }
 }
 
@@ -203,7 +206,8 @@ void Brush::building(double x, double foot, double width, double height, const Q
             QColor lit = window;
             lit.setAlpha(120 + dice.below(135));
             painter.setBrush(lit);
-            painter.drawRect(QRectF(corner, QSizeF(width / columns * 0.5 * m_area.width(), height / rows * 0.45 * m_area.height())));
+            painter.drawRect(
+                QRectF(corner, QSizeF(width / columns * 0.5 * m_area.width(), height / rows * 0.45 * m_area.height())));
         }
     }
 }

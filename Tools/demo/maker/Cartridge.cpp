@@ -123,9 +123,9 @@ QByteArray pocketCartridge(const QString &title) {
     };
     copy(tilesAt, 0x8000, 64 * 16);
     copy(mapAt, 0x9800, 32 * 32);
-    code.put({0x3E, 0xE4, 0xE0, 0x47});             // palette: LD A,$E4; LDH ($47),A
-    code.put({0xAF, 0xE0, 0x42, 0xE0, 0x43});       // scroll to 0
-    code.put({0x3E, 0x91, 0xE0, 0x40});             // display on
+    code.put({0x3E, 0xE4, 0xE0, 0x47});       // palette: LD A,$E4; LDH ($47),A
+    code.put({0xAF, 0xE0, 0x42, 0xE0, 0x43}); // scroll to 0
+    code.put({0x3E, 0x91, 0xE0, 0x40});       // display on
     // For ever: the upper part stands still, the hills below line 88 scroll by.
     const int frame = code.here();
     const int blank = code.here();
@@ -189,13 +189,13 @@ QByteArray homeCartridge(const QString &title) {
     program.replace(mapAt - origin, map.size(), map);
     constexpr int paletteAt = 0xD800;
     const int hue = 1 + dice.below(12);
-    const QByteArray palette = QByteArray("\x0F\x30", 2) + static_cast<char>(hue) + static_cast<char>(0x30) ;
+    const QByteArray palette = QByteArray("\x0F\x30", 2) + static_cast<char>(hue) + static_cast<char>(0x30);
     program.replace(paletteAt - origin, 4, palette);
 
     Code code(origin);
-    code.put({0x78, 0xD8, 0xA2, 0xFF, 0x9A});                 // SEI; CLD; LDX #$FF; TXS
+    code.put({0x78, 0xD8, 0xA2, 0xFF, 0x9A});                   // SEI; CLD; LDX #$FF; TXS
     code.put({0xA9, 0x00, 0x8D, 0x00, 0x20, 0x8D, 0x01, 0x20}); // picture unit off
-    for (int i = 0; i < 2; ++i) {                             // two frames until it is warm
+    for (int i = 0; i < 2; ++i) {                               // two frames until it is warm
         const int wait = code.here();
         code.put({0x2C, 0x02, 0x20}).jumpBack(0x10, wait); // BIT $2002; BPL
     }

@@ -44,8 +44,8 @@ struct DemoGame {
 
 struct DemoPlaylist {
     QString name, notes;
-    QStringList games;                  ///< "platform|title"
-    QList<QStringList> filters;         ///< field, comparison, value
+    QStringList games;          ///< "platform|title"
+    QList<QStringList> filters; ///< field, comparison, value
     bool dynamic() const { return !filters.isEmpty(); }
     QString id() const;
 };

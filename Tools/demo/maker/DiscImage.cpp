@@ -80,7 +80,10 @@ QByteArray discImage(const QString &volume, const Files &files, int year) {
     for (int i = 0; i < 4; ++i) // made, changed, expires, effective
         head.replace(at + 813 + i * 17, 16, i < 2 ? stamp.leftJustified(16, '0') : QByteArray(16, '0'));
     head[at + 881] = 1;
-    head.replace(17 * sector, 7, QByteArray("\xff" "CD001\1", 7));
+    head.replace(17 * sector, 7,
+                 QByteArray("\xff"
+                            "CD001\1",
+                            7));
     for (const qsizetype table : {qsizetype(18), qsizetype(19)}) {
         head[table * sector] = 1;
         if (table == 18)

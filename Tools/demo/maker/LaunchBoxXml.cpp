@@ -82,7 +82,8 @@ void putGame(Writer &xml, const DemoGame &game, const GamePaths &paths) {
     xml.put("CommunityStarRating", QString::number(game.stars));
     xml.put("CommunityStarRatingTotalVotes", game.votes);
     xml.put("DatabaseID", game.databaseId());
-    xml.put("WikipediaURL", game.wikipedia ? QStringLiteral("https://en.wikipedia.org/wiki/Fictional_video_game") : QString());
+    xml.put("WikipediaURL",
+            game.wikipedia ? QStringLiteral("https://en.wikipedia.org/wiki/Fictional_video_game") : QString());
     xml.put("VideoUrl");
     xml.put("Title", game.title);
     xml.put("UseDosBox", game.isDos());
@@ -107,10 +108,14 @@ QByteArray platformsXml(const QStringList &platforms) {
         const char *category, *developer, *manufacturer, *date, *notes;
     };
     static const QHash<QString, Description> known{
-        {QStringLiteral("MS-DOS"), {"Computer", "Microsoft", "IBM and many others", "1981-08-12", "Beige, loud, and home to most of this shelf."}},
+        {QStringLiteral("MS-DOS"),
+         {"Computer", "Microsoft", "IBM and many others", "1981-08-12",
+          "Beige, loud, and home to most of this shelf."}},
         {QStringLiteral("ScummVM"), {"Engine", "The ScummVM Team", "", "2001-10-09", "Stories with a pointer."}},
-        {QStringLiteral("Nintendo Game Boy"), {"Handhelds", "Nintendo", "Nintendo", "1989-04-21", "Four shades and four batteries."}},
-        {QStringLiteral("Nintendo Entertainment System"), {"Consoles", "Nintendo", "Nintendo", "1985-10-18", "The grey box below the television."}}};
+        {QStringLiteral("Nintendo Game Boy"),
+         {"Handhelds", "Nintendo", "Nintendo", "1989-04-21", "Four shades and four batteries."}},
+        {QStringLiteral("Nintendo Entertainment System"),
+         {"Consoles", "Nintendo", "Nintendo", "1985-10-18", "The grey box below the television."}}};
     Writer xml;
     for (const QString &name : platforms) {
         const Description description = known.value(name, Description{"", "", "", "1980-01-01", ""});

@@ -21,9 +21,12 @@ struct Typeface {
 };
 
 constexpr Typeface typefaces[] = {
-    {"URW Bookman", QFont::DemiBold, false, 100}, {"URW Gothic", QFont::DemiBold, false, 104},
-    {"C059", QFont::Bold, false, 100},            {"Nimbus Sans Narrow", QFont::Bold, true, 102},
-    {"P052", QFont::Bold, true, 100},             {"Nimbus Sans", QFont::Bold, false, 108},
+    {"URW Bookman", QFont::DemiBold, false, 100},
+    {"URW Gothic", QFont::DemiBold, false, 104},
+    {"C059", QFont::Bold, false, 100},
+    {"Nimbus Sans Narrow", QFont::Bold, true, 102},
+    {"P052", QFont::Bold, true, 100},
+    {"Nimbus Sans", QFont::Bold, false, 108},
     {"Nimbus Mono PS", QFont::Bold, false, 92},
 };
 
@@ -134,7 +137,8 @@ void paintLetters(QPainter &painter, const QPainterPath &path, double pixels, in
 
 void loadTypefaces(const QString &folder) {
     const QDir dir(folder);
-    for (const QString &name : dir.entryList({QStringLiteral("*.otf"), QStringLiteral("*.ttf")}, QDir::Files, QDir::Name))
+    for (const QString &name :
+         dir.entryList({QStringLiteral("*.otf"), QStringLiteral("*.ttf")}, QDir::Files, QDir::Name))
         QFontDatabase::addApplicationFont(dir.filePath(name));
 }
 
@@ -145,7 +149,8 @@ QFont plainFont(double pixels, bool bold) {
     return font;
 }
 
-void paintTitle(QPainter &painter, const QRectF &area, const QString &title, const QString &style, const SceneInk &ink) {
+void paintTitle(QPainter &painter, const QRectF &area, const QString &title, const QString &style,
+                const SceneInk &ink) {
     Dice dice(style);
     const Typeface &face = typefaces[dice.below(static_cast<int>(std::size(typefaces)))];
     const int look = dice.below(4);

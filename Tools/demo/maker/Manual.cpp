@@ -41,24 +41,29 @@ QByteArray page(const QString &heading, const QString &text, const QString &foot
 } // namespace
 
 QByteArray manual(const DemoGame &game) {
-    const QString controls = game.genre.contains(QStringLiteral("Fiction"))
-                                 ? QStringLiteral("You play by typing. NORTH, SOUTH, EAST and WEST walk; LOOK, EXAMINE, TAKE, DROP and USE do what they say.\n\nHELP lists all verbs. Esc leaves for DOS.")
-                                 : QStringLiteral("The arrow keys move. Space acts, where there is something to act on. Esc ends the game and keeps your best score in SCORE.DAT.\n\nStart the program with /D to see it play by itself.");
+    const QString controls =
+        game.genre.contains(QStringLiteral("Fiction"))
+            ? QStringLiteral("You play by typing. NORTH, SOUTH, EAST and WEST walk; LOOK, EXAMINE, TAKE, DROP and USE "
+                             "do what they say.\n\nHELP lists all verbs. Esc leaves for DOS.")
+            : QStringLiteral(
+                  "The arrow keys move. Space acts, where there is something to act on. Esc ends the game and keeps "
+                  "your best score in SCORE.DAT.\n\nStart the program with /D to see it play by itself.");
     const QString name = game.title.size() > 34 ? game.title.section(u':', 0, 0).left(34) : game.title;
     const QByteArray pages[] = {
         page(name, game.notes + QStringLiteral("\n\n") + game.developer + QStringLiteral(", %1").arg(game.year()),
              QStringLiteral("Page 1")),
         page(QStringLiteral("How to play"),
-             controls + QStringLiteral("\n\nIf the screen stays dark, check that the lamp of your monitor is lit. If it is, check that the lamp of your "
+             controls + QStringLiteral("\n\nIf the screen stays dark, check that the lamp of your monitor is lit. If "
+                                       "it is, check that the lamp of your "
                                        "computer is lit. If both are, go for a walk and try again."),
              QStringLiteral("Page 2"))};
 
-    QList<QByteArray> objects{"<< /Type /Catalog /Pages 2 0 R >>",
-                              "<< /Type /Pages /Kids [5 0 R 7 0 R] /Count 2 >>",
+    QList<QByteArray> objects{"<< /Type /Catalog /Pages 2 0 R >>", "<< /Type /Pages /Kids [5 0 R 7 0 R] /Count 2 >>",
                               "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica /Encoding /WinAnsiEncoding >>",
                               "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica-Bold /Encoding /WinAnsiEncoding >>"};
     for (const QByteArray &content : pages) {
-        objects.append("<< /Type /Page /Parent 2 0 R /MediaBox [0 0 420 740] /Resources << /Font << /F1 3 0 R /F2 4 0 R >> >> /Contents " +
+        objects.append("<< /Type /Page /Parent 2 0 R /MediaBox [0 0 420 740] /Resources << /Font << /F1 3 0 R /F2 4 0 "
+                       "R >> >> /Contents " +
                        QByteArray::number(objects.size() + 2) + " 0 R >>");
         objects.append("<< /Length " + QByteArray::number(content.size()) + " >>\nstream\n" + content + "endstream");
     }
@@ -70,7 +75,8 @@ QByteArray manual(const DemoGame &game) {
     }
     const QByteArray count = QByteArray::number(objects.size() + 1);
     const QByteArray start = QByteArray::number(pdf.size());
-    return pdf + "xref\n0 " + count + "\n" + table + "trailer\n<< /Size " + count + " /Root 1 0 R >>\nstartxref\n" + start + "\n%%EOF\n";
+    return pdf + "xref\n0 " + count + "\n" + table + "trailer\n<< /Size " + count + " /Root 1 0 R >>\nstartxref\n" +
+           start + "\n%%EOF\n";
 }
 
 } // namespace ludarium::demo

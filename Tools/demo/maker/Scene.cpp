@@ -108,8 +108,10 @@ void lighthouse(Brush &brush) {
     wall.setColorAt(1, rgb(0x7d6f70));
     brush.polygon({{0.565, 0.70}, {0.59, 0.37}, {0.66, 0.37}, {0.685, 0.70}}, QBrush(wall));
     for (const double band : {0.43, 0.53, 0.63})
-        brush.polygon({{0.589 - (band - 0.37) * 0.076, band}, {0.661 + (band - 0.37) * 0.076, band},
-                       {0.664 + (band - 0.37) * 0.076, band + 0.05}, {0.586 - (band - 0.37) * 0.076, band + 0.05}},
+        brush.polygon({{0.589 - (band - 0.37) * 0.076, band},
+                       {0.661 + (band - 0.37) * 0.076, band},
+                       {0.664 + (band - 0.37) * 0.076, band + 0.05},
+                       {0.586 - (band - 0.37) * 0.076, band + 0.05}},
                       rgb(0xc23b3b));
     brush.polygon({{0.575, 0.37}, {0.675, 0.37}, {0.675, 0.355}, {0.575, 0.355}}, rgb(0x22222e));
     brush.polygon({{0.60, 0.355}, {0.65, 0.355}, {0.65, 0.31}, {0.60, 0.31}}, rgb(0xfff2a8));
@@ -245,7 +247,8 @@ void gear(Brush &brush, double x, double y, double radius, int teeth, const QCol
         const double reach = brush.length(radius) * (i % 4 < 2 ? 1.0 : 0.86);
         shape.append(center + QPointF(std::cos(angle), std::sin(angle)) * reach);
     }
-    QRadialGradient metal(center, brush.length(radius) * 1.2, center - QPointF(brush.length(radius), brush.length(radius)) * 0.4);
+    QRadialGradient metal(center, brush.length(radius) * 1.2,
+                          center - QPointF(brush.length(radius), brush.length(radius)) * 0.4);
     metal.setColorAt(0, color.lighter(150));
     metal.setColorAt(1, color.darker(170));
     brush.painter.setBrush(metal);
@@ -276,7 +279,8 @@ void clock(Brush &brush) {
         brush.painter.setPen(QPen(rgb(0x2a1a10), brush.length(hour % 3 ? 0.008 : 0.018), Qt::SolidLine, Qt::RoundCap));
         brush.painter.drawLine(center + way * brush.length(0.235), center + way * brush.length(0.27));
     }
-    for (const auto &[angle, reach, width] : {std::tuple{-pi / 2, 0.21, 0.014}, std::tuple{-pi / 2 - 0.16, 0.14, 0.022}}) {
+    for (const auto &[angle, reach, width] :
+         {std::tuple{-pi / 2, 0.21, 0.014}, std::tuple{-pi / 2 - 0.16, 0.14, 0.022}}) {
         brush.painter.setPen(QPen(rgb(0x1a1010), brush.length(width), Qt::SolidLine, Qt::RoundCap));
         brush.painter.drawLine(center, center + QPointF(std::cos(angle), std::sin(angle)) * brush.length(reach));
     }
@@ -309,11 +313,16 @@ void desert(Brush &brush) {
     brush.sky({rgb(0x2a6a9a), rgb(0xf4c27a), rgb(0xf27a4a)});
     brush.glow(0.30, 0.42, 0.10, rgb(0xfff0c0), 3);
     brush.disc(0.30, 0.42, 0.09, rgb(0xfff6d8));
-    for (const auto &[x, width, top] : {std::tuple{0.05, 0.22, 0.44}, std::tuple{0.58, 0.16, 0.38}, std::tuple{0.78, 0.26, 0.48}}) {
+    for (const auto &[x, width, top] :
+         {std::tuple{0.05, 0.22, 0.44}, std::tuple{0.58, 0.16, 0.38}, std::tuple{0.78, 0.26, 0.48}}) {
         QLinearGradient rock(brush.at(0, top), brush.at(0, 0.64));
         rock.setColorAt(0, rgb(0xd2643c));
         rock.setColorAt(1, rgb(0x8a3a34));
-        brush.polygon({{x - 0.03, 0.65}, {x, top + 0.05}, {x + 0.02, top}, {x + width - 0.02, top}, {x + width, top + 0.06},
+        brush.polygon({{x - 0.03, 0.65},
+                       {x, top + 0.05},
+                       {x + 0.02, top},
+                       {x + width - 0.02, top},
+                       {x + width, top + 0.06},
                        {x + width + 0.04, 0.65}},
                       QBrush(rock));
         for (int i = 1; i < 4; ++i)
@@ -324,13 +333,18 @@ void desert(Brush &brush) {
     for (int i = 0; i < 6; ++i) {
         const double near = 0.64 + 0.36 * (i * i) / 36.0;
         const double half = 0.002 + 0.012 * (near - 0.63) / 0.37;
-        brush.polygon({{0.5 - half, near}, {0.5 + half, near}, {0.5 + half * 1.4, near + 0.03 + 0.01 * i}, {0.5 - half * 1.4, near + 0.03 + 0.01 * i}},
+        brush.polygon({{0.5 - half, near},
+                       {0.5 + half, near},
+                       {0.5 + half * 1.4, near + 0.03 + 0.01 * i},
+                       {0.5 - half * 1.4, near + 0.03 + 0.01 * i}},
                       rgb(0xf6e6a0));
     }
     // The car, from behind, in its own dust.
     for (int i = 0; i < 12; ++i)
-        brush.glow(0.62 + brush.dice.between(-0.14, 0.14), 0.86 + brush.dice.between(-0.02, 0.05), 0.04, rgb(0xe8c090), 2.4);
-    brush.polygon({{0.53, 0.85}, {0.55, 0.79}, {0.58, 0.745}, {0.68, 0.745}, {0.71, 0.79}, {0.73, 0.85}}, rgb(0xd02c3a));
+        brush.glow(0.62 + brush.dice.between(-0.14, 0.14), 0.86 + brush.dice.between(-0.02, 0.05), 0.04, rgb(0xe8c090),
+                   2.4);
+    brush.polygon({{0.53, 0.85}, {0.55, 0.79}, {0.58, 0.745}, {0.68, 0.745}, {0.71, 0.79}, {0.73, 0.85}},
+                  rgb(0xd02c3a));
     brush.polygon({{0.57, 0.79}, {0.59, 0.758}, {0.67, 0.758}, {0.69, 0.79}}, rgb(0x22303e));
     brush.polygon({{0.54, 0.85}, {0.58, 0.85}, {0.58, 0.885}, {0.54, 0.885}}, rgb(0x141418));
     brush.polygon({{0.68, 0.85}, {0.72, 0.85}, {0.72, 0.885}, {0.68, 0.885}}, rgb(0x141418));
@@ -383,8 +397,10 @@ void cave(Brush &brush) {
         const double foot = brush.dice.between(0.80, 0.98);
         const double high = brush.dice.between(0.05, 0.15);
         const QColor color = QColor::fromHsv(170 + brush.dice.below(130), 150, 230);
-        brush.polygon({{x - 0.02, foot}, {x - 0.012, foot - high * 0.8}, {x, foot - high}, {x, foot}}, color.lighter(130));
-        brush.polygon({{x, foot}, {x, foot - high}, {x + 0.014, foot - high * 0.7}, {x + 0.022, foot}}, color.darker(140));
+        brush.polygon({{x - 0.02, foot}, {x - 0.012, foot - high * 0.8}, {x, foot - high}, {x, foot}},
+                      color.lighter(130));
+        brush.polygon({{x, foot}, {x, foot - high}, {x + 0.014, foot - high * 0.7}, {x + 0.022, foot}},
+                      color.darker(140));
     }
     // The badger with its lamp.
     brush.ball(0.46, 0.78, 0.13, rgb(0x50505c));
@@ -417,8 +433,10 @@ void forest(Brush &brush) {
     }
     // A moth with wide wings over a lamp.
     for (const double side : {-1.0, 1.0}) {
-        brush.polygon({{0.5, 0.56}, {0.5 + side * 0.30, 0.42}, {0.5 + side * 0.33, 0.56}, {0.5 + side * 0.18, 0.64}}, rgb(0xf0d8a0));
-        brush.polygon({{0.5, 0.58}, {0.5 + side * 0.18, 0.64}, {0.5 + side * 0.20, 0.74}, {0.5 + side * 0.07, 0.70}}, rgb(0xd8a86a));
+        brush.polygon({{0.5, 0.56}, {0.5 + side * 0.30, 0.42}, {0.5 + side * 0.33, 0.56}, {0.5 + side * 0.18, 0.64}},
+                      rgb(0xf0d8a0));
+        brush.polygon({{0.5, 0.58}, {0.5 + side * 0.18, 0.64}, {0.5 + side * 0.20, 0.74}, {0.5 + side * 0.07, 0.70}},
+                      rgb(0xd8a86a));
         brush.disc(0.5 + side * 0.20, 0.535, 0.034, rgb(0x5a3a6a));
         brush.disc(0.5 + side * 0.20, 0.535, 0.018, rgb(0xf6f0c0));
         brush.line(0.5, 0.53, 0.5 + side * 0.06, 0.45, 0.005, rgb(0x3a2a20));
@@ -431,12 +449,14 @@ void mountains(Brush &brush) {
     brush.glow(0.7, 0.46, 0.09, rgb(0xfff6d0), 4);
     brush.disc(0.7, 0.46, 0.07, rgb(0xfffbe8));
     for (int layer = 0; layer < 5; ++layer)
-        brush.ridge(0.52 + layer * 0.09, 0.10 - layer * 0.016, QColor::fromHsv(230 - layer * 22, 90 + layer * 14, 170 - layer * 26),
+        brush.ridge(0.52 + layer * 0.09, 0.10 - layer * 0.016,
+                    QColor::fromHsv(230 - layer * 22, 90 + layer * 14, 170 - layer * 26),
                     QColor::fromHsv(222 - layer * 22, 110 + layer * 14, 130 - layer * 22), 6);
     // A sheet of map in the foreground, with a road that goes on into the land.
     brush.polygon({{0.10, 0.86}, {0.52, 0.80}, {0.90, 0.88}, {0.84, 1.02}, {0.06, 1.02}}, rgb(0xf2e2bc));
     for (int i = 0; i < 6; ++i)
-        brush.line(0.16 + i * 0.11, 0.90 + 0.012 * (i % 2), 0.22 + i * 0.11, 0.905 - 0.012 * (i % 2), 0.007, rgb(0xb04030));
+        brush.line(0.16 + i * 0.11, 0.90 + 0.012 * (i % 2), 0.22 + i * 0.11, 0.905 - 0.012 * (i % 2), 0.007,
+                   rgb(0xb04030));
     brush.line(0.80, 0.92, 0.84, 0.95, 0.010, rgb(0xb04030));
     brush.line(0.84, 0.92, 0.80, 0.95, 0.010, rgb(0xb04030));
 }
@@ -449,8 +469,9 @@ void plasma(Brush &brush) {
         for (int x = 0; x < cells.width(); ++x) {
             const double value = std::sin(x * 0.13 + phase) + std::sin(y * 0.10 - phase) + std::sin((x + y) * 0.07) +
                                  std::sin(std::hypot(x - 34, y - 44) * 0.16);
-            cells.setPixelColor(x, y, QColor::fromHsv(static_cast<int>(290 + value * 46) % 360, 210,
-                                                      static_cast<int>(170 + value * 20)));
+            cells.setPixelColor(
+                x, y,
+                QColor::fromHsv(static_cast<int>(290 + value * 46) % 360, 210, static_cast<int>(170 + value * 20)));
         }
     }
     brush.painter.setRenderHint(QPainter::SmoothPixmapTransform);
@@ -487,10 +508,25 @@ void storm(Brush &brush) {
     }
     // The hero: cape, mask, folded arms.
     brush.polygon({{0.60, 0.52}, {0.44, 0.92}, {0.62, 0.86}, {0.84, 0.94}, {0.72, 0.52}}, rgb(0xc22c3a));
-    brush.polygon({{0.58, 0.53}, {0.74, 0.53}, {0.70, 0.74}, {0.72, 0.92}, {0.66, 0.92}, {0.65, 0.78}, {0.63, 0.92}, {0.57, 0.92}, {0.61, 0.74}},
+    brush.polygon({{0.58, 0.53},
+                   {0.74, 0.53},
+                   {0.70, 0.74},
+                   {0.72, 0.92},
+                   {0.66, 0.92},
+                   {0.65, 0.78},
+                   {0.63, 0.92},
+                   {0.57, 0.92},
+                   {0.61, 0.74}},
                   rgb(0x2c5aa8));
     brush.ball(0.66, 0.46, 0.06, rgb(0xe0a878));
-    brush.polygon({{0.605, 0.47}, {0.612, 0.41}, {0.66, 0.385}, {0.708, 0.41}, {0.715, 0.47}, {0.68, 0.48}, {0.66, 0.465}, {0.64, 0.48}},
+    brush.polygon({{0.605, 0.47},
+                   {0.612, 0.41},
+                   {0.66, 0.385},
+                   {0.708, 0.41},
+                   {0.715, 0.47},
+                   {0.68, 0.48},
+                   {0.66, 0.465},
+                   {0.64, 0.48}},
                   rgb(0xf2d23c));
     brush.disc(0.64, 0.45, 0.010, rgb(0xffffff));
     brush.disc(0.68, 0.45, 0.010, rgb(0xffffff));
@@ -509,16 +545,24 @@ void grid(Brush &brush) {
 }
 
 const QHash<QString, std::function<void(Brush &)>> &scenes() {
-    static const QHash<QString, std::function<void(Brush &)>> table{
-        {QStringLiteral("space"), space},         {QStringLiteral("castle"), castle},
-        {QStringLiteral("lighthouse"), lighthouse}, {QStringLiteral("swamp"), swamp},
-        {QStringLiteral("dusk"), dusk},           {QStringLiteral("city"), city},
-        {QStringLiteral("sea"), sea},             {QStringLiteral("winter"), winter},
-        {QStringLiteral("clock"), clock},         {QStringLiteral("clouds"), clouds},
-        {QStringLiteral("desert"), desert},       {QStringLiteral("garden"), garden},
-        {QStringLiteral("cave"), cave},           {QStringLiteral("forest"), forest},
-        {QStringLiteral("mountains"), mountains}, {QStringLiteral("plasma"), plasma},
-        {QStringLiteral("storm"), storm},         {QStringLiteral("grid"), grid}};
+    static const QHash<QString, std::function<void(Brush &)>> table{{QStringLiteral("space"), space},
+                                                                    {QStringLiteral("castle"), castle},
+                                                                    {QStringLiteral("lighthouse"), lighthouse},
+                                                                    {QStringLiteral("swamp"), swamp},
+                                                                    {QStringLiteral("dusk"), dusk},
+                                                                    {QStringLiteral("city"), city},
+                                                                    {QStringLiteral("sea"), sea},
+                                                                    {QStringLiteral("winter"), winter},
+                                                                    {QStringLiteral("clock"), clock},
+                                                                    {QStringLiteral("clouds"), clouds},
+                                                                    {QStringLiteral("desert"), desert},
+                                                                    {QStringLiteral("garden"), garden},
+                                                                    {QStringLiteral("cave"), cave},
+                                                                    {QStringLiteral("forest"), forest},
+                                                                    {QStringLiteral("mountains"), mountains},
+                                                                    {QStringLiteral("plasma"), plasma},
+                                                                    {QStringLiteral("storm"), storm},
+                                                                    {QStringLiteral("grid"), grid}};
     return table;
 }
 

@@ -20,9 +20,11 @@ Machine machineOf(const DemoGame &game) {
     if (game.platform == QStringLiteral("Nintendo Game Boy"))
         return {{160, 144}, {0xff0f380f, 0xff306230, 0xff8bac0f, 0xffc4cf6a}, 4};
     if (game.isCartridge())
-        return {{256, 240}, {0xff080818, 0xff1c2c6c, 0xff2c5cc4, 0xff64b0fc, 0xffbce0fc, 0xff0c4c24, 0xff1c8c3c, 0xff84d048,
-                             0xff4c2410, 0xff9c4c1c, 0xfff09448, 0xfffcd8a0, 0xff741440, 0xffc43c6c, 0xfffc94b4, 0xff585868,
-                             0xffa4a4b4, 0xfffcfcfc, 0xff3c1868, 0xff7c3cc4}, 20};
+        return {{256, 240},
+                {0xff080818, 0xff1c2c6c, 0xff2c5cc4, 0xff64b0fc, 0xffbce0fc, 0xff0c4c24, 0xff1c8c3c,
+                 0xff84d048, 0xff4c2410, 0xff9c4c1c, 0xfff09448, 0xfffcd8a0, 0xff741440, 0xffc43c6c,
+                 0xfffc94b4, 0xff585868, 0xffa4a4b4, 0xfffcfcfc, 0xff3c1868, 0xff7c3cc4},
+                20};
     return {{320, 200}, {}, 32};
 }
 
@@ -95,7 +97,9 @@ QImage dithered(const QImage &image, const Machine &machine) {
         for (int x = 0; x < image.width(); ++x) {
             const QRgb pixel = image.pixel(x, y);
             const int shift = (bayer[y % 4][x % 4] * 2 - 15) * spread / 30;
-            result.setPixel(x, y, static_cast<uint>(nearest(palette, qRed(pixel) + shift, qGreen(pixel) + shift, qBlue(pixel) + shift)));
+            result.setPixel(
+                x, y,
+                static_cast<uint>(nearest(palette, qRed(pixel) + shift, qGreen(pixel) + shift, qBlue(pixel) + shift)));
         }
     }
     return result;
@@ -113,11 +117,12 @@ void paintInterface(QPainter &painter, const DemoGame &game, const QSize &size, 
     const SceneInk ink = sceneInk(game.scene);
     if (game.genre.startsWith(QStringLiteral("Adventure"))) {
         bar(painter, QRect(0, height - 56, width, 56), ink.dark, ink.accent);
-        const QStringList verbs{QStringLiteral("GIVE"), QStringLiteral("OPEN"), QStringLiteral("PONDER"), QStringLiteral("TAKE"),
-                                QStringLiteral("LOOK AT"), QStringLiteral("WIND UP"), QStringLiteral("USE"), QStringLiteral("TALK TO"),
-                                QStringLiteral("SIGH")};
+        const QStringList verbs{QStringLiteral("GIVE"), QStringLiteral("OPEN"),    QStringLiteral("PONDER"),
+                                QStringLiteral("TAKE"), QStringLiteral("LOOK AT"), QStringLiteral("WIND UP"),
+                                QStringLiteral("USE"),  QStringLiteral("TALK TO"), QStringLiteral("SIGH")};
         for (int i = 0; i < verbs.size(); ++i)
-            drawPixelText(painter, 8 + (i % 3) * 62, height - 40 + (i / 3) * 13, verbs[i], i == 4 ? ink.light : ink.accent);
+            drawPixelText(painter, 8 + (i % 3) * 62, height - 40 + (i / 3) * 13, verbs[i],
+                          i == 4 ? ink.light : ink.accent);
         drawPixelText(painter, 8, height - 53, QStringLiteral("LOOK AT THE HORIZON"), ink.light);
         for (int i = 0; i < 6; ++i) {
             const QRect slot(200 + (i % 3) * 38, height - 50 + (i / 3) * 25, 34, 22);
@@ -133,11 +138,13 @@ void paintInterface(QPainter &painter, const DemoGame &game, const QSize &size, 
             const int y = 6 + i * (height - 30) / 4;
             painter.fillRect(QRect(width - side + 5, y, 18, 18), QColor::fromHsv(dice.below(360), 120, 190));
             painter.fillRect(QRect(width - side + 5, y + 21, side - 10, 3), QColor(90, 20, 20));
-            painter.fillRect(QRect(width - side + 5, y + 21, (side - 10) * (30 + dice.below(70)) / 100, 3), QColor(80, 220, 90));
+            painter.fillRect(QRect(width - side + 5, y + 21, (side - 10) * (30 + dice.below(70)) / 100, 3),
+                             QColor(80, 220, 90));
             drawPixelText(painter, width - side + 27, y + 5, QString::number(10 + dice.below(89)), ink.light);
         }
         bar(painter, QRect(0, height - 22, width, 22), ink.dark, ink.accent);
-        drawPixelText(painter, 6, height - 15, QStringLiteral("DAY %1  GOLD %2").arg(3 + dice.below(40)).arg(100 + dice.below(900)), ink.light);
+        drawPixelText(painter, 6, height - 15,
+                      QStringLiteral("DAY %1  GOLD %2").arg(3 + dice.below(40)).arg(100 + dice.below(900)), ink.light);
     } else {
         bar(painter, QRect(0, 0, width, 12), ink.dark, ink.dark);
         drawPixelText(painter, 4, 3, QStringLiteral("%1").arg(dice.below(99999), 6, 10, QLatin1Char('0')), ink.light);
@@ -169,16 +176,20 @@ QImage screenshot(const DemoGame &game, int number) {
     if (number == 0) {
         // The title screen.
         paintScene(painter, image.rect(), game.scene, game.title + game.platform);
-        paintTitle(painter, QRectF(machine.size.width() * 0.07, 8, machine.size.width() * 0.86, machine.size.height() * 0.44),
+        paintTitle(painter,
+                   QRectF(machine.size.width() * 0.07, 8, machine.size.width() * 0.86, machine.size.height() * 0.44),
                    game.title, game.developer + game.series, ink);
         const QString start = game.isCartridge() ? QStringLiteral("PRESS START") : QStringLiteral("PRESS ANY KEY");
         const QString maker = QStringLiteral("%1 %2").arg(game.year()).arg(game.developer).toUpper();
-        for (const auto &[text, y] : {std::pair{start, machine.size.height() * 0.74}, std::pair{maker, machine.size.height() - 12.0}})
-            drawPixelText(painter, (machine.size.width() - 6 * static_cast<int>(text.size())) / 2, static_cast<int>(y), text, ink.light);
+        for (const auto &[text, y] :
+             {std::pair{start, machine.size.height() * 0.74}, std::pair{maker, machine.size.height() - 12.0}})
+            drawPixelText(painter, (machine.size.width() - 6 * static_cast<int>(text.size())) / 2, static_cast<int>(y),
+                          text, ink.light);
     } else {
         // Another part of the land: the same scene with other dice, seen from nearer.
-        paintScene(painter, QRectF(-machine.size.width() * 0.12, -machine.size.height() * 0.22, machine.size.width() * 1.3,
-                                   machine.size.height() * 1.25),
+        paintScene(painter,
+                   QRectF(-machine.size.width() * 0.12, -machine.size.height() * 0.22, machine.size.width() * 1.3,
+                          machine.size.height() * 1.25),
                    game.scene, game.title + QString::number(number));
         paintInterface(painter, game, machine.size, dice);
     }

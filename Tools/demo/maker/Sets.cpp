@@ -38,7 +38,8 @@ QByteArray dosboxConfiguration(const DemoGame &game) {
 
 QByteArray batchScript() {
     return "@echo off\r\ncd ..\r\ncd ..\r\ncd ..\r\n"
-           "if not exist \".\\emulators\\dosbox\\dosbox.exe\" echo No DOSBox in this collection: start the game from Ludarium.\r\n";
+           "if not exist \".\\emulators\\dosbox\\dosbox.exe\" echo No DOSBox in this collection: start the game from "
+           "Ludarium.\r\n";
 }
 
 QByteArray shellScript(const DemoGame &game) {
@@ -74,15 +75,18 @@ Files gameFiles(const DemoGame &game, const QString &programs) {
                       discImage(game.folder.toUpper(), disc, game.year())});
     }
     if (game.isScummVM())
-        files.append({game.folder + QStringLiteral("/README.TXT"),
-                      QByteArray("This title of the demo collection exists in its catalogue only: there is no game to start.\r\n")});
+        files.append(
+            {game.folder + QStringLiteral("/README.TXT"),
+             QByteArray(
+                 "This title of the demo collection exists in its catalogue only: there is no game to start.\r\n")});
     return files;
 }
 
 GamePaths addCartridge(const Tree &tree, const DemoGame &game) {
     const bool pocket = game.platform == QStringLiteral("Nintendo Game Boy");
-    const QString path = QStringLiteral("Games/%1/%2.%3")
-                             .arg(game.platform, game.fileTitle(), pocket ? QStringLiteral("gb") : QStringLiteral("nes"));
+    const QString path =
+        QStringLiteral("Games/%1/%2.%3")
+            .arg(game.platform, game.fileTitle(), pocket ? QStringLiteral("gb") : QStringLiteral("nes"));
     tree.add(path, pocket ? pocketCartridge(game.title) : homeCartridge(game.title));
     GamePaths paths;
     paths.application = windows(path);
@@ -96,7 +100,8 @@ GamePaths addGameFiles(const Tree &tree, const DemoGame &game, const QString &pr
     if (game.isCartridge())
         return addCartridge(tree, game);
     const QString set = game.isDos() ? QStringLiteral("eXo/eXoDOS") : QStringLiteral("eXo/eXoScummVM");
-    const QString scripts = set + (game.isDos() ? QStringLiteral("/!dos/") : QStringLiteral("/!ScummVM/")) + game.folder;
+    const QString scripts =
+        set + (game.isDos() ? QStringLiteral("/!dos/") : QStringLiteral("/!ScummVM/")) + game.folder;
     const QString scriptName = scripts + u'/' + game.fileTitleWithYear();
 
     if (game.state == QStringLiteral("installed")) {
@@ -122,7 +127,8 @@ GamePaths addGameFiles(const Tree &tree, const DemoGame &game, const QString &pr
     for (const auto &[name, text] : game.extras) {
         tree.add(scripts + QStringLiteral("/Extras/") + name, text.toUtf8());
         const QString bare = name.section(u'/', -1).section(u'.', 0, -2);
-        paths.additional.append({QStringLiteral("Extras: ") + bare, windows(scripts + QStringLiteral("/Extras/") + name)});
+        paths.additional.append(
+            {QStringLiteral("Extras: ") + bare, windows(scripts + QStringLiteral("/Extras/") + name)});
     }
     if (game.manual) {
         const QString path = QStringLiteral("Manuals/%1/%2.pdf").arg(game.platform, game.fileTitleWithYear());

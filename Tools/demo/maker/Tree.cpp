@@ -47,19 +47,21 @@ void check(int status, struct archive *archive) {
 
 QByteArray zipArchive(const Files &files, qint64 secondsSinceEpoch) {
     QByteArray bytes;
-    const std::unique_ptr<struct archive, decltype(&archive_write_free)> archive(archive_write_new(), &archive_write_free);
+    const std::unique_ptr<struct archive, decltype(&archive_write_free)> archive(archive_write_new(),
+                                                                                 &archive_write_free);
     check(archive_write_set_format_zip(archive.get()), archive.get());
     check(archive_write_open2(archive.get(), &bytes, nullptr, appendTo, nullptr, nullptr), archive.get());
     for (const auto &[path, content] : files) {
         const std::unique_ptr<struct archive_entry, decltype(&archive_entry_free)> entry(archive_entry_new(),
-                                                                                        &archive_entry_free);
+                                                                                         &archive_entry_free);
         archive_entry_set_pathname_utf8(entry.get(), path.toUtf8().constData());
         archive_entry_set_filetype(entry.get(), AE_IFREG);
         archive_entry_set_perm(entry.get(), 0644);
         archive_entry_set_size(entry.get(), content.size());
         archive_entry_set_mtime(entry.get(), secondsSinceEpoch, 0);
         check(archive_write_header(archive.get(), entry.get()), archive.get());
-        if (archive_write_data(archive.get(), content.constData(), static_cast<size_t>(content.size())) != content.size())
+        if (archive_write_data(archive.get(), content.constData(), static_cast<size_t>(content.size())) !=
+            content.size())
             throw std::runtime_error(archive_error_string(archive.get()));
     }
     check(archive_write_close(archive.get()), archive.get());

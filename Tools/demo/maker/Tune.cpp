@@ -33,7 +33,9 @@ QByteArray tune(int seed) {
     const int *scale = dice.below(2) ? minorScale : majorScale;
     static constexpr int sequences[][4] = {{0, 5, 3, 4}, {0, 3, 4, 0}, {0, 4, 5, 3}, {5, 3, 0, 4}};
     const int *chords = sequences[dice.below(4)];
-    const auto note = [scale](int step) { return scale[((step % 7) + 7) % 7] + 12 * static_cast<int>(std::floor(step / 7.0)); };
+    const auto note = [scale](int step) {
+        return scale[((step % 7) + 7) % 7] + 12 * static_cast<int>(std::floor(step / 7.0));
+    };
     const int key = dice.below(7) - 3;
     const int stepSamples = sampleRate * (110 + dice.below(50)) / 1000;
     constexpr int steps = 8 * 8;

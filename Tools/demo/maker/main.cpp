@@ -34,10 +34,12 @@ void addArt(const Tree &tree, const DemoGame &game, const Sources &sources) {
     QList<QImage> shots;
     for (const QString &name : game.captures) {
         QImage capture;
-        if (!capture.loadFromData(readFile(sources.folder + QStringLiteral("/captures/") + name + QStringLiteral(".png"))))
+        if (!capture.loadFromData(
+                readFile(sources.folder + QStringLiteral("/captures/") + name + QStringLiteral(".png"))))
             throw std::runtime_error(qPrintable(QStringLiteral("not a picture: ") + name));
-        shots.append(capture.width() < 640 ? capture.scaled(capture.size() * 2, Qt::IgnoreAspectRatio, Qt::FastTransformation)
-                                           : capture);
+        shots.append(capture.width() < 640
+                         ? capture.scaled(capture.size() * 2, Qt::IgnoreAspectRatio, Qt::FastTransformation)
+                         : capture);
     }
     int number = 1;
     for (const QImage &shot : shots)
@@ -54,7 +56,8 @@ void addArt(const Tree &tree, const DemoGame &game, const Sources &sources) {
     if (wants("back") && !shots.isEmpty())
         add(QStringLiteral("Box - Back"), 1, QStringLiteral("jpg"), jpeg(boxBack(game, shots.first()), 80));
     if (wants("box3d"))
-        add(QStringLiteral("Box - 3D"), 1, QStringLiteral("png"), png(boxStanding(front, game).scaled(288, 360, Qt::KeepAspectRatio, Qt::SmoothTransformation)));
+        add(QStringLiteral("Box - 3D"), 1, QStringLiteral("png"),
+            png(boxStanding(front, game).scaled(288, 360, Qt::KeepAspectRatio, Qt::SmoothTransformation)));
     if (wants("logo"))
         add(QStringLiteral("Clear Logo"), 1, QStringLiteral("png"), png(clearLogo(game)));
     if (wants("fanart"))
@@ -111,7 +114,8 @@ void describe(const QString &tree, const QString &file) {
     paths.sort();
     QByteArray text = "<RCC><qresource prefix=\"/ludarium-demo\">\n";
     for (const QString &path : paths)
-        text += "<file alias=\"" + path.toHtmlEscaped().toUtf8() + "\">" + (tree + u'/' + path).toHtmlEscaped().toUtf8() + "</file>\n";
+        text += "<file alias=\"" + path.toHtmlEscaped().toUtf8() + "\">" +
+                (tree + u'/' + path).toHtmlEscaped().toUtf8() + "</file>\n";
     text += "</qresource></RCC>\n";
     QSaveFile output(file);
     if (!output.open(QIODevice::WriteOnly) || output.write(text) != text.size() || !output.commit())
