@@ -202,7 +202,7 @@ struct AppLogger::State {
         closeLogFile();
         // Appending at every write keeps the lines of two processes whole.
         descriptor =
-            ::open(QFile::encodeName(file).constData(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOFOLLOW, 0600);
+            ::open(QFile::encodeName(file).constData(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600);
     }
 
     void closeLogFile() {
