@@ -201,8 +201,8 @@ struct AppLogger::State {
     void openLogFile() {
         closeLogFile();
         // Appending at every write keeps the lines of two processes whole.
-        descriptor =
-            ::open(QFile::encodeName(file).constData(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600);
+        descriptor = ::open(QFile::encodeName(file).constData(),
+                            O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600);
     }
 
     void closeLogFile() {
@@ -321,7 +321,8 @@ QString AppLogger::text() {
 
 QCoro::Task<QString> AppLogger::readAll() {
     const std::shared_ptr<State> state = m_state;
-    co_return co_await runOnPool([state] {
+    // Named before the co_await: g++ 12 destroys the captures of a temporary in it twice.
+    const auto read = [state] {
         QByteArray bytes;
         state->runAndWait([&] {
             QFile file(state->file);
@@ -329,7 +330,8 @@ QCoro::Task<QString> AppLogger::readAll() {
                 bytes = file.readAll();
         });
         return QString::fromUtf8(bytes);
-    });
+    };
+    co_return co_await runOnPool(read);
 }
 
 void AppLogger::clearLogs() {

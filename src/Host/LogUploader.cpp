@@ -51,7 +51,8 @@ QCoro::Task<QString> LogUploader::uploadLogs() {
     if (text.isEmpty())
         throw LogUploadError(LogUploadError::Kind::NoLogs);
     const Identity identity{m_host.paths.home(), MachineInfo::current().hostName};
-    const QString logs = co_await runOnPool([text, identity] { return preparedLogs(text, identity); });
+    const auto prepare = [text, identity] { return preparedLogs(text, identity); };
+    const QString logs = co_await runOnPool(prepare);
 
     HttpRequest request;
     QString endpoint = m_host.settings.value(Settings::logUploadURL);

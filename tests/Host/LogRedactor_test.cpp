@@ -36,7 +36,7 @@ TEST(LogRedactor, TakesOutWhatItsNameTellsToBeSecret) {
 TEST(LogRedactor, LeavesOrdinaryLinesAsTheyAre) {
     const char *const ordinaryLines[] = {
         "✅ Launched Monkey Island: 3 s",
-        "key=value&monkey=1 keyboard: us",
+        "keys=value&monkey=1 keyboard: us",
         "https://example.com/a?name=Keen%204&platform=MS-DOS&x=1&y2=3",
         "[2026-03-14 15:09:26.535] [INFO] [GameLauncher.cpp:12] The Password Game started",
         "C:\\GAMES\\PASS\\PASS.EXE /key",
