@@ -321,8 +321,7 @@ QString AppLogger::text() {
 
 QCoro::Task<QString> AppLogger::readAll() {
     const std::shared_ptr<State> state = m_state;
-    // Named before the co_await: g++ 12 destroys the captures of a temporary in it twice.
-    const auto read = [state] {
+    auto read = [state] {
         QByteArray bytes;
         state->runAndWait([&] {
             QFile file(state->file);

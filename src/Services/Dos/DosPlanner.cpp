@@ -12,7 +12,9 @@
 #include <QFile>
 #include <QUuid>
 #include <cerrno>
+#include <fcntl.h>
 #include <system_error>
+#include <unistd.h>
 
 namespace ludarium {
 
@@ -21,9 +23,14 @@ namespace {
 QByteArray readConfiguration(FolderView &view, const QString &path) {
     if (const std::optional<QByteArray> text = view.read(path))
         return *text;
-    errno = 0;
-    QFile file(path);
-    const int reason = file.open(QIODevice::ReadOnly) || errno == 0 ? EIO : errno;
+    // Opened once more for the reason alone; what is no regular file might block there.
+    int reason = EIO;
+    if (view.isFile(path)) {
+        const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+        reason = descriptor < 0 ? errno : EFBIG;
+        if (descriptor >= 0)
+            ::close(descriptor);
+    }
     throw std::system_error(reason, std::generic_category(), QFile::encodeName(path).toStdString());
 }
 
@@ -121,9 +128,19 @@ class DirectLaunch {
         const IndependentLaunch made = createIndependentLaunchConfig(
             {m_base, m_choice.gameDataFolder, m_input.request.collection, version, m_input.settings.discSwapKeys},
             m_view);
+        for (const QString &path : made.mountedPaths)
+            checkLength(path);
         m_launchFile = temporaryPath(generatedConfigName(gameName(), QStringLiteral("_launch.conf")));
         addFile(m_launchFile, made.text);
         m_plan.plan.decisions += made.decisions;
+    }
+
+    void checkLength(const QString &path) const {
+        const int longest = capabilitiesOf(m_input.flavour.family).longestMount;
+        if (longest > 0 && QFile::encodeName(path).size() > longest)
+            throw LaunchError(LaunchError::Case::launchFailed,
+                              QStringLiteral("%1 cannot mount a path of more than %2 bytes: %3")
+                                  .arg(m_input.flavour.text(), QString::number(longest), path));
     }
 
     void enterVersionFolder() {
@@ -269,10 +286,10 @@ DosConfigurationChoice chooseDosConfiguration(const DosPlanInput &input, FolderV
             if (found.isNull() || (exact && found != name))
                 continue;
             const QString path = childPath(request.gameDataFolder, found);
-            if (view.exists(path))
+            if (view.isFile(path))
                 return chosen(Kind::gameFolder, path, QStringLiteral("lies in the game's folder"));
         }
-    if (const QString script = view.resolve(request.scriptFolder, QStringLiteral("dosbox.conf")); !script.isNull()) {
+    if (const QString script = view.resolve(request.scriptFolder, QStringLiteral("dosbox.conf")); view.isFile(script)) {
         const QString adapted = childPath(
             input.settings.temporaryDirectory,
             QStringLiteral("adapted_%1.conf").arg(QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper()));
@@ -294,7 +311,7 @@ DosConfigurationChoice chooseDosConfiguration(const DosPlanInput &input, FolderV
         Log::info(QStringLiteral("   Version folder '%1' not found - using game root")
                       .arg(request.version->workingDirectory));
     }
-    if (const QString conf = view.resolve(choice.gameDataFolder, QStringLiteral("dosbox.conf")); !conf.isNull()) {
+    if (const QString conf = view.resolve(choice.gameDataFolder, QStringLiteral("dosbox.conf")); view.isFile(conf)) {
         Log::info(QStringLiteral("   Found dosbox.conf in version folder"));
         return chosen(Kind::versionFolder, conf, QStringLiteral("lies in the version's folder"));
     }

@@ -50,6 +50,7 @@ class Builder {
 
         IndependentLaunch result;
         result.text = original.kept + "\n[autoexec]\n" + m_lines.join('\n');
+        result.mountedPaths = m_images + QStringList{m_mountFolder};
         result.decisions = m_decisions;
         return result;
     }
@@ -136,7 +137,7 @@ class Builder {
         const QStringList images = findDiscs(source);
         if (images.isEmpty())
             return;
-        m_hasDiscs = true;
+        m_images = images;
         QByteArray line = "IMGMOUNT D:";
         QStringList names;
         for (const QString &image : images) {
@@ -209,7 +210,7 @@ class Builder {
         if (!m_hasExecutable)
             return;
         const QString name = token();
-        if (!m_hasDiscs) {
+        if (m_images.isEmpty()) {
             m_executableFolder = isExecutableFolder(m_mountFolder, name);
             return;
         }
@@ -270,7 +271,7 @@ class Builder {
             command = resolvedCommand(given);
         command = withoutBatch(command);
         append(startsWithCall(command) ? command : "call " + command);
-        decide(QStringLiteral("program"), QString::fromUtf8(command), m_programReason);
+        decide(QStringLiteral("program"), hostNameFrom(command), m_programReason);
     }
 
     /// A "call" whose batch file lies in a subfolder is made from there.
@@ -327,7 +328,7 @@ class Builder {
             return command;
         const QString inside = m_view.resolve(m_input.gameDataFolder, m_version.workingDirectory);
         const QString folder = inside.isNull() ? m_input.gameDataFolder : inside;
-        const auto batch = m_view.read(m_view.resolve(folder, QFile::decodeName(name)));
+        const auto batch = m_view.read(m_view.resolve(folder, hostNameFrom(name)));
         if (!batch)
             return command;
         QByteArray absolute;
@@ -348,7 +349,7 @@ class Builder {
         }
         if (absolute.isEmpty() || last.isEmpty())
             return command;
-        const QString target = m_view.resolve(childPath(m_mountFolder, m_gameName), QFile::decodeName(absolute));
+        const QString target = m_view.resolve(childPath(m_mountFolder, m_gameName), hostNameFrom(absolute));
         if (target.isNull())
             return command;
         for (qsizetype i = m_lines.size() - 1; i >= 0; --i)
@@ -356,7 +357,7 @@ class Builder {
                 m_lines[i] = "cd " + guestPath(m_gameName) + '/' + absolute;
                 break;
             }
-        m_programReason = QStringLiteral("what %1 starts, from the folder that it means").arg(QString::fromUtf8(name));
+        m_programReason = QStringLiteral("what %1 starts, from the folder that it means").arg(hostNameFrom(name));
         return last;
     }
 
@@ -369,7 +370,7 @@ class Builder {
     QString m_mountFolder;
     QString m_cdPath; ///< below the mount folder, with "/"
     Drive m_drive = Drive::hardDisk;
-    bool m_hasDiscs = false;
+    QStringList m_images;
     bool m_floppy = false;
     bool m_executableFolder = false;
     bool m_executableInParent = false;
