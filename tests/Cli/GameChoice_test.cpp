@@ -62,7 +62,9 @@ TEST(GameSelection, SearchesAndSortsByTheSortTitle) {
         GameFilter filter;
         QStringList expected;
     } rows[] = {
-        {{}, {QStringLiteral("5"), QStringLiteral("4"), QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("6"), QStringLiteral("7"), QStringLiteral("3")}},
+        {{},
+         {QStringLiteral("5"), QStringLiteral("4"), QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("6"),
+          QStringLiteral("7"), QStringLiteral("3")}},
         {{QStringLiteral("ID SOFT"), {}}, {QStringLiteral("2")}},
         {{QStringLiteral("a zak"), {}}, {QStringLiteral("4")}},
         {{{}, QStringLiteral("ScummVM")}, {QStringLiteral("4"), QStringLiteral("3")}},

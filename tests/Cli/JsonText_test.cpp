@@ -55,12 +55,26 @@ TEST(JsonText, WritesAGameByItsSerialNamesWithTypedValues) {
     game.lastPlayed = QDateTime(QDate(2026, 1, 2), QTime(3, 4, 5), Qt::OffsetFromUTC, 3600);
     game.gameProgress = GameProgress::beaten;
     const Json json = toJson(game);
-    EXPECT_EQ(keys(json),
-              (QList<std::string>{"ID",        "Title",       "Platform", "ReleaseDate",         "releaseYear",
-                                  "Series",    "MaxPlayers",  "Cooperative", "Notes",            "CommunityStarRating",
-                                  "CommunityStarRatingTotalVotes", "Hide", "favorite",          "installed",
-                                  "compressed", "downloadable", "playCount", "playTime",         "lastPlayed",
-                                  "gameProgress"}));
+    EXPECT_EQ(keys(json), (QList<std::string>{"ID",
+                                              "Title",
+                                              "Platform",
+                                              "ReleaseDate",
+                                              "releaseYear",
+                                              "Series",
+                                              "MaxPlayers",
+                                              "Cooperative",
+                                              "Notes",
+                                              "CommunityStarRating",
+                                              "CommunityStarRatingTotalVotes",
+                                              "Hide",
+                                              "favorite",
+                                              "installed",
+                                              "compressed",
+                                              "downloadable",
+                                              "playCount",
+                                              "playTime",
+                                              "lastPlayed",
+                                              "gameProgress"}));
     EXPECT_EQ(json["Title"], "Größe \"X\"\n");
     EXPECT_EQ(json["ReleaseDate"], "1995-01-13T03:00:00");
     EXPECT_EQ(json["releaseYear"], 1995);
@@ -136,8 +150,7 @@ TEST(JsonText, WritesThePlansFilesAsTextOrAsBase64) {
     EXPECT_EQ(json["arguments"], Json::parse(R"(["-conf","/tmp/a b"])"));
     EXPECT_EQ(json["files"], Json::parse(R"([{"path":"/tmp/a","executable":false,"content":"[autoexec]\n"},
         {"path":"/tmp/b","executable":true,"contentBase64":"gZw="}])"));
-    EXPECT_EQ(json["decisions"],
-              Json::parse(R"([{"subject":"route","choice":"dos","reason":"nothing else"}])"));
+    EXPECT_EQ(json["decisions"], Json::parse(R"([{"subject":"route","choice":"dos","reason":"nothing else"}])"));
 }
 
 TEST(Output, TellsAWriteThatDidNotArrive) {

@@ -35,11 +35,11 @@ TEST(TerminalText, CountsColumnsOfWideAndCombiningCharacters) {
         {QString(), 0},
         {QStringLiteral("Zork"), 4},
         {QStringLiteral("日本語"), 6},
-        {QStringLiteral("e\u0301te\u0301"), 3},   // accents as marks of their own
+        {QStringLiteral("e\u0301te\u0301"), 3},    // accents as marks of their own
         {QStringLiteral("\u1112\u1161\u11ab"), 2}, // a Korean syllable in three pieces
         {QStringLiteral("🎮"), 2},
         {QStringLiteral("👨‍👩‍👧"), 2}, // a family, joined
-        {QStringLiteral("❤️"), 2},     // an emoji by its selector
+        {QStringLiteral("❤️"), 2},             // an emoji by its selector
         {QStringLiteral("🇩🇪"), 2},
         {QStringLiteral("ﾊﾝｶｸ"), 4}, // half-width
         {QStringLiteral("a\u200bb"), 2},
