@@ -21,8 +21,11 @@ Host &CommandContext::host() {
     return m_composition.host();
 }
 
-GameLauncher &CommandContext::launcher() {
-    return m_composition.appState().gameLauncher();
+GameLauncher &CommandContext::launcherFor(const GameLibrary &library) {
+    GameLauncher &launcher = m_composition.appState().gameLauncher();
+    if (launcher.collectionURL() != library.collectionURL())
+        launcher.setCollectionURL(library.collectionURL());
+    return launcher;
 }
 
 QCoro::Task<GameLibrary *> CommandContext::loadLibrary() {
@@ -34,7 +37,6 @@ QCoro::Task<GameLibrary *> CommandContext::loadLibrary() {
             throw LaunchError(LaunchError::Case::noCollectionPath);
     }
     GameLibrary &library = m_composition.appState().gameLibrary();
-    launcher().setCollectionURL(collection);
     co_await library.loadCollection(collection);
     if (!library.errorMessage().isEmpty())
         throw CliError(library.errorMessage());

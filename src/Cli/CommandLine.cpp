@@ -29,6 +29,7 @@ CommandLine::CommandLine(std::vector<std::unique_ptr<Command>> commands)
     m_app->require_subcommand(1);
     m_app->set_help_flag("-h,--help", "Print this help and end");
     m_app->set_version_flag("--version", "ludarium-cli " LUDARIUM_VERSION, "Print the version and end");
+    m_app->get_formatter()->label("SUBCOMMAND", "COMMAND");
     CommandOptions options(*m_app);
     options.folder("--collection", "DIR", m_options.collection, "Use the collection in this folder, for this run only");
     options.folder("--home", "DIR", m_options.home, "Keep settings, caches and logs below this folder");
@@ -36,6 +37,7 @@ CommandLine::CommandLine(std::vector<std::unique_ptr<Command>> commands)
     options.flag("-v,--verbose", m_options.verbose, "Print the log on standard error too");
     for (const auto &command : m_commands) {
         CLI::App *sub = m_app->add_subcommand(command->name(), command->description());
+        sub->group("Commands");
         sub->fallthrough(); // The common options may also follow the command.
         CommandOptions commandOptions(*sub);
         command->declare(commandOptions);
@@ -52,10 +54,13 @@ Command *CommandLine::parse(int argumentCount, const char *const *arguments) {
             std::ostringstream text;
             std::ostringstream none;
             m_app->exit(error, text, none);
-            m_text = QString::fromStdString(text.str());
+            m_text = QString::fromStdString(text.str()).trimmed() + u'\n';
             m_exitStatus = exitDone;
         } else {
-            m_text = QStringLiteral("%1 (see ludarium-cli --help)").arg(oneLine(QString::fromUtf8(error.what())));
+            QString problem = QString::fromUtf8(error.what());
+            if (dynamic_cast<const CLI::RequiredError *>(&error)) // a command of ours is a subcommand of the parser
+                problem.replace(QStringLiteral("subcommand"), QStringLiteral("command"));
+            m_text = QStringLiteral("%1 (see ludarium-cli --help)").arg(oneLine(problem));
             m_exitStatus = exitWrongUsage;
         }
         return nullptr;

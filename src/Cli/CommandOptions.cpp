@@ -3,7 +3,6 @@
 #include <CLI/CLI.hpp>
 #include <QDir>
 #include <QFile>
-#include <limits>
 
 namespace ludarium {
 
@@ -20,6 +19,14 @@ QString absoluteFolder(const std::string &text) {
 const CLI::Validator &notEmpty() {
     static const CLI::Validator validator(
         [](std::string &text) { return text.empty() ? std::string("is empty") : std::string(); }, "");
+    return validator;
+}
+
+/// What is no whole number at all is refused by the conversion.
+const CLI::Validator &notNegative() {
+    static const CLI::Validator validator(
+        [](std::string &text) { return text.rfind('-', 0) == 0 ? std::string("must not be negative") : std::string(); },
+        "");
     return validator;
 }
 
@@ -63,7 +70,7 @@ void CommandOptions::number(const char *option, const char *valueName, std::opti
     m_app
         .add_option_function<int>(
             option, [&value](const int &number) { value = number; }, description)
-        ->check(CLI::Range(0, std::numeric_limits<int>::max(), ""))
+        ->check(notNegative())
         ->type_name(valueName);
 }
 

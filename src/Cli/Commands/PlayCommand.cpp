@@ -14,6 +14,7 @@
 #include "Host/Host.h"
 #include "Host/ProcessRunner.h"
 #include "Services/Launch/GameLauncher.h"
+#include "Services/Library/GameLibrary.h"
 
 #include <QCoro/QCoroFuture>
 #include <QPromise>
@@ -64,16 +65,17 @@ class PlayCommand : public Command {
     QCoro::Task<int> run(CommandContext &context) override {
         const GameLibrary *library = co_await context.loadLibrary();
         const GamePtr game = chooseGame(context, *library, m_game);
+        GameLauncher &launcher = context.launcherFor(*library);
         if (m_dryRun)
-            co_await printPlan(context, game);
+            co_await printPlan(context, launcher, game);
         else
-            co_await play(context, game);
+            co_await play(context, launcher, game);
         co_return exitDone;
     }
 
   private:
-    QCoro::Task<> printPlan(CommandContext &context, GamePtr game) {
-        const LaunchPlan plan = co_await context.launcher().plan(game);
+    QCoro::Task<> printPlan(CommandContext &context, GameLauncher &launcher, GamePtr game) {
+        const LaunchPlan plan = co_await launcher.plan(game);
         if (context.json()) {
             Json document = jsonDocument();
             addText(document, "ID", game->id);
@@ -85,8 +87,7 @@ class PlayCommand : public Command {
         }
     }
 
-    QCoro::Task<> play(CommandContext &context, GamePtr game) {
-        GameLauncher &launcher = context.launcher();
+    QCoro::Task<> play(CommandContext &context, GameLauncher &launcher, GamePtr game) {
         co_await launcher.launch(game);
         if (!launcher.launchError().isEmpty())
             throw CliError(launcher.launchError());
