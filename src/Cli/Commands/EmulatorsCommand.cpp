@@ -5,6 +5,7 @@
 #include "Cli/JsonText.h"
 #include "Cli/Output.h"
 #include "Cli/Table.h"
+#include "Services/Dos/DosBoxProbe.h"
 #include "Services/Emulators/EmulatorManager.h"
 
 #include <nlohmann/json.hpp>
@@ -19,7 +20,11 @@ struct Found {
     QString flavour; ///< build and version; null when not probed
 };
 
-QCoro::Task<QList<Found>> findAll(EmulatorManager &emulators) {
+bool isDosBox(EmulatorProgram program) {
+    return program == EmulatorProgram::dosbox || program == EmulatorProgram::dosboxX;
+}
+
+QCoro::Task<QList<Found>> findAll(Host &host, EmulatorManager &emulators) {
     co_await emulators.checkEmulatorStatus();
     QList<Found> result;
     for (int i = int(EmulatorProgram::dosbox); i <= int(EmulatorProgram::lime3ds); ++i) {
@@ -29,6 +34,8 @@ QCoro::Task<QList<Found>> findAll(EmulatorManager &emulators) {
         found.name = emulatorProgramName(program);
         if (status.state == EmulatorStatus::State::installed)
             found.path = status.path;
+        if (!found.path.isNull() && isDosBox(program))
+            found.flavour = (co_await probeDosBox(host, found.path)).text();
         result << found;
     }
     co_return result;
@@ -40,7 +47,7 @@ class EmulatorsCommand : public Command {
     const char *description() const override { return "List the emulators and where they are"; }
 
     QCoro::Task<int> run(CommandContext &context) override {
-        const QList<Found> programs = co_await findAll(context.composition().emulators());
+        const QList<Found> programs = co_await findAll(context.host(), context.composition().emulators());
         if (context.json()) {
             JsonList list(context.output(), "emulators");
             for (const Found &program : programs) {
