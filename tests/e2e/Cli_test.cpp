@@ -143,6 +143,29 @@ TEST_F(Cli, FailsInOneLine) {
     }
 }
 
+TEST_F(Cli, WritesTheDemoCollectionOnceAndReadsIt) {
+    QTemporaryDir folder;
+    const QString demo = folder.filePath(QStringLiteral("new/demo"));
+    const CliResult written = cli.run({QStringLiteral("demo"), demo});
+    EXPECT_EQ(written.status, 0) << written.errors.toStdString();
+    EXPECT_TRUE(written.output.contains(demo.toUtf8()));
+    const auto before = snapshot(demo);
+    const QStringList use{QStringLiteral("--collection"), demo};
+
+    const CliResult games = cli.run(use + QStringList{QStringLiteral("games"), QStringLiteral("--json")});
+    EXPECT_EQ(games.status, 0) << games.errors.toStdString();
+    EXPECT_TRUE(names(json(games).value(QStringLiteral("games")).toArray(), "Title")
+                    .contains(QStringLiteral("Marsh Serpent"))); // which the advice of the command names
+    const CliResult platforms = cli.run(use + QStringList{QStringLiteral("platforms")});
+    EXPECT_TRUE(platforms.output.contains("MS-DOS")) << platforms.errors.toStdString();
+    EXPECT_EQ(snapshot(demo), before);
+
+    const CliResult again = cli.run({QStringLiteral("demo"), demo});
+    EXPECT_EQ(again.status, 1);
+    EXPECT_EQ(again.errorLines(), 1) << again.errors.toStdString();
+    EXPECT_EQ(snapshot(demo), before);
+}
+
 TEST_F(Cli, ReadsWhatItCanOfADamagedCollection) {
     collection.put(QStringLiteral("Data/Platforms/Broken.xml"), "<LaunchBox><Game><ID>1</ID><Title>cut of");
     collection.put(QStringLiteral("Data/Platforms/Empty.xml"), "");
