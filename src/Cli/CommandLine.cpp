@@ -58,7 +58,11 @@ Command *CommandLine::parse(int argumentCount, const char *const *arguments) {
             m_exitStatus = exitDone;
         } else {
             QString problem = QString::fromUtf8(error.what());
-            if (dynamic_cast<const CLI::RequiredError *>(&error)) // a command of ours is a subcommand of the parser
+            const std::vector<std::string> unknown = m_app->remaining();
+            if (m_app->get_subcommands().empty() && !unknown.empty())
+                problem =
+                    QStringLiteral("There is no command or option \"%1\"").arg(QString::fromStdString(unknown[0]));
+            else if (dynamic_cast<const CLI::RequiredError *>(&error)) // our commands are the parser's subcommands
                 problem.replace(QStringLiteral("subcommand"), QStringLiteral("command"));
             m_text = QStringLiteral("%1 (see ludarium-cli --help)").arg(oneLine(problem));
             m_exitStatus = exitWrongUsage;

@@ -34,8 +34,9 @@ void printError(Output &errors, const QString &text) {
 QCoro::Task<> drive(Command &command, CommandContext &context) {
     int status = exitFailed;
     try {
-        status = co_await command.run(context);
-        context.output().finish();
+        const int outcome = co_await command.run(context);
+        context.output().finish(); // done is only what has arrived
+        status = outcome;
     } catch (const CliError &error) {
         status = error.status();
         printError(context.errors(), QString::fromUtf8(error.what()));

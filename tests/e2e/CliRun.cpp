@@ -1,5 +1,9 @@
 #include "e2e/CliRun.h"
 
+#include "Host/HostPaths.h"
+#include "Host/Settings.h"
+#include "Host/SqliteSettingsStore.h"
+
 #include <QCryptographicHash>
 #include <QDateTime>
 #include <QDir>
@@ -36,6 +40,11 @@ CliRun::CliRun() : environment(QProcessEnvironment::systemEnvironment()) {
     for (const auto &[name, value] : {std::pair{"SDL_VIDEODRIVER", "dummy"}, {"SDL_AUDIODRIVER", "dummy"}})
         environment.insert(QString::fromUtf8(name), QString::fromUtf8(value));
     environment.remove(QStringLiteral("NO_COLOR"));
+}
+
+void CliRun::trustInstalled() const {
+    SqliteSettingsStore settings(HostPaths::native(home()).settingsFolder());
+    settings.setValue(Settings::skipInstallCheck, true);
 }
 
 QString CliRun::program() {

@@ -32,7 +32,8 @@ class DemoCommand : public Command {
     }
 
     QCoro::Task<int> run(CommandContext &context) override {
-        co_await runOnPool([folder = m_folder] { writeDemoCollection(folder); });
+        auto write = [folder = m_folder] { writeDemoCollection(folder); };
+        co_await runOnPool(write);
         Output &output = context.output();
         if (context.json()) {
             Json document = jsonDocument();
