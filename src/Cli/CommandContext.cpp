@@ -21,8 +21,10 @@ Host &CommandContext::host() {
     return m_composition.host();
 }
 
-GameLauncher &CommandContext::launcherFor(const GameLibrary &library) {
+GameLauncher &CommandContext::launcherFor(const GameLibrary &library, bool prepare) {
     GameLauncher &launcher = m_composition.appState().gameLauncher();
+    if (!prepare)
+        launcher.collectionPreparation = {};
     if (launcher.collectionURL() != library.collectionURL())
         launcher.setCollectionURL(library.collectionURL());
     return launcher;

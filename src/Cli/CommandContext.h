@@ -29,9 +29,9 @@ class CommandContext {
     Composition &composition() { return m_composition; }
     Host &host();
     CliDialogs &dialogs() { return m_dialogs; }
-    /// The launcher, told the collection of a loaded library. Only what launches calls this: a launcher that knows its
-    /// collection prepares it, and listing writes nothing.
-    GameLauncher &launcherFor(const GameLibrary &library);
+    /// The launcher, told the collection of a loaded library. Only what launches calls this: with `prepare` the
+    /// launcher makes the collection ready, and listing writes nothing.
+    GameLauncher &launcherFor(const GameLibrary &library, bool prepare);
 
     /// The library of the collection that is named on the command line, else of the remembered one, loaded. Throws
     /// LaunchError::noCollectionPath, or CliError with the library's own message.

@@ -24,7 +24,8 @@ class CliRun {
 
     static QString program();
     QString home() const { return m_home.path(); }
-    /// Has every game count as installed, so that a test does not depend on the look at the disk.
+    /// Has every game count as installed when its collection is first loaded, so that a test does not depend on the
+    /// look at the disk.
     void trustInstalled() const;
     QStringList arguments(const QStringList &rest) const;
     CliResult run(const QStringList &rest) const;

@@ -54,16 +54,16 @@ class Cli : public testing::Test {
 TEST_F(Cli, ListsPlatformsGamesAndPlaylists) {
     cli.trustInstalled();
     const auto before = snapshot(collection.path());
-    const CliResult platforms = run({QStringLiteral("platforms")});
-    EXPECT_EQ(platforms.status, 0) << platforms.errors.toStdString();
-    EXPECT_EQ(platforms.errors, "");
-    EXPECT_TRUE(platforms.output.startsWith("PLATFORM")) << platforms.output.toStdString();
-
     const QJsonArray platformList =
         json(run({QStringLiteral("platforms"), QStringLiteral("--json")})).value(QStringLiteral("platforms")).toArray();
     ASSERT_EQ(names(platformList, "Name"), QStringList{QStringLiteral("MS-DOS")});
     EXPECT_EQ(platformList[0].toObject().value(QStringLiteral("games")).toInt(), 4);
     EXPECT_EQ(platformList[0].toObject().value(QStringLiteral("installed")).toInt(), 4);
+
+    const CliResult platforms = run({QStringLiteral("platforms")});
+    EXPECT_EQ(platforms.status, 0) << platforms.errors.toStdString();
+    EXPECT_EQ(platforms.errors, "");
+    EXPECT_TRUE(platforms.output.startsWith("PLATFORM")) << platforms.output.toStdString();
 
     const QJsonArray games =
         json(run({QStringLiteral("games"), QStringLiteral("--json")})).value(QStringLiteral("games")).toArray();
@@ -100,7 +100,7 @@ TEST_F(Cli, ShowsAGameWithEveryFieldOfItsRecord) {
     for (const QString &text : {QStringLiteral("WRITER"), QStringLiteral("rite")}) {
         const CliResult shown = run({QStringLiteral("show"), text});
         EXPECT_EQ(shown.status, 0);
-        EXPECT_TRUE(shown.output.contains("Developer:  Größe & Söhne\n")) << shown.output.toStdString();
+        EXPECT_TRUE(shown.output.contains("  Größe & Söhne\n")) << shown.output.toStdString();
     }
 }
 
@@ -159,12 +159,12 @@ TEST_F(Cli, WritesTheDemoCollectionOnceAndReadsIt) {
     const auto before = snapshot(demo);
     const QStringList use{QStringLiteral("--collection"), demo};
 
+    const CliResult platforms = cli.run(use + QStringList{QStringLiteral("platforms")});
+    EXPECT_TRUE(platforms.output.contains("MS-DOS")) << platforms.errors.toStdString();
     const CliResult games = cli.run(use + QStringList{QStringLiteral("games"), QStringLiteral("--json")});
     EXPECT_EQ(games.status, 0) << games.errors.toStdString();
     EXPECT_TRUE(names(json(games).value(QStringLiteral("games")).toArray(), "Title")
                     .contains(QStringLiteral("Marsh Serpent"))); // which the advice of the command names
-    const CliResult platforms = cli.run(use + QStringList{QStringLiteral("platforms")});
-    EXPECT_TRUE(platforms.output.contains("MS-DOS")) << platforms.errors.toStdString();
     EXPECT_EQ(snapshot(demo), before);
 
     const CliResult again = cli.run({QStringLiteral("demo"), demo});

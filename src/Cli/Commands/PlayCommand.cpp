@@ -65,7 +65,7 @@ class PlayCommand : public Command {
     QCoro::Task<int> run(CommandContext &context) override {
         const GameLibrary *library = co_await context.loadLibrary();
         const GamePtr game = chooseGame(context, *library, m_game);
-        GameLauncher &launcher = context.launcherFor(*library);
+        GameLauncher &launcher = context.launcherFor(*library, !m_dryRun);
         if (m_dryRun)
             co_await printPlan(context, launcher, game);
         else
