@@ -7,6 +7,7 @@
 #include "Host/ProcessTable.h"
 #include "Services/Library/PlayStatistics.h"
 
+#include <QCoreApplication>
 #include <QPointer>
 
 namespace ludarium {
@@ -19,6 +20,11 @@ constexpr auto tick = 1s;
 constexpr auto firstLook = 2s;
 constexpr int searchRounds = 30;
 constexpr double journalInterval = 30; // seconds
+
+ProcessId thisProgram() {
+    const qint64 pid = QCoreApplication::applicationPid();
+    return {pid, processStartTime(pid).value_or(0)};
+}
 
 } // namespace
 
@@ -72,7 +78,7 @@ void PlaySessionTracker::open(GamePtr game, const SessionJournal::Entry &entry) 
 void PlaySessionTracker::startSession(GamePtr game, std::optional<ProcessId> process) {
     endSession();
     Log::info(QStringLiteral("🎮 PlaySessionTracker: Starting session for %1").arg(game->title));
-    const SessionJournal::Entry entry{game->id, game->title, m_host.clock.now(), 0, process};
+    const SessionJournal::Entry entry{game->id, game->title, m_host.clock.now(), 0, process, thisProgram()};
     m_journal.write(entry);
     open(std::move(game), entry);
 }
@@ -95,11 +101,21 @@ void PlaySessionTracker::endSession() {
     Q_EMIT sessionChanged();
 }
 
+void PlaySessionTracker::suspend() {
+    if (!m_game || !m_entry.process || !m_host.processes.isRunning(*m_entry.process)) {
+        endSession();
+        return;
+    }
+    writeJournal();
+    m_timer.stop();
+    m_game = nullptr;
+}
+
 void PlaySessionTracker::recover(const std::function<GamePtr(const QString &)> &find) {
     if (m_game)
         return;
     const std::optional<SessionJournal::Entry> entry = m_journal.read();
-    if (!entry)
+    if (!entry || m_host.processes.isRunning(entry->owner))
         return;
     const GamePtr game = find(entry->gameId);
     if (game && entry->process && m_host.processes.isRunning(*entry->process)) {
@@ -107,6 +123,8 @@ void PlaySessionTracker::recover(const std::function<GamePtr(const QString &)> &
         SessionJournal::Entry resumed = *entry;
         const double sinceStart = static_cast<double>(entry->startedAt.msecsTo(m_host.clock.now())) / 1000;
         resumed.seconds = std::max(entry->seconds, sinceStart);
+        resumed.owner = thisProgram();
+        m_journal.write(resumed);
         Log::info(QStringLiteral("🎮 PlaySessionTracker: Going on with the session for %1").arg(entry->title));
         open(game, resumed);
         return;

@@ -30,8 +30,12 @@ class PlaySessionTracker : public QObject {
     /// `startSession` and at quit.
     void endSession();
 
-    /// Takes up a session that an earlier run left open: one whose game still runs goes on, any other is reported with
-    /// the time that its journal holds. Call once the library has its games; `find` gives a game by id.
+    /// For the end of the program: leaves the journal of a session whose game still runs to the next start, which goes
+    /// on with it or reports it; closes any other session.
+    void suspend();
+
+    /// Takes up a session that a program which has ended left open: one whose game still runs goes on, any other is
+    /// reported with the time that its journal holds. Call once the library has its games; `find` gives a game by id.
     void recover(const std::function<GamePtr(const QString &id)> &find);
 
     /// Called with each closed session; every length counts. A session of a game that is not in the library comes

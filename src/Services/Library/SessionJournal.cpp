@@ -19,6 +19,8 @@ const QLatin1StringView startedAtKey("startedAt");
 const QLatin1StringView secondsKey("seconds");
 const QLatin1StringView pidKey("pid");
 const QLatin1StringView processStartKey("processStart");
+const QLatin1StringView ownerKey("owner");
+const QLatin1StringView ownerStartKey("ownerStart");
 
 } // namespace
 
@@ -37,6 +39,7 @@ std::optional<SessionJournal::Entry> SessionJournal::read() const {
     entry.seconds = object[secondsKey].toDouble();
     if (object.contains(pidKey))
         entry.process = ProcessId{object[pidKey].toInteger(), object[processStartKey].toInteger()};
+    entry.owner = {object[ownerKey].toInteger(), object[ownerStartKey].toInteger()};
     if (entry.gameId.isEmpty() || !entry.startedAt.isValid() || !(entry.seconds >= 0)) {
         Log::error(QStringLiteral("⚠️ The journal of the last play session cannot be read: %1").arg(m_file));
         setAsideCorrupt(m_file);
@@ -51,6 +54,8 @@ void SessionJournal::write(const Entry &entry) const {
         {titleKey, entry.title},
         {startedAtKey, entry.startedAt.toUTC().toString(Qt::ISODateWithMs)},
         {secondsKey, entry.seconds},
+        {ownerKey, entry.owner.pid},
+        {ownerStartKey, entry.owner.startTime},
     };
     if (entry.process) {
         object[pidKey] = entry.process->pid;

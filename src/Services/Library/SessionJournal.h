@@ -17,6 +17,7 @@ class SessionJournal {
         QDateTime startedAt;
         double seconds = 0; ///< played so far
         std::optional<ProcessId> process;
+        ProcessId owner; ///< the program that measures the session
     };
 
     explicit SessionJournal(QString file);

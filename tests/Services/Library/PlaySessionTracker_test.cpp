@@ -113,7 +113,7 @@ TEST_F(PlaySessionTrackerTest, MeasuresByTheMonotonicClockUntilTheNextGameStarts
 
 TEST_F(PlaySessionTrackerTest, JournalsAnOpenSessionEveryHalfMinute) {
     const auto tracker = makeTracker();
-    SessionJournal::Entry entry{game->id, game->title, clock.now(), 0, std::nullopt};
+    SessionJournal::Entry entry{game->id, game->title, clock.now(), 0, std::nullopt, {}};
     journal().write(entry);
     // A process that never ends as far as this test goes: our own.
     const ProcessId self = start("60");
@@ -130,7 +130,7 @@ TEST_F(PlaySessionTrackerTest, JournalsAnOpenSessionEveryHalfMinute) {
 }
 
 TEST_F(PlaySessionTrackerTest, ReportsWhatAnEarlierRunLeftOpen) {
-    journal().write({game->id, game->title, clock.now(), 754.5, ProcessId{999'999'999, 1}});
+    journal().write({game->id, game->title, clock.now(), 754.5, ProcessId{999'999'999, 1}, {}});
     const auto tracker = makeTracker();
     tracker->recover([&](const QString &id) { return find(id); });
     EXPECT_FALSE(tracker->isTracking());
@@ -138,6 +138,39 @@ TEST_F(PlaySessionTrackerTest, ReportsWhatAnEarlierRunLeftOpen) {
     EXPECT_FALSE(journal().read());
     tracker->recover([&](const QString &id) { return find(id); });
     EXPECT_EQ(ended.size(), 1);
+}
+
+TEST_F(PlaySessionTrackerTest, LeavesASessionAloneThatAnotherProgramMeasures) {
+    const ProcessId other = start("60");
+    const SessionJournal::Entry entry{game->id, game->title, clock.now(), 12, ProcessId{999'999'999, 1}, other};
+    journal().write(entry);
+    const auto tracker = makeTracker();
+    tracker->recover([&](const QString &id) { return find(id); });
+    EXPECT_TRUE(ended.isEmpty());
+    EXPECT_TRUE(journal().read());
+    ::kill(static_cast<pid_t>(other.pid), SIGTERM);
+}
+
+TEST_F(PlaySessionTrackerTest, HandsARunningGameOverToTheNextStart) {
+    const ProcessId process = start("60");
+    auto tracker = makeTracker();
+    tracker->startSession(game, process);
+    clock.advance(std::chrono::seconds(40));
+    tracker->suspend();
+    tracker.reset();
+    EXPECT_TRUE(ended.isEmpty());
+    SessionJournal::Entry entry = *journal().read();
+    EXPECT_EQ(entry.seconds, 40);
+    entry.owner = {999'999'999, 1}; // the program has ended
+    journal().write(entry);
+    clock.advance(std::chrono::seconds(20));
+    const auto next = makeTracker();
+    next->recover([&](const QString &id) { return find(id); });
+    EXPECT_TRUE(next->isTracking());
+    ::kill(static_cast<pid_t>(process.pid), SIGTERM);
+    EXPECT_TRUE(eventually([&] { return !next->isTracking(); }));
+    ASSERT_EQ(ended.size(), 1);
+    EXPECT_EQ(ended[0].second, 60);
 }
 
 TEST_F(PlaySessionTrackerTest, SetsAJournalAsideThatItCannotRead) {
