@@ -1,0 +1,175 @@
+#include "Browse.h"
+
+#include "GridGeometry.h"
+#include "Host/AppLogger.h"
+#include "Services/Library/GameLibrary.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+
+namespace ludarium {
+
+namespace {
+
+constexpr std::chrono::milliseconds searchDelay{150};
+constexpr std::array viewModes{"List", "Grid", "Coverflow"};
+constexpr std::array gridSizes{"Small", "Medium", "Large", "Extra Large"};
+constexpr std::array sortOrders{"Title", "Year", "Developer", "Rating", "Recently Played", "Most Played"};
+
+template<typename Enum, size_t N>
+std::optional<Enum> valueOf(const std::array<const char *, N> &texts, const QString &text) {
+    for (size_t i = 0; i < N; ++i)
+        if (text == QLatin1StringView(texts[i]))
+            return static_cast<Enum>(i);
+    return std::nullopt;
+}
+
+template<size_t N, typename Enum>
+QString textOf(const std::array<const char *, N> &texts, Enum value) {
+    return QLatin1StringView(texts.at(static_cast<size_t>(value)));
+}
+
+} // namespace
+
+Browse::Browse(AppState &state, std::shared_ptr<CoverStore> covers, QObject *parent)
+    : QObject(parent), m_state(state), m_games(std::move(covers)), m_searchText(state.searchText()) {
+    m_debounce.setSingleShot(true);
+    m_debounce.setInterval(searchDelay);
+    connect(&m_debounce, &QTimer::timeout, this, [this] {
+        m_state.setSearchText(m_searchText);
+        Q_EMIT filteredChanged();
+    });
+    connect(&state, &AppState::filteredGamesChanged, this, &Browse::refresh);
+    connect(&state, &AppState::viewSettingsChanged, this, &Browse::viewSettingsChanged);
+    connect(&state, &AppState::selectionChanged, this, [this] {
+        followSelection();
+        Q_EMIT titleChanged();
+        Q_EMIT filteredChanged();
+    });
+    refresh();
+}
+
+void Browse::refresh() {
+    m_games.setGames(m_state.filteredGames());
+    followSelection();
+}
+
+void Browse::followSelection() {
+    const int row = m_games.rowOf(m_state.selectedGameId());
+    if (std::exchange(m_currentRow, row) != row)
+        Q_EMIT currentRowChanged();
+}
+
+QString Browse::title() const {
+    return m_state.selectedPlatform().isEmpty() ? QStringLiteral("All Games") : m_state.selectedPlatform();
+}
+
+void Browse::setSearchText(const QString &text) {
+    if (m_searchText == text)
+        return;
+    m_searchText = text;
+    Q_EMIT searchTextChanged();
+    m_debounce.stop();
+    if (text.isEmpty()) {
+        m_state.setSearchText(text);
+        Q_EMIT filteredChanged();
+    } else {
+        m_debounce.start();
+    }
+}
+
+void Browse::setCurrentRow(int row) {
+    const GamePtr game = m_games.game(row);
+    m_state.setSelectedGameId(game ? game->id : QString());
+}
+
+QString Browse::viewMode() const {
+    return textOf(viewModes, m_state.viewMode());
+}
+
+void Browse::setViewMode(const QString &text) {
+    if (const auto mode = valueOf<ViewMode>(viewModes, text)) {
+        m_state.setViewMode(*mode);
+        save();
+    }
+}
+
+QString Browse::gridSize() const {
+    return textOf(gridSizes, m_state.gridSize());
+}
+
+void Browse::setGridSize(const QString &text) {
+    if (const auto size = valueOf<GridSize>(gridSizes, text)) {
+        m_state.setGridSize(*size);
+        save();
+    }
+}
+
+QString Browse::sortOrder() const {
+    return textOf(sortOrders, m_state.sortOrder());
+}
+
+void Browse::setSortOrder(const QString &text) {
+    if (const auto order = valueOf<SortOrder>(sortOrders, text)) {
+        m_state.setSortOrder(*order);
+        save();
+    }
+}
+
+void Browse::save() {
+    try {
+        m_state.saveViewSettings();
+    } catch (const std::exception &error) {
+        Log::error(QStringLiteral("Failed to save the view settings: %1").arg(QString::fromUtf8(error.what())));
+    }
+}
+
+bool Browse::isFiltered() const {
+    return !m_state.searchText().isEmpty() || !m_state.selectedPlatform().isEmpty();
+}
+
+int Browse::columnsFor(double width) const {
+    return gridColumns(width, m_state.gridSize());
+}
+
+/// Up and down go by a row of the grid while duplicates are grouped, and by one game otherwise.
+int Browse::rowsPerStep(int columns) const {
+    return m_state.viewMode() == ViewMode::grid && m_state.groupDuplicateGames() ? columns : 1;
+}
+
+void Browse::moveLeft() {
+    setCurrentRow(stepRow(Step::previous, m_currentRow, m_games.count(), 1));
+}
+
+void Browse::moveRight() {
+    setCurrentRow(stepRow(Step::next, m_currentRow, m_games.count(), 1));
+}
+
+void Browse::moveUp(int columns) {
+    setCurrentRow(stepRow(Step::up, m_currentRow, m_games.count(), rowsPerStep(columns)));
+}
+
+void Browse::moveDown(int columns) {
+    setCurrentRow(stepRow(Step::down, m_currentRow, m_games.count(), rowsPerStep(columns)));
+}
+
+void Browse::moveBy(int rows) {
+    if (m_games.count() > 0)
+        setCurrentRow(m_currentRow < 0 ? 0 : std::clamp(m_currentRow + rows, 0, m_games.count() - 1));
+}
+
+void Browse::clearFilters() {
+    m_state.setSelectedPlatform({});
+}
+
+bool Browse::selectTitle(const QString &title) {
+    for (int row = 0; row < m_games.count(); ++row)
+        if (m_games.game(row)->title == title) {
+            setCurrentRow(row);
+            return true;
+        }
+    return false;
+}
+
+} // namespace ludarium

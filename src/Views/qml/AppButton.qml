@@ -1,0 +1,60 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Ludarium
+
+Button {
+    id: button
+
+    property string iconName
+    property bool primary: false
+
+    readonly property color foreground: primary ? Theme.onAccent : Theme.text
+
+    implicitHeight: Theme.controlHeight
+    leftPadding: Theme.space16
+    rightPadding: Theme.space16
+    opacity: enabled ? 1 : 0.45
+    font.pixelSize: Theme.textBody
+    font.weight: primary ? Font.DemiBold : Font.Normal
+    Accessible.name: text
+
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
+
+    contentItem: Item {
+        implicitWidth: row.implicitWidth
+        implicitHeight: row.implicitHeight
+
+        Row {
+            id: row
+
+            anchors.centerIn: parent
+            spacing: Theme.space8
+
+            AppIcon {
+                visible: button.iconName !== ""
+                name: button.iconName === "" ? "play" : button.iconName
+                color: button.foreground
+                size: Math.round(16 * Theme.textScale)
+                anchors.verticalCenter: parent.verticalCenter
+            }
+            AppText {
+                text: button.text
+                font: button.font
+                color: button.foreground
+                anchors.verticalCenter: parent.verticalCenter
+            }
+        }
+    }
+    background: Rectangle {
+        radius: Theme.radius
+        color: button.primary ? Theme.accent : button.hovered ? Theme.hover : Theme.raised
+        border.width: button.primary ? 0 : 1
+        border.color: Theme.border
+        opacity: button.down ? 0.8 : button.primary && button.hovered ? 0.92 : 1
+
+        FocusRing {
+            visible: button.visualFocus
+        }
+    }
+}

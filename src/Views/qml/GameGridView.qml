@@ -1,0 +1,59 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Ludarium
+
+GridView {
+    id: grid
+
+    // Depends on the size setting as well as on the width.
+    readonly property int columns: {
+        App.browse.gridSize;
+        return App.browse.columnsFor(width);
+    }
+    readonly property real usable: width - 2 * Theme.space16
+    readonly property real coverWidth: cellWidth - Theme.space16
+
+    model: App.browse.games
+    clip: true
+    leftMargin: Theme.space16
+    topMargin: Theme.space16
+    bottomMargin: Theme.space16
+    boundsBehavior: Flickable.StopAtBounds
+    keyNavigationEnabled: false
+    highlightFollowsCurrentItem: false
+    currentIndex: -1
+    cacheBuffer: cellHeight
+    cellWidth: Math.floor((usable + Theme.space16) / columns)
+    cellHeight: Math.round(coverWidth * 4 / 3) + Theme.space16 + Theme.space8 + Math.round(2.9 * Theme.textBody)
+    activeFocusOnTab: true
+    Accessible.role: Accessible.List
+    Accessible.name: qsTr("Games")
+
+    delegate: GameCell {
+        width: grid.cellWidth
+        height: grid.cellHeight
+        viewFocused: grid.activeFocus
+    }
+    ScrollBar.vertical: AppScrollBar {}
+
+    GameKeys {
+        id: keys
+
+        view: grid
+        columns: grid.columns
+        pageRows: Math.max(1, Math.floor(grid.height / grid.cellHeight)) * grid.columns
+    }
+    Keys.onPressed: event => keys.handle(event)
+
+    function showSelection() {
+        if (App.browse.currentRow >= 0)
+            positionViewAtIndex(App.browse.currentRow, GridView.Contain);
+    }
+    Component.onCompleted: showSelection()
+    Connections {
+        target: App.browse
+        function onCurrentRowChanged() {
+            grid.showSelection();
+        }
+    }
+}
