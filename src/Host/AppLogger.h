@@ -4,16 +4,13 @@
 #include <QString>
 #include <memory>
 #include <source_location>
-#include <stdexcept>
 
 namespace ludarium {
-
-struct Host;
 
 enum class LogLevel { Debug, Info, Warning, Error };
 
 /// One rotating text log for the whole program. Logging from any thread formats a line, hands it to a background
-/// queue and returns; it never fails its caller.
+/// queue and returns; it never fails its caller. Secrets are taken out on the way (see LogRedactor).
 class AppLogger {
   public:
     /// The logger that the functions of `Log` write to. Lines logged before `setShared` are dropped.
@@ -42,9 +39,13 @@ class AppLogger {
     /// Waits until everything logged so far is in the file.
     void flush();
 
+    /// What the functions of `Log` do: logs with the shared logger, or drops the line when there is none.
+    static void writeShared(LogLevel level, const QString &message, const std::source_location &where);
+
   private:
+    struct Shared;
     struct State;
-    std::unique_ptr<State> m_state;
+    std::shared_ptr<State> m_state;
 };
 
 /// Logging calls, with the caller's file and line filled in by the call site.

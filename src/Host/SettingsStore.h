@@ -3,8 +3,15 @@
 #include "Host/Setting.h"
 
 #include <QObject>
+#include <functional>
+#include <stdexcept>
 
 namespace ludarium {
+
+/// The store could not keep a write; what was stored before is intact. `what()` tells why, in UTF-8.
+class SettingsError : public std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
 
 /// The per-user settings: values under text keys. A value is a text, integer, real, flag, date, data, list of texts,
 /// or a map of text to one of these. Maps are kept entry by entry, so that one entry of a large map is written alone.
