@@ -1,10 +1,7 @@
 #pragma once
 
-#include <QFont>
 #include <QObject>
 #include <qqmlregistration.h>
-
-class QDBusVariant;
 
 namespace ludarium {
 
@@ -27,6 +24,8 @@ class Appearance : public QObject {
     QString theme() const { return m_theme; }
     /// Keeps the theme in the settings. A name that is none of the five changes nothing.
     void setTheme(const QString &theme);
+    /// The same for this run only; also "System Light" and "System Dark". False for a name that is none of them.
+    bool showTheme(const QString &theme);
     static bool isTheme(const QString &name);
     /// Dark unless the desktop asks for light.
     bool isDark() const { return m_dark; }
@@ -38,18 +37,10 @@ class Appearance : public QObject {
     void setReducedMotion(bool reduced);
     QString fixedFamily() const;
 
-    /// Asks the desktop for its colour scheme and follows it.
-    void followDesktop();
-
   Q_SIGNALS:
     void changed();
 
-  private Q_SLOTS:
-    void desktopSettingChanged(const QString &group, const QString &key, const QDBusVariant &value);
-
   private:
-    void setColorScheme(uint scheme);
-
     Host &m_host;
     QString m_theme;
     bool m_dark = true;

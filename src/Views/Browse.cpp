@@ -133,6 +133,10 @@ int Browse::columnsFor(double width) const {
     return gridColumns(width, m_state.gridSize());
 }
 
+int Browse::widestCell() const {
+    return cellWidths(m_state.gridSize()).maximum;
+}
+
 /// Up and down go by a row of the grid while duplicates are grouped, and by one game otherwise.
 int Browse::rowsPerStep(int columns) const {
     return m_state.viewMode() == ViewMode::grid && m_state.groupDuplicateGames() ? columns : 1;

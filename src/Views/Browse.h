@@ -42,6 +42,7 @@ class Browse : public QObject {
     bool isFiltered() const;
 
     Q_INVOKABLE int columnsFor(double width) const;
+    Q_INVOKABLE int widestCell() const;
     /// Keyboard moves; `columns` is the number of columns on screen.
     Q_INVOKABLE void moveLeft();
     Q_INVOKABLE void moveRight();

@@ -2,6 +2,7 @@
 
 #include "App/AppState.h"
 #include "CoverImageProvider.h"
+#include "DesktopColorScheme.h"
 #include "Host/Async.h"
 #include "Host/Host.h"
 #include "IconImageProvider.h"
@@ -50,6 +51,11 @@ void Desktop::installInto(QQmlEngine &engine) {
 
 Desktop *Desktop::create(QQmlEngine *engine, QJSEngine *) {
     return qobject_cast<Desktop *>(engine->property(engineProperty).value<QObject *>());
+}
+
+void Desktop::followDesktopColors() {
+    m_colorScheme = std::make_unique<DesktopColorScheme>();
+    connect(m_colorScheme.get(), &DesktopColorScheme::darkChanged, &m_appearance, &Appearance::setDark);
 }
 
 QString Desktop::version() const {

@@ -12,13 +12,12 @@
 #include "StartScreen.h"
 
 #include <QQmlEngine>
-
-class QQmlEngine;
-class QJSEngine;
+#include <memory>
 
 namespace ludarium {
 
 class CoverImageProvider;
+class DesktopColorScheme;
 
 /// Everything that the window is fed from, under the name `App`: one view model for each part of it, and the commands
 /// that belong to no part.
@@ -43,6 +42,8 @@ class Desktop : public QObject {
 
     /// Makes this object the `App` of an engine and adds the image providers. The engine must not outlive it.
     void installInto(QQmlEngine &engine);
+    /// Takes dark or light from the desktop, now and when it changes there.
+    void followDesktopColors();
     static Desktop *create(QQmlEngine *engine, QJSEngine *);
 
     Browse *browse() { return &m_browse; }
@@ -85,6 +86,7 @@ class Desktop : public QObject {
     LogModel m_log;
     Appearance m_appearance;
     StartScreen m_start;
+    std::unique_ptr<DesktopColorScheme> m_colorScheme;
 };
 
 } // namespace ludarium

@@ -29,14 +29,10 @@ CellWidths cellWidths(GridSize size) {
 }
 
 int gridColumns(double width, GridSize size) {
-    const auto [minimum, maximum] = cellWidths(size);
+    const int minimum = cellWidths(size).minimum;
     if (width <= 0)
         return std::max(1, int(estimatedWidth / (minimum + gap)));
-    const double usable = width - 2 * margin;
-    int columns = std::max(1, int((usable + gap) / (minimum + gap)));
-    while (columns > 1 && (usable - gap * (columns - 1)) / columns > maximum)
-        --columns;
-    return columns;
+    return std::max(1, int((width - 2 * margin + gap) / (minimum + gap)));
 }
 
 int stepRow(Step step, int current, int count, int columns) {

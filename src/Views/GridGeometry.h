@@ -11,8 +11,9 @@ struct CellWidths {
 };
 CellWidths cellWidths(GridSize size);
 
-/// The number of columns of a grid of this width: gaps of 16 points and margins of 16 points on each side. A width
-/// that is not known yet (0) counts as a usual window's.
+/// The number of columns of a grid of this width: as many as fit with gaps of 16 points and margins of 16 points on
+/// each side. A width that is not known yet (0) counts as a usual window's. Covers never get wider than the maximum;
+/// what is left over widens the gaps.
 int gridColumns(double width, GridSize size);
 
 enum class Step { previous, next, up, down };

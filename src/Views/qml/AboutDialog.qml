@@ -1,18 +1,19 @@
 import QtQuick
 import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import Ludarium
 
 Popup {
     id: about
 
-    parent: Overlay.overlay
+    parent: T.Overlay.overlay
     anchors.centerIn: parent
     width: 340
     padding: Theme.space24
     modal: true
     focus: true
 
-    Overlay.modal: Rectangle {
+    T.Overlay.modal: Rectangle {
         color: Theme.scrim
     }
     background: Rectangle {

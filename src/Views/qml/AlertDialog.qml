@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import Ludarium
 
 // The question that is open, over the whole window. The first button is the one that Return presses; Escape is the
@@ -11,7 +12,7 @@ Popup {
     // Long or many buttons stand below one another.
     readonly property bool stacked: App.dialogs.buttons.length > 3 || App.dialogs.buttons.join("").length > 48
 
-    parent: Overlay.overlay
+    parent: T.Overlay.overlay
     anchors.centerIn: parent
     width: Math.min(460, (parent ? parent.width : 460) - 2 * Theme.space24)
     padding: Theme.space24
@@ -20,7 +21,7 @@ Popup {
     closePolicy: Popup.NoAutoClose
     visible: wanted
 
-    Overlay.modal: Rectangle {
+    T.Overlay.modal: Rectangle {
         color: Theme.scrim
     }
     background: Rectangle {
@@ -73,7 +74,8 @@ Popup {
                 }
             }
             Flickable {
-                width: parent.width
+                x: symbol.width + Theme.space12
+                width: parent.width - x
                 height: Math.min(contentHeight, Math.max(120, (dialog.parent ? dialog.parent.height : 600) - 280))
                 contentHeight: body.implicitHeight
                 clip: true

@@ -8,7 +8,7 @@ Button {
     property string iconName
     property bool primary: false
 
-    readonly property color foreground: primary ? Theme.onAccent : Theme.text
+    readonly property color foreground: primary ? Theme.accentText : Theme.text
 
     implicitHeight: Theme.controlHeight
     leftPadding: Theme.space16

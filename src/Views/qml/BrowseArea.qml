@@ -2,7 +2,7 @@ import QtQuick
 import Ludarium
 
 // The games, or what to do when there are none.
-Item {
+FocusScope {
     id: area
 
     readonly property bool hasRows: App.browse.games.count > 0
@@ -17,6 +17,7 @@ Item {
         id: games
 
         anchors.fill: parent
+        focus: true
         active: area.hasRows
         sourceComponent: App.browse.viewMode === "List" ? table : grid
     }

@@ -26,6 +26,7 @@ FocusScope {
     BrowseArea {
         id: area
 
+        focus: true
         anchors.top: toolbar.bottom
         anchors.bottom: parent.bottom
         width: parent.width

@@ -28,6 +28,7 @@ Rectangle {
         }
         AppText {
             Layout.fillWidth: true
+            Layout.minimumWidth: Math.min(implicitWidth, 90)
             Layout.maximumWidth: implicitWidth + 1
             Layout.leftMargin: Theme.space4
             text: App.browse.title
@@ -37,9 +38,9 @@ Rectangle {
             Accessible.name: text
         }
         AppText {
-            visible: App.library.gameCount > 0
+            visible: App.library.gameCount > 0 && toolbar.width > 480
             topPadding: 2
-            text: qsTr("%L1 game(s)", "", App.browse.games.count).arg(App.browse.games.count)
+            text: App.browse.games.count === 1 ? qsTr("1 game") : qsTr("%L1 games").arg(App.browse.games.count)
             color: Theme.textSecondary
         }
         Item {
@@ -68,7 +69,7 @@ Rectangle {
             Layout.minimumWidth: 120
             text: App.browse.searchText
             onTextChanged: App.browse.searchText = text
-            onLeft: toolbar.searchLeft()
+            onAbandoned: toolbar.searchLeft()
         }
         IconButton {
             iconName: "panel"

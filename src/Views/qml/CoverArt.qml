@@ -29,16 +29,7 @@ Item {
         radius: Theme.radiusCover
         opacity: art.hasPicture ? 0 : 1
         visible: opacity > 0
-        gradient: Gradient {
-            GradientStop {
-                position: 0
-                color: Theme.coverTop(art.hue)
-            }
-            GradientStop {
-                position: 1
-                color: Theme.coverBottom(art.hue)
-            }
-        }
+        color: Theme.coverColor(art.hue)
 
         Behavior on opacity {
             NumberAnimation {
@@ -50,10 +41,10 @@ Item {
             anchors.centerIn: parent
             anchors.verticalCenterOffset: -parent.height * 0.06
             text: art.initials
-            color: Theme.onCover
-            font.pixelSize: Math.max(14, parent.width * 0.3)
-            font.weight: Font.DemiBold
-            opacity: 0.92
+            color: Theme.coverText
+            font.pixelSize: Math.max(14, parent.width * 0.26)
+            font.weight: Font.Medium
+            opacity: 0.9
             Accessible.ignored: true
         }
         AppText {
@@ -63,7 +54,7 @@ Item {
             anchors.margins: Theme.space12
             visible: parent.width > 80
             text: art.title
-            color: Theme.onCover
+            color: Theme.coverText
             font.pixelSize: Theme.textCaption
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap

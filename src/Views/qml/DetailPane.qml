@@ -36,14 +36,22 @@ Rectangle {
             width: scroller.width - 2 * Theme.space16
             spacing: Theme.space12
 
-            CoverArt {
-                anchors.horizontalCenter: parent.horizontalCenter
-                width: Math.min(parent.width, 240)
-                height: width * 4 / 3
-                source: App.detail.cover
-                title: App.detail.title
-                initials: App.detail.initials
-                hue: App.detail.hue
+            Item {
+                width: parent.width
+                height: art.coverHeight
+
+                CoverArt {
+                    id: art
+
+                    anchors.horizontalCenter: parent.horizontalCenter
+                    anchors.bottom: parent.bottom
+                    width: Math.min(parent.width, 240)
+                    height: width * 4 / 3
+                    source: App.detail.cover
+                    title: App.detail.title
+                    initials: App.detail.initials
+                    hue: App.detail.hue
+                }
             }
             AppText {
                 width: parent.width
@@ -94,11 +102,5 @@ Rectangle {
         function onChanged() {
             scroller.contentY = 0;
         }
-    }
-    Rectangle {
-        width: 1
-        height: parent.height
-        color: Theme.border
-        opacity: 0.6
     }
 }

@@ -11,6 +11,7 @@ Item {
     required property string cover
     required property string initials
     required property real hue
+    required property real coverWidth
     property real gap: Theme.space16
 
     readonly property bool selected: index === App.browse.currentRow
@@ -23,7 +24,8 @@ Item {
     Item {
         id: content
 
-        width: cell.width - cell.gap
+        x: (cell.width - cell.gap - width) / 2
+        width: cell.coverWidth
         height: cell.height - cell.gap
 
         Rectangle {
@@ -91,7 +93,7 @@ Item {
         }
     }
     IconButton {
-        x: art.x + art.coverX + art.coverWidth - width - Theme.space8
+        x: content.x + art.x + art.coverX + art.coverWidth - width - Theme.space8
         y: art.y + art.coverY + art.coverHeight - height - Theme.space8
         visible: mouse.containsMouse || hovered
         focusPolicy: Qt.NoFocus
@@ -105,7 +107,7 @@ Item {
             AppIcon {
                 anchors.centerIn: parent
                 name: "play"
-                color: Theme.onAccent
+                color: Theme.accentText
                 size: 16
             }
         }

@@ -11,7 +11,10 @@ GridView {
         return App.browse.columnsFor(width);
     }
     readonly property real usable: width - 2 * Theme.space16
-    readonly property real coverWidth: cellWidth - Theme.space16
+    readonly property real coverWidth: {
+        App.browse.gridSize;
+        return Math.min(cellWidth - Theme.space16, App.browse.widestCell());
+    }
 
     model: App.browse.games
     clip: true
@@ -32,6 +35,7 @@ GridView {
     delegate: GameCell {
         width: grid.cellWidth
         height: grid.cellHeight
+        coverWidth: grid.coverWidth
         viewFocused: grid.activeFocus
     }
     ScrollBar.vertical: AppScrollBar {}
@@ -46,10 +50,18 @@ GridView {
     Keys.onPressed: event => keys.handle(event)
 
     function showSelection() {
-        if (App.browse.currentRow >= 0)
-            positionViewAtIndex(App.browse.currentRow, GridView.Contain);
+        if (App.browse.currentRow < 0)
+            return;
+        positionViewAtIndex(App.browse.currentRow, GridView.Contain);
+        // The ring of the selection stands out over its cell.
+        const item = itemAtIndex(App.browse.currentRow);
+        if (item && item.y - topMargin < contentY)
+            contentY = item.y - topMargin;
     }
-    Component.onCompleted: showSelection()
+    // A change of the columns moves every cell.
+    onWidthChanged: Qt.callLater(showSelection)
+    onCellHeightChanged: Qt.callLater(showSelection)
+    Component.onCompleted: Qt.callLater(showSelection)
     Connections {
         target: App.browse
         function onCurrentRowChanged() {

@@ -43,10 +43,16 @@ ListView {
     Keys.onPressed: event => keys.handle(event)
 
     function showSelection() {
-        if (App.browse.currentRow >= 0)
-            positionViewAtIndex(App.browse.currentRow, ListView.Contain);
+        if (App.browse.currentRow < 0)
+            return;
+        positionViewAtIndex(App.browse.currentRow, ListView.Contain);
+        // The head covers the first row of what the view shows.
+        const item = itemAtIndex(App.browse.currentRow);
+        if (item && headerItem && item.y - headerItem.height < contentY)
+            contentY = item.y - headerItem.height;
     }
-    Component.onCompleted: showSelection()
+    onHeightChanged: Qt.callLater(showSelection)
+    Component.onCompleted: Qt.callLater(showSelection)
     Connections {
         target: App.browse
         function onCurrentRowChanged() {

@@ -42,11 +42,11 @@ ApplicationWindow {
                 Layout.maximumWidth: 360
                 placeholderText: qsTr("Search the log")
                 onTextChanged: App.log.filter = text
-                onLeft: lines.forceActiveFocus()
+                onAbandoned: lines.forceActiveFocus()
             }
             AppText {
                 Layout.fillWidth: true
-                text: qsTr("%L1 line(s)", "", App.log.count).arg(App.log.count)
+                text: App.log.count === 1 ? qsTr("1 line") : qsTr("%L1 lines").arg(App.log.count)
                 color: Theme.textSecondary
             }
             CheckBox {
@@ -70,7 +70,7 @@ ApplicationWindow {
                         visible: followBox.checked
                         name: "check"
                         size: 14
-                        color: Theme.onAccent
+                        color: Theme.accentText
                     }
                     FocusRing {
                         visible: followBox.visualFocus

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import Ludarium
 
 ApplicationWindow {
@@ -7,6 +8,8 @@ ApplicationWindow {
 
     property bool sidebarShown: true
     property bool detailShown: true
+    // The pane takes no room before the first game is selected, and from then on stays.
+    property bool detailUsed: App.detail.hasGame
     readonly property bool narrow: width < 1060
     property alias logWindow: logs.item
 
@@ -47,8 +50,16 @@ ApplicationWindow {
         anchors.fill: parent
         orientation: Qt.Horizontal
         handle: Rectangle {
-            implicitWidth: 4
-            color: SplitHandle.hovered || SplitHandle.pressed ? Theme.border : Theme.transparent
+            id: handle
+
+            implicitWidth: 1
+            color: T.SplitHandle.hovered || T.SplitHandle.pressed ? Theme.accent : Theme.border
+            // Wider to the mouse than to the eye.
+            containmentMask: Item {
+                x: -4
+                width: 9
+                height: handle.height
+            }
         }
 
         Sidebar {
@@ -60,15 +71,19 @@ ApplicationWindow {
         BrowsePage {
             id: browsePage
 
+            focus: true
             SplitView.fillWidth: true
             SplitView.minimumWidth: 320
             sidebarShown: window.sidebarShown
-            detailShown: window.detailShown
+            detailShown: window.detailShown && window.detailUsed
             onSidebarToggled: window.sidebarShown = !window.sidebarShown
-            onDetailToggled: window.detailShown = !window.detailShown
+            onDetailToggled: {
+                window.detailShown = !browsePage.detailShown;
+                window.detailUsed = true;
+            }
         }
         DetailPane {
-            visible: window.detailShown && App.library.gameCount > 0
+            visible: window.detailShown && window.detailUsed && App.library.gameCount > 0
             SplitView.preferredWidth: window.narrow ? 270 : 340
             SplitView.minimumWidth: 240
             SplitView.maximumWidth: 560
@@ -99,11 +114,17 @@ ApplicationWindow {
         sourceComponent: LogWindow {}
     }
     Connections {
+        target: App.detail
+        function onChanged() {
+            if (App.detail.hasGame)
+                window.detailUsed = true;
+        }
+    }
+    Connections {
         target: App.start
         function onFolderNeeded() {
             App.chooseCollection();
         }
     }
     onClosing: Qt.quit()
-    Component.onCompleted: browsePage.focusGames()
 }

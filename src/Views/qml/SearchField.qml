@@ -13,7 +13,7 @@ TextField {
     placeholderTextColor: Theme.textSecondary
     color: Theme.text
     selectionColor: Theme.accent
-    selectedTextColor: Theme.onAccent
+    selectedTextColor: Theme.accentText
     font.pixelSize: Theme.textBody
     selectByMouse: true
     verticalAlignment: TextInput.AlignVCenter
@@ -21,8 +21,8 @@ TextField {
     Accessible.role: Accessible.EditableText
 
     // Empties the field, or leaves it when it is empty already.
-    signal left
-    Keys.onEscapePressed: text === "" ? left() : clear()
+    signal abandoned
+    Keys.onEscapePressed: text === "" ? abandoned() : clear()
 
     background: Rectangle {
         radius: Theme.radius

@@ -64,11 +64,4 @@ Rectangle {
             positionViewAtIndex(row, ListView.Contain);
         }
     }
-    Rectangle {
-        anchors.right: parent.right
-        width: 1
-        height: parent.height
-        color: Theme.border
-        opacity: 0.6
-    }
 }

@@ -14,7 +14,7 @@ Item {
 
     implicitHeight: Theme.rowHeight + 2
     Accessible.role: Accessible.ListItem
-    Accessible.name: qsTr("%1, %n game(s)", "", games).arg(name)
+    Accessible.name: games === 1 ? qsTr("%1, 1 game").arg(name) : qsTr("%1, %L2 games").arg(name).arg(games)
     Accessible.selected: selected
 
     Rectangle {

@@ -25,7 +25,7 @@ Rectangle {
         AppText {
             id: counts
 
-            text: App.library.gameCount === 0 ? qsTr("No games") : qsTr("%L1 games on %L2 platforms").arg(App.library.gameCount).arg(App.sidebar.platformCount)
+            text: App.library.gameCount === 0 ? qsTr("No games") : (App.library.gameCount === 1 ? qsTr("1 game") : qsTr("%L1 games").arg(App.library.gameCount)) + (App.sidebar.platformCount === 1 ? qsTr(" on 1 platform") : qsTr(" on %L1 platforms").arg(App.sidebar.platformCount))
             color: Theme.textSecondary
             font.pixelSize: Theme.textSmall
         }

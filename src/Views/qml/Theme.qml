@@ -6,11 +6,11 @@ import Ludarium
 QtObject {
     id: theme
 
-    // Order of the swatches: window, sidebar, surface, raised, hover, border, text, text2, accent, onAccent, selection,
+    // Order of the swatches: window, sidebar, surface, raised, hover, border, text, second text, accent, text on accent, selection,
     // danger, warning, success.
     readonly property var palettes: ({
             "System Dark": ["#16181d", "#1b1e24", "#1f232a", "#272c35", "#2e343f", "#343b46", "#eceef2", "#a4adbb", "#6aa3ff", "#0b1524", "#2a3f60", "#ff8f86", "#f0bd60", "#6fd093"],
-            "System Light": ["#f6f7f9", "#eceef2", "#ffffff", "#ffffff", "#e3e7ee", "#d3d8e0", "#1a1d23", "#515a68", "#1d5fd0", "#ffffff", "#d3e2fb", "#b3261e", "#7d5200", "#1b6b3c"],
+            "System Light": ["#f6f7f9", "#eceef2", "#ffffff", "#eceff4", "#e2e6ed", "#d3d8e0", "#1a1d23", "#515a68", "#1d5fd0", "#ffffff", "#d3e2fb", "#b3261e", "#7d5200", "#1b6b3c"],
             "Retro Purple": ["#191324", "#1f182d", "#251d36", "#2f2545", "#392d53", "#43365f", "#f2ecfb", "#b9a9d3", "#c79bff", "#22103d", "#47307a", "#ff93a4", "#f5c264", "#7fd8a4"],
             "Ocean Blue": ["#0d1a26", "#11212f", "#152838", "#1c3448", "#234057", "#2a4a64", "#e8f2f9", "#9fb8cb", "#54c0f0", "#04202f", "#17517a", "#ff958c", "#f2c265", "#6fd5b0"],
             "Forest Green": ["#111a15", "#16221b", "#1a2921", "#22352a", "#2a4134", "#324c3d", "#eaf4ed", "#a3bbac", "#74d39a", "#08240f", "#235b3b", "#ff968a", "#eec364", "#8fdc86"],
@@ -30,7 +30,7 @@ QtObject {
     readonly property color text: swatch[6]
     readonly property color textSecondary: swatch[7]
     readonly property color accent: swatch[8]
-    readonly property color onAccent: swatch[9]
+    readonly property color accentText: swatch[9]
     readonly property color selection: swatch[10]
     readonly property color danger: swatch[11]
     readonly property color warning: swatch[12]
@@ -38,14 +38,11 @@ QtObject {
     readonly property color transparent: "transparent"
     readonly property color scrim: Qt.rgba(0, 0, 0, dark ? 0.6 : 0.35)
     readonly property color shadow: Qt.rgba(0, 0, 0, dark ? 0.35 : 0.12)
-    readonly property color onCover: "#ffffff"
+    readonly property color coverText: "#ffffff"
 
-    // Placeholder covers: two tones of the title's own hue, dark enough for white letters in every theme.
-    function coverTop(hue: real): color {
-        return Qt.hsla(hue, 0.34, 0.34, 1);
-    }
-    function coverBottom(hue: real): color {
-        return Qt.hsla((hue + 0.06) % 1, 0.42, 0.2, 1);
+    // Placeholder covers: the title's own hue, dark enough for white letters whatever it is.
+    function coverColor(hue: real): color {
+        return Qt.hsla(hue, 0.3, 0.27, 1);
     }
 
     readonly property int space4: 4
