@@ -19,6 +19,7 @@ class Browse : public QObject {
     Q_PROPERTY(QString viewMode READ viewMode WRITE setViewMode NOTIFY viewSettingsChanged)
     Q_PROPERTY(QString gridSize READ gridSize WRITE setGridSize NOTIFY viewSettingsChanged)
     Q_PROPERTY(QString sortOrder READ sortOrder WRITE setSortOrder NOTIFY viewSettingsChanged)
+    Q_PROPERTY(int widestCell READ widestCell NOTIFY viewSettingsChanged)
     Q_PROPERTY(bool filtered READ isFiltered NOTIFY filteredChanged)
   public:
     Browse(AppState &state, std::shared_ptr<CoverStore> covers, QObject *parent = nullptr);
@@ -42,7 +43,7 @@ class Browse : public QObject {
     bool isFiltered() const;
 
     Q_INVOKABLE int columnsFor(double width) const;
-    Q_INVOKABLE int widestCell() const;
+    int widestCell() const;
     /// Keyboard moves; `columns` is the number of columns on screen.
     Q_INVOKABLE void moveLeft();
     Q_INVOKABLE void moveRight();

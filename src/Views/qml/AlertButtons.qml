@@ -1,24 +1,30 @@
 import QtQuick
 import Ludarium
 
-// The buttons of a question in their order.
+// The buttons of a question in their order: in a row, or below one another where they are many or long.
 Item {
     id: buttons
 
-    property bool stacked: false
+    readonly property bool stacked: {
+        let letters = 0;
+        for (const text of App.dialogs.buttons)
+            letters += text.length;
+        return App.dialogs.buttons.length > 3 || letters > 48;
+    }
 
-    implicitHeight: flow.implicitHeight
+    implicitHeight: grid.implicitHeight
 
     function focusFirst() {
-        const first = repeater.itemAt(0) as AppButton;
+        const first = repeater.itemAt(0);
         if (first)
             first.forceActiveFocus(Qt.TabFocusReason);
     }
 
     Grid {
-        id: flow
+        id: grid
 
-        anchors.right: parent.right
+        x: buttons.stacked ? 0 : buttons.width - width
+        width: buttons.stacked ? buttons.width : implicitWidth
         columns: buttons.stacked ? 1 : Math.max(1, repeater.count)
         spacing: Theme.space8
 
@@ -26,16 +32,7 @@ Item {
             id: repeater
 
             model: App.dialogs.buttons
-
-            AppButton {
-                required property int index
-                required property string modelData
-
-                width: buttons.stacked ? buttons.width : Math.max(88, implicitWidth)
-                text: modelData
-                primary: index === 0
-                onClicked: App.dialogs.answer(index)
-            }
+            delegate: AlertButton {}
         }
     }
 }

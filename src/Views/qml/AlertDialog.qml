@@ -8,10 +8,6 @@ import Ludarium
 Popup {
     id: dialog
 
-    readonly property bool wanted: App.dialogs.active
-    // Long or many buttons stand below one another.
-    readonly property bool stacked: App.dialogs.buttons.length > 3 || App.dialogs.buttons.join("").length > 48
-
     parent: T.Overlay.overlay
     anchors.centerIn: parent
     width: Math.min(460, (parent ? parent.width : 460) - 2 * Theme.space24)
@@ -19,7 +15,7 @@ Popup {
     modal: true
     focus: true
     closePolicy: Popup.NoAutoClose
-    visible: wanted
+    visible: App.dialogs.active
 
     T.Overlay.modal: Rectangle {
         color: Theme.scrim
@@ -38,80 +34,20 @@ Popup {
             duration: Theme.fast
         }
     }
-
-    contentItem: FocusScope {
-        implicitHeight: column.implicitHeight
+    contentItem: AlertContent {
         focus: true
-        Accessible.role: Accessible.Dialog
-        Accessible.name: App.dialogs.title
-        Accessible.description: App.dialogs.text
-        Keys.onEscapePressed: App.dialogs.dismiss()
-
-        Column {
-            id: column
-
-            width: parent.width
-            spacing: Theme.space12
-
-            Row {
-                width: parent.width
-                spacing: Theme.space12
-
-                AppIcon {
-                    id: symbol
-
-                    name: App.dialogs.style === "informational" ? "info" : "warning"
-                    color: App.dialogs.style === "critical" ? Theme.danger : App.dialogs.style === "warning" ? Theme.warning : Theme.accent
-                    size: Math.round(24 * Theme.textScale)
-                }
-                AppText {
-                    width: parent.width - symbol.width - Theme.space12
-                    text: App.dialogs.title
-                    font.pixelSize: Theme.textTitle
-                    font.weight: Font.DemiBold
-                    wrapMode: Text.Wrap
-                    elide: Text.ElideNone
-                }
-            }
-            Flickable {
-                x: symbol.width + Theme.space12
-                width: parent.width - x
-                height: Math.min(contentHeight, Math.max(120, (dialog.parent ? dialog.parent.height : 600) - 280))
-                contentHeight: body.implicitHeight
-                clip: true
-                boundsBehavior: Flickable.StopAtBounds
-                ScrollBar.vertical: AppScrollBar {}
-
-                AppText {
-                    id: body
-
-                    width: parent.width - Theme.space12
-                    text: App.dialogs.text
-                    color: Theme.textSecondary
-                    wrapMode: Text.Wrap
-                    elide: Text.ElideNone
-                    lineHeight: 1.25
-                }
-            }
-            Item {
-                width: 1
-                height: Theme.space4
-            }
-            AlertButtons {
-                id: buttons
-
-                width: parent.width
-                stacked: dialog.stacked
-            }
-        }
+        textLimit: Math.max(120, (dialog.parent ? dialog.parent.height : 600) - 280)
     }
 
-    onOpened: buttons.focusFirst()
+    function focusFirst() {
+        (contentItem as AlertContent).focusFirst();
+    }
+    onOpened: focusFirst()
     Connections {
         target: App.dialogs
         function onCurrentChanged() {
-            if (App.dialogs.active)
-                buttons.focusFirst();
+            if (App.dialogs.active && dialog.opened)
+                dialog.focusFirst();
         }
     }
 }

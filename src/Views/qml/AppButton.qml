@@ -21,30 +21,11 @@ Button {
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 
-    contentItem: Item {
-        implicitWidth: row.implicitWidth
-        implicitHeight: row.implicitHeight
-
-        Row {
-            id: row
-
-            anchors.centerIn: parent
-            spacing: Theme.space8
-
-            AppIcon {
-                visible: button.iconName !== ""
-                name: button.iconName === "" ? "play" : button.iconName
-                color: button.foreground
-                size: Math.round(16 * Theme.textScale)
-                anchors.verticalCenter: parent.verticalCenter
-            }
-            AppText {
-                text: button.text
-                font: button.font
-                color: button.foreground
-                anchors.verticalCenter: parent.verticalCenter
-            }
-        }
+    contentItem: ButtonFace {
+        text: button.text
+        iconName: button.iconName
+        font: button.font
+        color: button.foreground
     }
     background: Rectangle {
         radius: Theme.radius

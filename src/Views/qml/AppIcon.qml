@@ -12,6 +12,7 @@ Image {
     width: size
     height: size
     source: "image://icon/" + name + "/" + color.toString().slice(-6)
-    sourceSize: Qt.size(size * Screen.devicePixelRatio, size * Screen.devicePixelRatio)
+    sourceSize.width: size * Screen.devicePixelRatio
+    sourceSize.height: size * Screen.devicePixelRatio
     Accessible.ignored: true
 }

@@ -54,23 +54,50 @@ MenuBar {
             action: bar.commands.find
         }
         AppMenuSeparator {}
-        ChoiceMenu {
+        AppMenu {
             title: qsTr("View Mode")
-            choices: ["List", "Grid"]
-            current: App.browse.viewMode
-            onChosen: choice => App.browse.viewMode = choice
+
+            ViewModeItem {
+                text: "List"
+            }
+            ViewModeItem {
+                text: "Grid"
+            }
         }
-        ChoiceMenu {
+        AppMenu {
             title: qsTr("Grid Size")
-            choices: ["Small", "Medium", "Large", "Extra Large"]
-            current: App.browse.gridSize
-            onChosen: choice => App.browse.gridSize = choice
+
+            GridSizeItem {
+                text: "Small"
+            }
+            GridSizeItem {
+                text: "Medium"
+            }
+            GridSizeItem {
+                text: "Large"
+            }
+            GridSizeItem {
+                text: "Extra Large"
+            }
         }
-        ChoiceMenu {
+        AppMenu {
             title: qsTr("Theme")
-            choices: Theme.names
-            current: App.appearance.theme
-            onChosen: choice => App.appearance.theme = choice
+
+            ThemeItem {
+                text: "System"
+            }
+            ThemeItem {
+                text: "Retro Purple"
+            }
+            ThemeItem {
+                text: "Ocean Blue"
+            }
+            ThemeItem {
+                text: "Forest Green"
+            }
+            ThemeItem {
+                text: "Midnight Glass"
+            }
         }
     }
     AppMenu {

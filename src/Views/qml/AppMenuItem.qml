@@ -5,17 +5,22 @@ import Ludarium
 MenuItem {
     id: item
 
+    // An entry of several of which one holds.
+    property bool choice: false
+    property bool chosen: false
     readonly property string keys: action && action.shortcut ? String(action.shortcut) : ""
 
     implicitHeight: Theme.rowHeight
     implicitWidth: 280
     font.pixelSize: Theme.textBody
     Accessible.name: text
+    Accessible.checkable: choice
+    Accessible.checked: chosen
 
     contentItem: Item {
         AppText {
             anchors.left: parent.left
-            anchors.leftMargin: item.checkable ? 2 * Theme.space12 : Theme.space4
+            anchors.leftMargin: item.choice ? 2 * Theme.space12 : Theme.space4
             anchors.verticalCenter: parent.verticalCenter
             text: item.text
             opacity: item.enabled ? 1 : 0.45
@@ -33,7 +38,7 @@ MenuItem {
     indicator: AppIcon {
         x: Theme.space8
         anchors.verticalCenter: parent ? parent.verticalCenter : undefined
-        visible: item.checkable && item.checked
+        visible: item.choice && item.chosen
         name: "check"
         size: 14
         color: Theme.accent

@@ -6,7 +6,6 @@ FocusScope {
     id: area
 
     readonly property bool hasRows: App.browse.games.count > 0
-    readonly property Item games: games.item
 
     function focusGames() {
         if (games.item)

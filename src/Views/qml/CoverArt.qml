@@ -70,7 +70,8 @@ Item {
         anchors.fill: parent
         asynchronous: true
         source: art.requestWidth > 0 ? art.source : ""
-        sourceSize: Qt.size(art.requestWidth, Math.round(art.requestWidth * art.height / Math.max(1, art.width)))
+        sourceSize.width: art.requestWidth
+        sourceSize.height: Math.round(art.requestWidth * art.height / Math.max(1, art.width))
         fillMode: Image.PreserveAspectFit
         verticalAlignment: Image.AlignBottom
         smooth: true

@@ -74,7 +74,7 @@ Rectangle {
                     Chip {
                         required property string modelData
 
-                        width: Math.min(implicitWidth, content.width)
+                        width: Math.min(implicitWidth, parent ? parent.width : implicitWidth)
                         text: modelData
                     }
                 }
@@ -82,8 +82,25 @@ Rectangle {
             LaunchBox {
                 width: parent.width
             }
-            DetailFacts {
+            Column {
                 width: parent.width
+                spacing: Theme.space4
+
+                FactRow {
+                    width: parent.width
+                    name: qsTr("Genre")
+                    value: App.detail.genre
+                }
+                FactRow {
+                    width: parent.width
+                    name: qsTr("Publisher")
+                    value: App.detail.publisher
+                }
+                FactRow {
+                    width: parent.width
+                    name: qsTr("Series")
+                    value: App.detail.series
+                }
             }
             AppText {
                 width: parent.width

@@ -11,12 +11,14 @@ Item {
     required property string cover
     required property string initials
     required property real hue
-    required property real coverWidth
-    property real gap: Theme.space16
+    readonly property real gap: Theme.space16
+    readonly property real coverWidth: Math.min(width - gap, App.browse.widestCell)
 
     readonly property bool selected: index === App.browse.currentRow
-    property bool viewFocused: false
+    readonly property bool viewFocused: GridView.view ? GridView.view.activeFocus : false
 
+    width: (GridView.view as GridView)?.cellWidth ?? 0
+    height: (GridView.view as GridView)?.cellHeight ?? 0
     Accessible.role: Accessible.ListItem
     Accessible.name: qsTr("%1, %2").arg(title).arg(platform)
     Accessible.selected: selected

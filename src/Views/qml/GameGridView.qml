@@ -11,10 +11,7 @@ GridView {
         return App.browse.columnsFor(width);
     }
     readonly property real usable: width - 2 * Theme.space16
-    readonly property real coverWidth: {
-        App.browse.gridSize;
-        return Math.min(cellWidth - Theme.space16, App.browse.widestCell());
-    }
+    readonly property real coverWidth: Math.min(cellWidth - Theme.space16, App.browse.widestCell)
 
     model: App.browse.games
     clip: true
@@ -32,12 +29,7 @@ GridView {
     Accessible.role: Accessible.List
     Accessible.name: qsTr("Games")
 
-    delegate: GameCell {
-        width: grid.cellWidth
-        height: grid.cellHeight
-        coverWidth: grid.coverWidth
-        viewFocused: grid.activeFocus
-    }
+    delegate: GameCell {}
     ScrollBar.vertical: AppScrollBar {}
 
     GameKeys {
@@ -58,10 +50,16 @@ GridView {
         if (item && item.y - topMargin < contentY)
             contentY = item.y - topMargin;
     }
+    Timer {
+        id: settled
+
+        interval: 0
+        onTriggered: grid.showSelection()
+    }
     // A change of the columns moves every cell.
-    onWidthChanged: Qt.callLater(showSelection)
-    onCellHeightChanged: Qt.callLater(showSelection)
-    Component.onCompleted: Qt.callLater(showSelection)
+    onWidthChanged: settled.restart()
+    onCellHeightChanged: settled.restart()
+    Component.onCompleted: settled.restart()
     Connections {
         target: App.browse
         function onCurrentRowChanged() {

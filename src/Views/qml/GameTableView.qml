@@ -18,20 +18,10 @@ ListView {
     Accessible.role: Accessible.Table
     Accessible.name: qsTr("Games")
 
-    TableColumns {
-        id: tableColumns
-
-        width: table.width
-    }
     header: TableHead {
-        width: table.width
-        columns: tableColumns
+        width: ListView.view ? ListView.view.width : 0
     }
-    delegate: TableRow {
-        width: table.width
-        columns: tableColumns
-        viewFocused: table.activeFocus
-    }
+    delegate: TableRow {}
     ScrollBar.vertical: AppScrollBar {}
 
     GameKeys {
@@ -51,8 +41,14 @@ ListView {
         if (item && headerItem && item.y - headerItem.height < contentY)
             contentY = item.y - headerItem.height;
     }
-    onHeightChanged: Qt.callLater(showSelection)
-    Component.onCompleted: Qt.callLater(showSelection)
+    Timer {
+        id: settled
+
+        interval: 0
+        onTriggered: table.showSelection()
+    }
+    onHeightChanged: settled.restart()
+    Component.onCompleted: settled.restart()
     Connections {
         target: App.browse
         function onCurrentRowChanged() {

@@ -19,11 +19,11 @@ ApplicationWindow {
     }
 
     Shortcut {
-        sequences: [StandardKey.Find]
+        sequences: ["Ctrl+F"]
         onActivated: search.forceActiveFocus()
     }
     Shortcut {
-        sequences: [StandardKey.Close]
+        sequences: ["Ctrl+W"]
         onActivated: window.close()
     }
 
@@ -109,9 +109,15 @@ ApplicationWindow {
             ScrollBar.vertical: AppScrollBar {}
             onCountChanged: follow()
 
+            Timer {
+                id: atEnd
+
+                interval: 0
+                onTriggered: lines.positionViewAtEnd()
+            }
             function follow() {
                 if (followBox.checked)
-                    Qt.callLater(positionViewAtEnd);
+                    atEnd.restart();
             }
 
             delegate: AppText {

@@ -11,7 +11,7 @@ ApplicationWindow {
     // The pane takes no room before the first game is selected, and from then on stays.
     property bool detailUsed: App.detail.hasGame
     readonly property bool narrow: width < 1060
-    property alias logWindow: logs.item
+    readonly property LogWindow logWindow: logs.item as LogWindow
 
     width: 1280
     height: 800
@@ -23,9 +23,9 @@ ApplicationWindow {
 
     function showLogs() {
         logs.active = true;
-        logs.item.show();
-        logs.item.raise();
-        logs.item.requestActivate();
+        logWindow.show();
+        logWindow.raise();
+        logWindow.requestActivate();
     }
     function showAbout() {
         about.open();

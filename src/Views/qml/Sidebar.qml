@@ -24,35 +24,8 @@ Rectangle {
         Accessible.name: qsTr("Library sections")
 
         section.property: "section"
-        section.delegate: Item {
-            id: heading
-
-            required property string section
-
-            width: ListView.view.width
-            height: label.implicitHeight + Theme.space16 + Theme.space4
-
-            AppText {
-                id: label
-
-                anchors.left: parent.left
-                anchors.leftMargin: Theme.space16
-                anchors.bottom: parent.bottom
-                anchors.bottomMargin: Theme.space4
-                text: heading.section
-                color: Theme.textSecondary
-                font.pixelSize: Theme.textCaption
-                font.weight: Font.DemiBold
-                font.capitalization: Font.AllUppercase
-                font.letterSpacing: 0.6
-                Accessible.role: Accessible.Heading
-                Accessible.name: text
-            }
-        }
-        delegate: SidebarRow {
-            width: ListView.view.width
-            viewFocused: rows.activeFocus
-        }
+        section.delegate: SidebarHeading {}
+        delegate: SidebarRow {}
         ScrollBar.vertical: AppScrollBar {}
 
         Keys.onUpPressed: step(-1)

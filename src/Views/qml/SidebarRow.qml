@@ -8,10 +8,11 @@ Item {
     required property string name
     required property string icon
     required property int games
-    property bool viewFocused: false
+    readonly property bool viewFocused: ListView.view ? ListView.view.activeFocus : false
 
     readonly property bool selected: index === App.sidebar.currentRow
 
+    width: ListView.view ? ListView.view.width : 0
     implicitHeight: Theme.rowHeight + 2
     Accessible.role: Accessible.ListItem
     Accessible.name: games === 1 ? qsTr("%1, 1 game").arg(name) : qsTr("%1, %L2 games").arg(name).arg(games)

@@ -11,15 +11,14 @@ Item {
     required property string year
     required property string developer
     required property string genre
-    required property TableColumns columns
-    property bool viewFocused: false
+    readonly property bool viewFocused: ListView.view ? ListView.view.activeFocus : false
 
     readonly property bool selected: index === App.browse.currentRow
-    readonly property var texts: [title, platform, year, developer, genre]
 
+    width: ListView.view ? ListView.view.width : 0
     implicitHeight: Theme.rowHeight
     Accessible.role: Accessible.ListItem
-    Accessible.name: [title, platform, year, developer, genre].filter(text => text !== "").join(", ")
+    Accessible.name: qsTr("%1, %2").arg(title).arg(year === "" ? platform : qsTr("%1, %2").arg(platform).arg(year))
     Accessible.selected: selected
 
     Rectangle {
@@ -33,23 +32,29 @@ Item {
     }
     Row {
         x: Theme.space16
-        height: parent.height
+        width: row.width - 2 * Theme.space16
+        height: row.height
 
-        Repeater {
-            model: row.columns.list
-
-            AppText {
-                required property var modelData
-                required property int index
-
-                width: row.columns.widthOf(modelData.share)
-                height: row.height
-                rightPadding: Theme.space12
-                verticalAlignment: Text.AlignVCenter
-                text: row.texts[index]
-                color: index === 0 || row.selected ? Theme.text : Theme.textSecondary
-                Accessible.ignored: true
-            }
+        TableCell {
+            share: TableColumns.title
+            text: row.title
+            color: Theme.text
+        }
+        TableCell {
+            share: TableColumns.platform
+            text: row.platform
+        }
+        TableCell {
+            share: TableColumns.year
+            text: row.year
+        }
+        TableCell {
+            share: TableColumns.developer
+            text: row.developer
+        }
+        TableCell {
+            share: TableColumns.genre
+            text: row.genre
         }
     }
     MouseArea {

@@ -10,6 +10,12 @@ Column {
     ListModel {
         id: notes
     }
+    Timer {
+        interval: 4000
+        repeat: true
+        running: notes.count > 0
+        onTriggered: notes.remove(0)
+    }
     Repeater {
         model: notes
 
@@ -17,7 +23,6 @@ Column {
             id: toast
 
             required property string note
-            required property int index
 
             anchors.horizontalCenter: parent ? parent.horizontalCenter : undefined
             width: label.implicitWidth + 2 * Theme.space16 + symbol.width + Theme.space8
@@ -46,11 +51,6 @@ Column {
                 anchors.verticalCenter: parent.verticalCenter
                 text: toast.note
                 Accessible.ignored: true
-            }
-            Timer {
-                running: true
-                interval: 4000
-                onTriggered: notes.remove(toast.index)
             }
         }
     }
