@@ -3,8 +3,11 @@
 #include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
+#include <memory>
 
 namespace ludarium {
+
+class PrivateTemporaryFolder;
 
 /// Which machine's conventions for folders and programs hold.
 enum class HostLayout { MacOS, Linux };
@@ -27,7 +30,7 @@ class HostPaths {
     const QProcessEnvironment &environment() const { return m_environment; }
 
     /// The absolute path of a table entry on this machine: a leading "~" becomes the home, anything else goes under
-    /// the root. Relative text is returned unchanged.
+    /// the root. Relative text and a path that already lies under the root are returned unchanged.
     QString resolve(const QString &path) const;
 
     /// Settings store and other small state. macOS: `~/Library/Application Support/Ludarium`; Linux:
@@ -47,7 +50,7 @@ class HostPaths {
     /// A private folder (0700) of this user, program and run, made on first use. Generated configurations and scripts
     /// go to its subfolder `Ludarium`. What earlier runs left is swept when the folder is made, except what is
     /// younger than an hour, which an emulator may still be reading. Throws std::system_error when no private folder
-    /// can be made.
+    /// can be made. Copies of this object share the folder.
     QString temporaryDirectory() const;
 
     /// Extension of a libretro core: "dylib" or "so".
@@ -65,12 +68,15 @@ class HostPaths {
     QProcessEnvironment childEnvironment() const;
 
   private:
+    QString xdgFolder(const char *variable, const QString &fallback) const;
+    QStringList addedProgramFolders() const;
+
     HostLayout m_layout;
     QString m_home;
     QString m_root;
     QProcessEnvironment m_environment;
     bool m_homeOverridden = false;
-    mutable QString m_temporary;
+    std::shared_ptr<PrivateTemporaryFolder> m_temporary;
 };
 
 /// Facts about the machine for the log's banner.

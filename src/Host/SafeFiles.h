@@ -22,7 +22,12 @@ QStringList pathComponents(const QString &windowsPath);
 /// `base`/`components…`, or none when a component is not a safe name or the result lies outside `base` after links
 /// in `base` and in all but the last component are followed. The last component need not exist and is not followed.
 std::optional<QString> pathInside(const QString &base, const QStringList &components);
-/// The same for a relative text with "/" or "\" separators; absolute text and drive letters give none.
+/// So that `{name}` is one component and not a text to be split.
+inline std::optional<QString> pathInside(const QString &base, std::initializer_list<QString> components) {
+    return pathInside(base, QStringList(components));
+}
+/// The same for a relative text with "/" or "\" separators, whose "." components are dropped; absolute text and drive
+/// letters give none.
 std::optional<QString> pathInside(const QString &base, const QString &relative);
 
 /// Removes a file, or a folder with its contents, that lies inside `base` and is not `base` itself. Never goes through
@@ -33,8 +38,8 @@ QString removeInside(const QString &base, const QString &path, const QStringList
 // --- Saving -------------------------------------------------------------------------------------------------------
 
 /// Replaces `path` by `data` so that it is wholly old or wholly new at any moment: written beside it, every write
-/// checked, flushed to disk, renamed over, the folder flushed. Returns the operating system's reason, empty on
-/// success. With `privateFile` the file is 0600.
+/// checked, flushed to disk, renamed over, the folder flushed. A link at `path` is replaced, not written through.
+/// Returns the operating system's reason, empty on success. With `privateFile` the file is 0600.
 QString writeAtomically(const QString &path, const QByteArray &data, bool privateFile = false);
 /// The same, throwing std::system_error with the path in its text.
 void writeAtomicallyOrThrow(const QString &path, const QByteArray &data, bool privateFile = false);

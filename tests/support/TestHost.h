@@ -13,13 +13,39 @@
 #include <QCoro/QCoroTask>
 #include <QEventLoop>
 #include <QTemporaryDir>
+#include <exception>
+#include <optional>
+#include <type_traits>
 
 namespace ludarium::test {
 
 /// Runs a task to its end on the test's event loop and returns its result, or throws what it threw.
+/// (QCoro::waitFor never returns when the task throws.)
 template<typename T>
 T await(QCoro::Task<T> task) {
-    return QCoro::waitFor(std::move(task));
+    std::conditional_t<std::is_void_v<T>, bool, std::optional<T>> value{};
+    std::exception_ptr error;
+    bool done = false;
+    QEventLoop loop;
+    const auto wait = [&]() -> QCoro::Task<> {
+        try {
+            if constexpr (std::is_void_v<T>)
+                co_await task;
+            else
+                value.emplace(co_await task);
+        } catch (...) {
+            error = std::current_exception();
+        }
+        done = true;
+        loop.quit();
+    };
+    const QCoro::Task<> waiting = wait();
+    if (!done)
+        loop.exec();
+    if (error)
+        std::rethrow_exception(error);
+    if constexpr (!std::is_void_v<T>)
+        return std::move(*value);
 }
 
 /// Settings in memory, with the semantics of the real store.
@@ -34,11 +60,15 @@ class MemorySettings : public SettingsStore {
     using SettingsStore::remove;
 
   private:
+    void notify(const QString &key);
+
     QVariantMap m_values;
+    QStringList m_changed; ///< in the open transaction
+    bool m_inTransaction = false;
 };
 
 /// Answers by button text, in the order given; records what was asked. A question without a scripted answer gets the
-/// last button.
+/// last button; an answer that the question does not offer is an error of the test and throws.
 class ScriptedDialogs : public Dialogs {
   public:
     QStringList answers;
@@ -109,6 +139,7 @@ class TestHost {
     QTemporaryDir m_directory;
     std::unique_ptr<HostPaths> m_paths;
     std::unique_ptr<AppLogger> m_logger;
+    AppLogger *m_formerLogger = nullptr;
     std::unique_ptr<ProcessRunner> m_processes;
     std::unique_ptr<HttpClient> m_http;
     std::unique_ptr<Host> m_host;

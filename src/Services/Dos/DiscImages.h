@@ -1,0 +1,30 @@
+#pragma once
+
+#include "Services/Dos/FolderView.h"
+
+#include <QByteArray>
+#include <QStringList>
+
+namespace ludarium {
+
+/// Paths of a folder's disc images: all ".cue", else all ".iso", else all ".img", in the order of the disc numbers in
+/// their names. The kinds are never mixed, and a ".bin" is reached through its ".cue" alone.
+QStringList findAllCDImages(FolderView &view, const QString &folder);
+
+/// The images of the first subfolder "cd", "discs" or "disc" that has any.
+QStringList findDiscImagesInFolder(FolderView &view, const QString &folder);
+
+/// Whether a line of an autoexec section mounts floppy images.
+bool isFloppyLine(const QByteArray &line);
+
+/// A floppy line with its relative paths made absolute, spelled as on disk where they exist. `collection` is the folder
+/// above "eXo", `gamesFolder` the one that ".\" stands for. Throws LaunchError when a path cannot be written or leaves
+/// the collection.
+QByteArray absoluteFloppyLine(FolderView &view, const QByteArray &line, const QString &collection,
+                              const QString &gamesFolder);
+
+/// `base`/`relative` as it is spelled on disk, or as it stands when there is no such entry. Throws LaunchError when it
+/// lies outside `collection`.
+QString collectionPathOf(FolderView &view, const QString &base, const QString &relative, const QString &collection);
+
+} // namespace ludarium

@@ -1,0 +1,162 @@
+#include "Services/Dos/DosLauncher.h"
+
+#include "Host/AppLogger.h"
+#include "Host/Async.h"
+#include "Host/Host.h"
+#include "Host/SafeFiles.h"
+#include "Models/LaunchError.h"
+#include "Services/Dos/DosBoxFlavour.h"
+#include "Services/Dos/DosPlanner.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFileInfo>
+#include <QHash>
+#include <QTimer>
+#include <system_error>
+
+namespace ludarium {
+
+/// Kept alive by the flows that use it, so that a launcher may go while one runs.
+struct DosLauncher::Private {
+    struct Core {
+        Host &host;
+        DosCollaborators collaborators;
+        QHash<QString, DosBoxFlavour> flavours; ///< by path and time of the last change
+    };
+    std::shared_ptr<Core> core;
+
+    static QCoro::Task<DosBoxFlavour> probe(std::shared_ptr<Core> core, QString program);
+    static QCoro::Task<DosPlanInput> gather(std::shared_ptr<Core> core, DosLaunchRequest request);
+    static QCoro::Task<LaunchPlan> plan(std::shared_ptr<Core> core, DosLaunchRequest request);
+    static QCoro::Task<Started> launch(std::shared_ptr<Core> core, DosLaunchRequest request);
+};
+
+namespace {
+
+/// The plan, and what has to be done to the game's folder for it. Changes nothing.
+struct Considered {
+    DosConfigurationChoice choice;
+    FolderPreparation preparation;
+    DosPlan result;
+};
+
+Considered consider(const DosPlanInput &input) {
+    FolderView view;
+    Considered considered;
+    considered.choice = chooseDosConfiguration(input, view);
+    considered.preparation = planDosPreparation(input, considered.choice, view);
+    considered.result = planDosLaunch(input, considered.choice, view);
+    considered.result.plan.preparations = considered.preparation.inWords();
+    return considered;
+}
+
+/// Prepares the game's folder and writes the files of a launch. What refuses a launch does so before anything changes.
+DosPlan prepareAndWrite(const DosPlanInput &input) {
+    Considered considered = consider(input);
+    DosPlan result = std::move(considered.result);
+    if (!considered.preparation.isEmpty()) {
+        carryOut(considered.preparation);
+        // A step that failed leaves another folder than the one foreseen.
+        FolderView fresh;
+        const QStringList preparations = result.plan.preparations;
+        result = planDosLaunch(input, considered.choice, fresh);
+        result.plan.preparations = preparations;
+    }
+    if (!QDir().mkpath(input.settings.temporaryFolder))
+        throw std::system_error(errno, std::generic_category(), input.settings.temporaryFolder.toStdString());
+    for (const GeneratedFile &file : std::as_const(result.plan.files))
+        writeAtomicallyOrThrow(file.path, file.content);
+    return result;
+}
+
+} // namespace
+
+QCoro::Task<DosBoxFlavour> DosLauncher::Private::probe(std::shared_ptr<Core> core, QString program) {
+    const QFileInfo info(program);
+    const QString key = program + u'\n' + QString::number(info.lastModified().toMSecsSinceEpoch());
+    if (const auto known = core->flavours.constFind(key); known != core->flavours.cend())
+        co_return *known;
+    QByteArray output;
+    try {
+        // A build that does not know the question might start instead of answering.
+        std::stop_source stop;
+        QTimer limit;
+        limit.setSingleShot(true);
+        QObject::connect(&limit, &QTimer::timeout, &limit, [&stop] { stop.request_stop(); });
+        limit.start(std::chrono::seconds(5));
+        ProcessSpec spec;
+        spec.program = program;
+        spec.arguments.append(QStringLiteral("--version"));
+        spec.environment = core->host.paths.childEnvironment();
+        const std::stop_token token = stop.get_token();
+        const ProcessResult result = co_await core->host.processes.run(spec, token);
+        output = result.standardOutput + '\n' + result.standardError;
+    } catch (const ProcessError &error) {
+        // Starting it will fail with the same reason, and that is the one that the user sees.
+        Log::warning(
+            QStringLiteral("⚠️ %1 does not tell its version: %2").arg(program, QString::fromUtf8(error.what())));
+    }
+    const DosBoxFlavour flavour = parseDosBoxVersion(output, program);
+    core->flavours.insert(key, flavour);
+    co_return flavour;
+}
+
+QCoro::Task<DosPlanInput> DosLauncher::Private::gather(std::shared_ptr<Core> core, DosLaunchRequest request) {
+    const DosCollaborators &others = core->collaborators;
+    DosPlanInput input;
+    const QString title = request.game->title;
+    if (others.communityFix)
+        input.fix = others.communityFix(title, request.version ? request.version->label : QString());
+    if (others.configOverrides)
+        input.exceptionOverrides = others.configOverrides(title);
+    const std::optional<QString> dosbox = others.findDOSBox ? others.findDOSBox() : std::nullopt;
+    if (!dosbox || dosbox->isEmpty())
+        throw LaunchError(LaunchError::Case::emulatorNotFound, QStringLiteral("DOSBox Staging"));
+    input.dosbox = *dosbox;
+    input.settings = DosSettings::current(core->host);
+    input.request = std::move(request);
+    input.flavour = co_await probe(core, input.dosbox);
+    co_return input;
+}
+
+QCoro::Task<LaunchPlan> DosLauncher::Private::plan(std::shared_ptr<Core> core, DosLaunchRequest request) {
+    const DosPlanInput input = co_await gather(core, std::move(request));
+    // Named first: g++ 12 destroys the captures of a lambda twice that is made inside the awaited expression.
+    const auto work = [input] { return consider(input); };
+    const Considered considered = co_await runOnPool(work);
+    co_return considered.result.plan;
+}
+
+QCoro::Task<DosLauncher::Started> DosLauncher::Private::launch(std::shared_ptr<Core> core, DosLaunchRequest request) {
+    const DosPlanInput input = co_await gather(core, std::move(request));
+    const auto work = [input] { return prepareAndWrite(input); };
+    const DosPlan made = co_await runOnPool(work);
+    ProcessSpec spec;
+    spec.program = made.plan.program;
+    spec.arguments = made.plan.arguments;
+    spec.workingDirectory = made.plan.workingDirectory;
+    spec.environment = core->host.paths.childEnvironment();
+    Started started;
+    started.plan = made.plan;
+    started.process = co_await core->host.processes.startEmulator(spec);
+    Log::info(QStringLiteral("✅ DOSBox launched successfully (PID: %1)").arg(started.process.pid));
+    if (made.feedback && core->collaborators.scheduleLaunchFeedback)
+        core->collaborators.scheduleLaunchFeedback(*made.feedback);
+    co_return started;
+}
+
+DosLauncher::DosLauncher(Host &host, DosCollaborators collaborators)
+    : d(new Private{std::make_shared<Private::Core>(Private::Core{host, std::move(collaborators), {}})}) {}
+
+DosLauncher::~DosLauncher() = default;
+
+QCoro::Task<LaunchPlan> DosLauncher::plan(DosLaunchRequest request) {
+    return Private::plan(d->core, std::move(request));
+}
+
+QCoro::Task<DosLauncher::Started> DosLauncher::launch(DosLaunchRequest request) {
+    return Private::launch(d->core, std::move(request));
+}
+
+} // namespace ludarium

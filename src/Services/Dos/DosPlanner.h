@@ -1,0 +1,46 @@
+#pragma once
+
+#include "Services/Dos/DosBoxFlavour.h"
+#include "Services/Dos/DosLauncher.h"
+#include "Services/Dos/DosSettings.h"
+#include "Services/Dos/FolderPreparation.h"
+#include "Services/Dos/FolderView.h"
+
+#include <optional>
+
+namespace ludarium {
+
+/// Everything that decides a launch besides the folders: gathered on the main thread, then used on the pool.
+struct DosPlanInput {
+    DosLaunchRequest request;
+    DosSettings settings;
+    QString dosbox; ///< path of the program
+    DosBoxFlavour flavour;
+    QMap<QString, QString> exceptionOverrides;
+    std::optional<CommunityFix> fix;
+};
+
+/// The configuration that a launch is based on, chosen before anything of the game's folder is changed.
+struct DosConfigurationChoice {
+    enum class Kind { gameFolder, scriptFolder, versionFolder, minimal };
+    Kind kind = Kind::gameFolder;
+    QString gameDataFolder;       ///< the game's folder, or the version's when no script folder takes part
+    QString confPath;             ///< what DOSBox would be given; not there yet when it is generated
+    QByteArray generated;         ///< text of an adapted configuration; null for the others
+    QString originalScriptConfig; ///< null when the script folder has no part
+    QList<LaunchDecision> decisions;
+};
+
+/// A launch worked out in full.
+struct DosPlan {
+    LaunchPlan plan;
+    std::optional<LaunchFeedback> feedback; ///< of a program that was found by looking
+};
+
+/// Reads folders and files only. All three throw LaunchError or, for a file that cannot be read, std::system_error.
+DosConfigurationChoice chooseDosConfiguration(const DosPlanInput &input, FolderView &view);
+/// The view shows the folder as it is after the preparation when this returns.
+FolderPreparation planDosPreparation(const DosPlanInput &input, const DosConfigurationChoice &choice, FolderView &view);
+DosPlan planDosLaunch(const DosPlanInput &input, const DosConfigurationChoice &choice, FolderView &view);
+
+} // namespace ludarium

@@ -1,0 +1,387 @@
+#include "Services/Dos/IndependentLaunchConfig.h"
+
+#include "Host/AppLogger.h"
+#include "Host/SafeFiles.h"
+#include "Services/Dos/DiscImages.h"
+#include "Services/Dos/DosConfigText.h"
+#include "Services/Dos/ExecutableDetection.h"
+
+#include <QDir>
+#include <QFile>
+#include <array>
+
+namespace ludarium {
+
+namespace {
+
+constexpr std::array programExtensions{"exe", "bat", "com", "EXE", "BAT", "COM"};
+
+bool startsWithCall(const QByteArray &command) {
+    return command.toLower().startsWith("call ");
+}
+
+QByteArray withoutAt(const QByteArray &command) {
+    return command.startsWith('@') ? command.mid(1) : command;
+}
+
+/// The bytes of a name or path that the guest looks up on the host: those on disk when it is there.
+QByteArray guestPath(const QString &path) {
+    return QFile::encodeName(path);
+}
+
+class Builder {
+  public:
+    Builder(const IndependentLaunchInput &input, FolderView &view)
+        : m_input(input), m_view(view), m_version(input.version), m_gameName(lastPathComponent(input.gameDataFolder)),
+          m_hasExecutable(!input.version.executable.trimmed().isEmpty()) {}
+
+    IndependentLaunch build() {
+        const AutoexecSplit original = splitAutoexec(m_input.baseConfig);
+        decideMount();
+        append("MOUNT C: " + quotedHostPath(m_mountFolder));
+        mountDiscs();
+        mountFloppies(original);
+        decideDrive();
+        changeDrive();
+        appendSetupCommands();
+        if (m_hasExecutable)
+            startProgram();
+        append("exit");
+
+        IndependentLaunch result;
+        result.text = original.kept + "\n[autoexec]\n" + m_lines.join('\n');
+        result.decisions = m_decisions;
+        return result;
+    }
+
+  private:
+    enum class Drive { hardDisk, cd };
+
+    void append(const QByteArray &line) {
+        m_lines.append(checkedText(line, QStringLiteral("A command of the launch configuration")));
+    }
+    void decide(const QString &subject, const QString &choice, const QString &reason) {
+        m_decisions.append({subject, choice, reason});
+    }
+
+    /// What becomes C: and where on it the game runs.
+    void decideMount() {
+        const QString folder = m_input.gameDataFolder;
+        const QString working = m_version.workingDirectory;
+        if (m_version.mountAtGameLevel) {
+            m_mountFolder = folder;
+            m_cdPath = working;
+            decide(QStringLiteral("mount"), m_mountFolder, QStringLiteral("the version puts C: at the game's folder"));
+            return;
+        }
+        m_mountFolder = parentPath(folder);
+        m_cdPath = m_gameName;
+        QString reason = QStringLiteral("C: is the folder above the game's");
+        if (!working.isEmpty()) {
+            if (m_view.isDirectory(m_view.resolve(folder, working))) {
+                m_cdPath = m_gameName + u'/' + working;
+            } else if (working == m_gameName) {
+                // The folder given is the version's own already: its game's folder has to be on C: too.
+                m_cdPath = lastPathComponent(m_mountFolder) + u'/' + working;
+                m_mountFolder = parentPath(m_mountFolder);
+                reason = QStringLiteral("C: is the folder above the game's, the version's folder being given");
+            }
+        }
+        decide(QStringLiteral("mount"), m_mountFolder, reason);
+    }
+
+    QString cdFolder() { return m_cdPath.isEmpty() ? QString() : m_view.resolve(m_mountFolder, m_cdPath); }
+
+    QStringList findDiscs(QString &source) {
+        const auto search = [&](const QString &folder, const QString &name) {
+            source = name;
+            return findDiscImagesInFolder(m_view, folder);
+        };
+        if (QStringList found = search(m_mountFolder, QStringLiteral("mount folder")); !found.isEmpty())
+            return found;
+        const QString inside = cdFolder();
+        if (m_view.isDirectory(inside))
+            if (QStringList found = search(inside, QStringLiteral("game folder %1").arg(m_cdPath)); !found.isEmpty())
+                return found;
+        if (!m_cdPath.isEmpty()) {
+            const QString parent =
+                parentPath(inside.isNull() ? QDir::cleanPath(childPath(m_mountFolder, m_cdPath)) : inside);
+            if (parent != m_mountFolder && parent.startsWith(m_mountFolder + u'/'))
+                if (QStringList found =
+                        search(parent, QStringLiteral("parent folder %1").arg(parent.mid(m_mountFolder.size() + 1)));
+                    !found.isEmpty())
+                    return found;
+        }
+        const QStringList components = m_cdPath.split(u'/', Qt::SkipEmptyParts);
+        if (components.size() > 1) {
+            const QString first = m_view.resolve(m_mountFolder, components.constFirst());
+            if (m_view.isDirectory(first))
+                if (QStringList found = search(first, QStringLiteral("game folder %1").arg(components.constFirst()));
+                    !found.isEmpty())
+                    return found;
+        }
+        for (const QString &name : m_view.names(m_input.gameDataFolder)) {
+            const QString folder = childPath(m_input.gameDataFolder, name);
+            if (m_view.isDirectory(folder))
+                if (QStringList found = search(folder, QStringLiteral("subfolder %1").arg(name)); !found.isEmpty())
+                    return found;
+        }
+        if (m_input.gameDataFolder != m_mountFolder)
+            return search(m_input.gameDataFolder, QStringLiteral("game folder"));
+        return {};
+    }
+
+    void mountDiscs() {
+        QString source;
+        const QStringList images = findDiscs(source);
+        if (images.isEmpty())
+            return;
+        m_hasDiscs = true;
+        QByteArray line = "IMGMOUNT D:";
+        QStringList names;
+        for (const QString &image : images) {
+            line += ' ' + quotedHostPath(image);
+            names.append(lastPathComponent(image));
+        }
+        append(line + " -t cdrom");
+        decide(QStringLiteral("discs"), names.join(QStringLiteral(", ")),
+               QStringLiteral("found in the %1").arg(source));
+        if (images.size() < 2)
+            return;
+        append("@echo.");
+        append("@echo This game has " + QByteArray::number(images.size()) + " discs. Press " +
+               dosText(m_input.discSwapKeys) + " to swap discs when prompted.");
+        append("@echo.");
+        append("@pause");
+    }
+
+    void mountFloppies(const AutoexecSplit &original) {
+        QByteArray floppy;
+        for (const QByteArray &line : trimmedLines(original.autoexec)) {
+            if (isFloppyLine(line))
+                floppy = line;
+            const QByteArray lower = line.toLower();
+            if (lower == "a:" || lower == "@a:")
+                Log::info(QStringLiteral("   Game runs from floppy drive (A:)"));
+        }
+        if (floppy.isEmpty())
+            return;
+        m_floppy = true;
+        append(absoluteFloppyLine(m_view, floppy, m_input.collection, parentPath(m_input.gameDataFolder)));
+        decide(QStringLiteral("floppy"), QStringLiteral("A:"),
+               QStringLiteral("the game's own configuration mounts floppy images"));
+    }
+
+    /// The version's command. The "@" that keeps a batch file from showing it has no meaning behind a "call".
+    QString command() const {
+        const QString text = m_version.executable.trimmed();
+        return text.startsWith(u'@') ? text.mid(1).trimmed() : text;
+    }
+
+    /// The program's name alone, without what starts it and without its arguments.
+    QString token() const {
+        QString text = command();
+        if (text.startsWith(QStringLiteral("call "), Qt::CaseInsensitive))
+            text = text.mid(5).trimmed();
+        return text.section(u' ', 0, 0);
+    }
+
+    /// Whether `folder`/`name` is a folder that holds a program of its own name.
+    bool isExecutableFolder(const QString &folder, const QString &name) {
+        const QString inside = m_view.resolve(folder, name);
+        if (!m_view.isDirectory(inside))
+            return false;
+        for (const char *extension : programExtensions)
+            if (!m_view.find(inside, lastPathComponent(name) + u'.' + QLatin1StringView(extension)).isNull())
+                return true;
+        return false;
+    }
+
+    bool listsProgram(const QString &folder, const QString &name) {
+        for (const QLatin1StringView ending :
+             {QLatin1StringView(""), QLatin1StringView(".exe"), QLatin1StringView(".bat"), QLatin1StringView(".com")})
+            if (!m_view.find(folder, name + ending).isNull() || m_view.isFile(m_view.resolve(folder, name + ending)))
+                return true;
+        return false;
+    }
+
+    void decideDrive() {
+        if (!m_hasExecutable)
+            return;
+        const QString name = token();
+        if (!m_hasDiscs) {
+            m_executableFolder = isExecutableFolder(m_mountFolder, name);
+            return;
+        }
+        const QString inside = cdFolder();
+        const QString searched = inside.isNull() ? m_mountFolder : inside;
+        QString reason;
+        if (!m_view.isFile(m_view.resolve(searched, name)) && isExecutableFolder(searched, name)) {
+            m_executableFolder = true;
+            reason = QStringLiteral("a folder of that name holds the program");
+        } else if (listsProgram(searched, name)) {
+            reason = QStringLiteral("the program lies in %1").arg(lastPathComponent(searched));
+        } else if (isDiscOrDiskFolder(m_version.workingDirectory) && searched != m_input.gameDataFolder &&
+                   listsProgram(m_input.gameDataFolder, name)) {
+            m_executableInParent = true;
+            reason = QStringLiteral("the program lies in the game's folder, above the disc's");
+        } else {
+            m_drive = Drive::cd;
+            reason = QStringLiteral("the program is not among the game's files");
+        }
+        decide(QStringLiteral("drive"), m_drive == Drive::cd ? QStringLiteral("D:") : QStringLiteral("C:"), reason);
+    }
+
+    void changeDrive() {
+        if (m_floppy) {
+            append("A:");
+        } else if (m_drive == Drive::cd) {
+            append("D:");
+            if (!m_version.workingDirectory.isEmpty() && !isDiscFolder(m_version.workingDirectory))
+                append("cd " + folderText(m_version.workingDirectory));
+        } else {
+            append("C:");
+            append("cd " + (m_executableInParent ? guestPath(m_gameName) : folderText(m_cdPath)));
+            if (m_executableFolder)
+                append("cd " + folderText(token()));
+        }
+    }
+
+    /// A folder to change to: the bytes on disk when it names one there, otherwise those of a DOS text.
+    QByteArray folderText(const QString &path) {
+        return m_view.resolve(m_mountFolder, path).isNull() && m_view.resolve(m_input.gameDataFolder, path).isNull()
+                   ? dosText(path)
+                   : guestPath(path);
+    }
+
+    void appendSetupCommands() {
+        // At the other level the deletions among them have been done on the real files.
+        if (m_version.mountAtGameLevel && m_version.setupCommands)
+            for (const QString &command : *m_version.setupCommands)
+                append(dosText(command));
+    }
+
+    void startProgram() {
+        const QString given = this->command();
+        QByteArray command = dosText(given);
+        if (startsWithCall(command))
+            enterBatchFolder(given.mid(5).trimmed());
+        else
+            command = resolvedCommand(given);
+        command = withoutBatch(command);
+        append(startsWithCall(command) ? command : "call " + command);
+        decide(QStringLiteral("program"), QString::fromUtf8(command), m_programReason);
+    }
+
+    /// A "call" whose batch file lies in a subfolder is made from there.
+    void enterBatchFolder(const QString &target) {
+        const QString folder = m_input.gameDataFolder;
+        if (!m_view.canList(folder)) {
+            Log::warning(QStringLiteral("   Cannot list %1 to find the batch file '%2'").arg(folder, target));
+            return;
+        }
+        const bool isBatch = target.endsWith(QStringLiteral(".bat"), Qt::CaseInsensitive);
+        const QStringList wanted{target, isBatch ? target : target + QStringLiteral(".BAT"),
+                                 target + QStringLiteral(".bat")};
+        const auto holds = [&](const QString &searched) {
+            for (const QString &name : m_view.names(searched))
+                for (const QString &want : wanted)
+                    if (name.compare(want, Qt::CaseInsensitive) == 0 && !m_view.isDirectory(childPath(searched, name)))
+                        return true;
+            return false;
+        };
+        if (holds(folder))
+            return;
+        for (const QString &subfolder : m_view.names(folder)) {
+            const QString searched = childPath(folder, subfolder);
+            if (!m_view.isDirectory(searched) || !holds(searched))
+                continue;
+            if (!m_floppy && m_drive == Drive::cd) {
+                m_lines.removeAll("D:");
+                append("C:");
+                append("cd " + guestPath(m_gameName));
+            }
+            append("cd " + guestPath(subfolder));
+            m_programReason = QStringLiteral("the batch file lies in %1").arg(subfolder);
+            return;
+        }
+    }
+
+    QByteArray resolvedCommand(const QString &given) {
+        const QString word = given.section(u' ', 0, 0);
+        const QString arguments = given.mid(word.size()).trimmed();
+        const auto resolved = resolveCommandCase(m_view, word, m_input.gameDataFolder, m_version.workingDirectory);
+        if (!resolved)
+            return dosText(given);
+        if (!resolved->subfolder.isNull())
+            append("cd " + guestPath(resolved->subfolder));
+        m_programReason = QStringLiteral("spelled as on disk");
+        return guestPath(resolved->name) + (arguments.isEmpty() ? QByteArray() : ' ' + dosText(arguments));
+    }
+
+    /// What a batch file starts, when it first changes to a folder that is the game's root only on the machine that it
+    /// was written for. Any other command comes back unchanged.
+    QByteArray withoutBatch(const QByteArray &command) {
+        const QByteArray name = command.left(command.indexOf(' ') < 0 ? command.size() : command.indexOf(' '));
+        if (!name.toLower().endsWith(".bat"))
+            return command;
+        const QString inside = m_view.resolve(m_input.gameDataFolder, m_version.workingDirectory);
+        const QString folder = inside.isNull() ? m_input.gameDataFolder : inside;
+        const auto batch = m_view.read(m_view.resolve(folder, QFile::decodeName(name)));
+        if (!batch)
+            return command;
+        QByteArray absolute;
+        QByteArray last;
+        for (QByteArray line : trimmedLines(*batch)) {
+            line = withoutAt(line);
+            const QByteArray lower = line.toLower();
+            if (lower.startsWith("cd \\") || lower.startsWith("cd\\")) {
+                // A bare "cd \" goes back to the root and names no folder.
+                const QByteArray named = line.mid(lower.indexOf('\\') + 1).replace('\\', '/');
+                if (!named.isEmpty())
+                    absolute = named;
+            } else if (!line.isEmpty() && lower != "echo off" && !lower.startsWith("echo ") &&
+                       !lower.startsWith("rem ") && !lower.startsWith("::") &&
+                       !(lower.size() < 3 && lower.endsWith(':'))) {
+                last = line;
+            }
+        }
+        if (absolute.isEmpty() || last.isEmpty())
+            return command;
+        const QString target = m_view.resolve(childPath(m_mountFolder, m_gameName), QFile::decodeName(absolute));
+        if (target.isNull())
+            return command;
+        for (qsizetype i = m_lines.size() - 1; i >= 0; --i)
+            if (m_lines[i].toLower().startsWith("cd ")) {
+                m_lines[i] = "cd " + guestPath(m_gameName) + '/' + absolute;
+                break;
+            }
+        m_programReason = QStringLiteral("what %1 starts, from the folder that it means").arg(QString::fromUtf8(name));
+        return last;
+    }
+
+    const IndependentLaunchInput &m_input;
+    FolderView &m_view;
+    const GameVersionOption &m_version;
+    const QString m_gameName;
+    const bool m_hasExecutable;
+
+    QString m_mountFolder;
+    QString m_cdPath; ///< below the mount folder, with "/"
+    Drive m_drive = Drive::hardDisk;
+    bool m_hasDiscs = false;
+    bool m_floppy = false;
+    bool m_executableFolder = false;
+    bool m_executableInParent = false;
+    QByteArrayList m_lines;
+    QString m_programReason = QStringLiteral("as the version names it");
+    QList<LaunchDecision> m_decisions;
+};
+
+} // namespace
+
+IndependentLaunch createIndependentLaunchConfig(const IndependentLaunchInput &input, FolderView &view) {
+    return Builder(input, view).build();
+}
+
+} // namespace ludarium
