@@ -55,8 +55,10 @@ QCoro::Task<> LaunchStatus::play(QString gameId) {
     }
     m_error = error;
     Q_EMIT changed();
-    if (!error.isEmpty())
-        co_await tell(QStringLiteral("\"%1\" could not be started").arg(game->title), error);
+    if (error.isEmpty())
+        co_return;
+    const QString title = QStringLiteral("\"%1\" could not be started").arg(game->title);
+    co_await tell(title, error);
 }
 
 void LaunchStatus::openSelectedFolder() {

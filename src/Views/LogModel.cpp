@@ -94,8 +94,9 @@ QCoro::Task<> LogModel::readMore() {
         co_return;
     const QPointer<LogModel> self(this);
     const QString file = m_logger.logFile();
-    const Chunk chunk =
-        co_await runOnPool([file, start = m_position, rest = m_rest] { return readFrom(file, start, rest); });
+    // Named, not written into the call: g++ 12 destroys a temporary closure of a co_await twice.
+    auto read = [file, start = m_position, rest = m_rest] { return readFrom(file, start, rest); };
+    const Chunk chunk = co_await runOnPool(std::move(read));
     if (!self)
         co_return;
     m_reading = false;

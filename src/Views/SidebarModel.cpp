@@ -83,8 +83,10 @@ QCoro::Task<> SidebarModel::recount() {
     QStringList platforms;
     for (const Platform &platform : m_state.gameLibrary().platforms())
         platforms.append(platform.name);
-    GameList games = m_state.gameLibrary().games();
-    QList<Row> rows = co_await runOnPool([games, platforms] { return makeRows(games, platforms); });
+    const GameList games = m_state.gameLibrary().games();
+    // Named, not written into the call: g++ 12 destroys a temporary closure of a co_await twice.
+    auto count = [games, platforms] { return makeRows(games, platforms); };
+    QList<Row> rows = co_await runOnPool(std::move(count));
     if (self && generation == m_generation)
         setRows(std::move(rows));
 }
