@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Models/Game.h"
+#include "Models/ViewSettings.h"
 
 #include <QCoro/QCoroTask>
 #include <QObject>
@@ -12,13 +13,6 @@ struct Host;
 class EmulatorManager;
 class GameLauncher;
 class GameLibrary;
-
-/// How the games are shown; stored as "List", "Grid", "Coverflow".
-enum class ViewMode { list, grid, coverflow };
-/// Size of a grid cell; stored as "Small", "Medium", "Large", "Extra Large".
-enum class GridSize { small, medium, large, extraLarge };
-/// Stored as "Title", "Year", "Developer", "Rating", "Recently Played", "Most Played".
-enum class SortOrder { title, year, developer, rating, recentlyPlayed, mostPlayed };
 
 /// The global state of the interface, one for the life of the process. Assigning a collection path is the one road by
 /// which a collection reaches the program.

@@ -3,8 +3,14 @@
 #include "Models/Game.h"
 #include "Models/Platform.h"
 #include "Models/Playlist.h"
+#include "Services/Library/LibraryCache.h"
+#include "Services/Library/LibraryIndex.h"
+#include "Services/Library/LibraryServices.h"
+#include "Services/Library/MetadataIndexes.h"
+#include "Services/Library/UserData.h"
 
 #include <QCoro/QCoroTask>
+#include <QElapsedTimer>
 #include <QHash>
 #include <QObject>
 
@@ -13,7 +19,7 @@ namespace ludarium {
 struct Host;
 
 /// The in-memory library. All state belongs to the main thread; loading works on the thread pool and publishes whole
-/// lists.
+/// lists. A change of one game replaces one record and leaves the list and its index where they are.
 class GameLibrary : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool isLoading READ isLoading NOTIFY isLoadingChanged)
@@ -21,19 +27,30 @@ class GameLibrary : public QObject {
     Q_PROPERTY(double loadingProgress READ loadingProgress NOTIFY loadingChanged)
     Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY errorMessageChanged)
   public:
-    explicit GameLibrary(Host &host, QObject *parent = nullptr);
+    explicit GameLibrary(Host &host, LibraryServices services = {}, QObject *parent = nullptr);
 
-    /// Fills the library from a collection folder. Never throws: the outcome is in `games` and `errorMessage`.
+    /// Fills the library from a collection folder, from the cache or by a full parse. Never throws: the outcome is in
+    /// `games` and `errorMessage`. Loads are not queued: of two that overlap the later assignment wins.
     QCoro::Task<> loadCollection(QString collection);
     void clearCollectionData();
+    void clearCache();
     static bool validateCollectionStructure(const QString &collection);
 
     const GameList &games() const { return m_games; }
     const QList<Platform> &platforms() const { return m_platforms; }
     const QList<Playlist> &playlists() const { return m_playlists; }
+    const MetadataIndexes &metadata() const { return m_metadata; }
+    /// Newest first; only games of this collection.
+    const GameList &recentlyPlayed() const { return m_recentlyPlayed; }
     /// The current record of a game; null when there is none.
-    GamePtr game(const QString &id) const { return m_gamesById.value(id); }
+    GamePtr game(const QString &id) const;
+    /// Where a game stands in `games`.
+    std::optional<qsizetype> position(const QString &id) const;
+    /// What is known of `games` in advance; made on first use when the load did not bring it.
+    const LibraryIndex &index() const;
+    const UserData &userData() const { return m_userData; }
     QString collectionURL() const { return m_collection; }
+    QDateTime now() const;
 
     bool isLoading() const { return m_isLoading; }
     QString loadingStatus() const { return m_loadingStatus; }
@@ -41,27 +58,76 @@ class GameLibrary : public QObject {
     /// Empty when the last load went well.
     QString errorMessage() const { return m_errorMessage; }
 
+    // What the user does. Each is in the settings store when the call returns; a store that cannot keep it is logged
+    // and nothing changes.
+    void toggleFavorite(const QString &id);
+    void recordPlay(const QString &id, double seconds);
+    void addPlayTime(const QString &id, double seconds);
+    void setNotes(const QString &id, const QString &text);
+    void setRating(const QString &id, int rating);
+    void setProgress(const QString &id, GameProgress progress);
+
+    /// Looks at the disk for one game and takes over what it finds.
+    QCoro::Task<> updateGameStatus(QString id);
+    /// Takes over a status that is known.
+    void setGameStatus(const QString &id, const GameStatus &status);
+    /// Compares every game's status with the disk; publishes only when something changed.
+    QCoro::Task<> checkInstalledStatusSilent(QString collection);
+
+    /// Full loads trust that every game is installed instead of looking at the disk.
+    bool skipInstallCheck() const;
+
   Q_SIGNALS:
+    /// The list was replaced as a whole, or games in it were.
     void gamesChanged();
+    /// One game's record was replaced; follows `gamesChanged`.
+    void gameChanged(const QString &id);
     void platformsChanged();
     void playlistsChanged();
+    void recentlyPlayedChanged();
+    /// Notes or ratings changed, which stand in no record.
+    void userDataChanged();
     void isLoadingChanged();
     void loadingChanged();
     void errorMessageChanged();
 
   private:
+    struct Loaded;
+
+    QCoro::Task<bool> prepare(QString collection);
+    QCoro::Task<bool> mayUseReadOnly(QString collection);
+    QCoro::Task<> offerSetup(QString collection);
+    QCoro::Task<> offerRepair(QString collection);
+    QCoro::Task<> finishCacheLoad(CachedCollectionData data);
+    QCoro::Task<> fullLoad(QString collection);
+    QCoro::Task<> step(QString status, double progress);
+    void saveCache();
+    void publish(GameList games, std::shared_ptr<const LibraryIndex> index = {});
+    void replaceGame(qsizetype position, const std::function<void(Game &)> &change);
+    void refreshFromUserData(const QString &id);
+    void buildRecentlyPlayedList();
+    void loadStatusIds();
+    void saveStatusIds();
+    bool keep(const std::function<void()> &change);
     void setLoading(bool loading);
     void setStatus(const QString &status, double progress);
     void setErrorMessage(const QString &message);
-    void setGames(GameList games);
-    QCoro::Task<> fullLoad(QString collection);
 
     Host &m_host;
+    LibraryServices m_services;
+    LibraryCache m_cache;
+    UserData m_userData;
+    QSet<QString> m_installedIds;
+    QSet<QString> m_compressedIds;
     QString m_collection;
     GameList m_games;
-    QHash<QString, GamePtr> m_gamesById;
+    QHash<QString, qsizetype> m_positions;
+    mutable std::shared_ptr<const LibraryIndex> m_index;
     QList<Platform> m_platforms;
     QList<Playlist> m_playlists;
+    MetadataIndexes m_metadata;
+    GameList m_recentlyPlayed;
+    QElapsedTimer m_loadTimer;
     bool m_isLoading = false;
     QString m_loadingStatus;
     double m_loadingProgress = 0;

@@ -1,0 +1,303 @@
+#include "Services/Library/GameLibrary.h"
+
+#include "Host/AppLogger.h"
+#include "Host/Async.h"
+#include "Host/Clock.h"
+#include "Host/Host.h"
+#include "Host/NotificationCenter.h"
+#include "Host/Settings.h"
+#include "Host/SettingsStore.h"
+
+#include <QPointer>
+
+namespace ludarium {
+
+GameLibrary::GameLibrary(Host &host, LibraryServices services, QObject *parent)
+    : QObject(parent), m_host(host), m_services(std::move(services)), m_cache(host.paths), m_userData(host.settings) {
+    loadStatusIds();
+    connect(&m_userData, &UserData::changedElsewhere, this, [this] {
+        GameList games = m_games;
+        for (GamePtr &game : games)
+            if (m_userData.values().differsFrom(*game)) {
+                auto changed = std::make_shared<Game>(*game);
+                m_userData.values().applyTo(*changed);
+                game = std::move(changed);
+            }
+        publish(std::move(games), m_index);
+        buildRecentlyPlayedList();
+    });
+}
+
+QDateTime GameLibrary::now() const {
+    return m_host.clock.now();
+}
+
+bool GameLibrary::skipInstallCheck() const {
+    return m_host.settings.value(Settings::skipInstallCheck);
+}
+
+std::optional<qsizetype> GameLibrary::position(const QString &id) const {
+    const auto found = m_positions.constFind(id);
+    return found == m_positions.cend() ? std::nullopt : std::optional(*found);
+}
+
+GamePtr GameLibrary::game(const QString &id) const {
+    const auto at = position(id);
+    return at ? m_games[*at] : GamePtr();
+}
+
+const LibraryIndex &GameLibrary::index() const {
+    if (!m_index)
+        m_index = LibraryIndex::build(m_games, m_services.mt32Titles ? m_services.mt32Titles() : QSet<QString>());
+    return *m_index;
+}
+
+void GameLibrary::publish(GameList games, std::shared_ptr<const LibraryIndex> index) {
+    m_games = std::move(games);
+    m_index = std::move(index);
+    m_positions.clear();
+    m_positions.reserve(m_games.size());
+    for (qsizetype i = 0; i < m_games.size(); ++i)
+        m_positions.insert(m_games[i]->id, i);
+    Q_EMIT gamesChanged();
+}
+
+void GameLibrary::replaceGame(qsizetype position, const std::function<void(Game &)> &change) {
+    auto changed = std::make_shared<Game>(*m_games[position]);
+    change(*changed);
+    const QString id = changed->id;
+    m_games[position] = std::move(changed);
+    Q_EMIT gamesChanged();
+    Q_EMIT gameChanged(id);
+}
+
+// --- What the user does
+
+bool GameLibrary::keep(const std::function<void()> &change) {
+    try {
+        change();
+        return true;
+    } catch (const std::exception &error) {
+        Log::error(QStringLiteral("❌ Failed to keep user data: %1").arg(QString::fromUtf8(error.what())));
+        return false;
+    }
+}
+
+void GameLibrary::refreshFromUserData(const QString &id) {
+    const auto at = position(id);
+    if (at && m_userData.values().differsFrom(*m_games[*at]))
+        replaceGame(*at, [this](Game &game) { m_userData.values().applyTo(game); });
+}
+
+void GameLibrary::toggleFavorite(const QString &id) {
+    if (keep([&] { m_userData.toggleFavorite(id); }))
+        refreshFromUserData(id);
+}
+
+void GameLibrary::recordPlay(const QString &id, double seconds) {
+    if (!keep([&] { m_userData.recordPlay(id, seconds, now()); }))
+        return;
+    refreshFromUserData(id);
+    buildRecentlyPlayedList();
+}
+
+void GameLibrary::addPlayTime(const QString &id, double seconds) {
+    if (!(seconds > 0) || !keep([&] { m_userData.addPlayTime(id, seconds); }))
+        return;
+    refreshFromUserData(id);
+    const GamePtr played = game(id);
+    Log::info(QStringLiteral("⏱️ Added %1s play time to %2").arg(seconds).arg(played ? played->title : id));
+}
+
+void GameLibrary::setNotes(const QString &id, const QString &text) {
+    if (keep([&] { m_userData.setNotes(id, text); }))
+        Q_EMIT userDataChanged();
+}
+
+void GameLibrary::setRating(const QString &id, int rating) {
+    if (keep([&] { m_userData.setRating(id, rating); }))
+        Q_EMIT userDataChanged();
+}
+
+void GameLibrary::setProgress(const QString &id, GameProgress progress) {
+    if (!keep([&] { m_userData.setProgress(id, progress); }))
+        return;
+    if (const auto at = position(id); at && m_games[*at]->gameProgress != progress)
+        replaceGame(*at, [progress](Game &game) { game.gameProgress = progress; });
+}
+
+void GameLibrary::buildRecentlyPlayedList() {
+    GameList recent;
+    for (const QString &id : m_userData.recentlyPlayedIds())
+        if (const GamePtr played = game(id))
+            recent.append(played);
+    m_recentlyPlayed = std::move(recent);
+    Q_EMIT recentlyPlayedChanged();
+}
+
+// --- What the disk says
+
+void GameLibrary::setGameStatus(const QString &id, const GameStatus &status) {
+    const auto at = position(id);
+    if (!at)
+        return;
+    if (status != GameStatus::of(*m_games[*at]))
+        replaceGame(*at, [&](Game &game) {
+            game.isInstalled = status.isInstalled;
+            game.isCompressed = status.isCompressed;
+            game.isDownloadable = status.isDownloadable;
+            game.downloadSize = status.downloadSize;
+        });
+    status.isInstalled ? void(m_installedIds.insert(id)) : void(m_installedIds.remove(id));
+    status.isCompressed ? void(m_compressedIds.insert(id)) : void(m_compressedIds.remove(id));
+    saveStatusIds();
+}
+
+QCoro::Task<> GameLibrary::updateGameStatus(QString id) {
+    const GamePtr wanted = game(id);
+    if (!wanted || !m_services.checkGame)
+        co_return;
+    if (wanted->configurationPath.isNull()) {
+        Log::warning(QStringLiteral("⚠️ updateGameStatus: No config path for %1, skipping").arg(wanted->title));
+        co_return;
+    }
+    const QPointer<GameLibrary> self(this);
+    const auto check = m_services.checkGame;
+    const QString collection = m_collection;
+    const std::optional<GameStatus> status = co_await runOnPool([=] { return check(wanted, collection); });
+    if (!self || !status)
+        co_return;
+    setGameStatus(id, *status);
+    const auto flag = [](bool value) { return value ? QStringLiteral("true") : QStringLiteral("false"); };
+    Log::info(QStringLiteral("   ✅ Updated: isInstalled=%1, isCompressed=%2, isDownloadable=%3")
+                  .arg(flag(status->isInstalled), flag(status->isCompressed), flag(status->isDownloadable)));
+    m_host.notifications.post(Notifications::gameStatusesUpdated);
+}
+
+QCoro::Task<> GameLibrary::checkInstalledStatusSilent(QString collection) {
+    if (!m_services.checkStatus)
+        co_return;
+    const QPointer<GameLibrary> self(this);
+    const auto check = m_services.checkStatus;
+    const GameList snapshot = m_games;
+    QElapsedTimer timer;
+    timer.start();
+    const QList<GameStatus> statuses = co_await runOnPool([=] { return check(snapshot, collection); });
+    if (!self || collection != m_collection || statuses.size() != snapshot.size())
+        co_return;
+
+    // The list may have changed meanwhile: results go to the current record of each id.
+    GameList games = m_games;
+    QSet<QString> installed;
+    QSet<QString> compressed;
+    qsizetype changes = 0;
+    for (qsizetype i = 0; i < snapshot.size(); ++i) {
+        const QString &id = snapshot[i]->id;
+        if (statuses[i].isInstalled)
+            installed.insert(id);
+        if (statuses[i].isCompressed)
+            compressed.insert(id);
+        const auto at = position(id);
+        if (!at || GameStatus::of(*games[*at]) == statuses[i])
+            continue;
+        auto changed = std::make_shared<Game>(*games[*at]);
+        changed->isInstalled = statuses[i].isInstalled;
+        changed->isCompressed = statuses[i].isCompressed;
+        changed->isDownloadable = statuses[i].isDownloadable;
+        changed->downloadSize = statuses[i].downloadSize;
+        games[*at] = std::move(changed);
+        ++changes;
+    }
+    const bool idsChanged = installed != m_installedIds || compressed != m_compressedIds;
+    m_installedIds = std::move(installed);
+    m_compressedIds = std::move(compressed);
+    if (idsChanged)
+        saveStatusIds();
+    if (changes == 0) {
+        Log::info(QStringLiteral("🔇 Silent check: no changes detected — UI unchanged"));
+    } else {
+        Log::info(QStringLiteral("🔇 Silent check found %1 status changes — updating UI").arg(changes));
+        publish(std::move(games), m_index);
+        m_platforms = platformsWithPlayableGames(m_platforms, m_games);
+        Q_EMIT platformsChanged();
+        buildRecentlyPlayedList();
+        m_host.notifications.post(Notifications::gameStatusesUpdated);
+    }
+    Log::info(QStringLiteral("⏱️ Silent check took %1s, %2 changes")
+                  .arg(static_cast<double>(timer.elapsed()) / 1000, 0, 'f', 2)
+                  .arg(changes));
+}
+
+void GameLibrary::loadStatusIds() {
+    const auto read = [&](const QString &file, const Setting<QStringList> &older, const char *what) {
+        if (const auto ids = LibraryCache::loadIds(file)) {
+            Log::info(QStringLiteral("%1 %2 game IDs from file cache").arg(ids->size()).arg(QLatin1StringView(what)));
+            return *ids;
+        }
+        const QStringList list = m_host.settings.value(older);
+        if (!list.isEmpty())
+            Log::info(QStringLiteral("%1 %2 game IDs from UserDefaults").arg(list.size()).arg(QLatin1StringView(what)));
+        return QSet<QString>(list.cbegin(), list.cend());
+    };
+    m_installedIds = read(m_cache.installedIdsFile(), Settings::installedGames, "installed");
+    m_compressedIds = read(m_cache.compressedIdsFile(), Settings::compressedGames, "compressed");
+    if (m_host.settings.contains(Settings::installedGames) || m_host.settings.contains(Settings::compressedGames))
+        saveStatusIds();
+}
+
+void GameLibrary::saveStatusIds() {
+    spawn(runOnPool([cache = m_cache, installed = m_installedIds, compressed = m_compressedIds] {
+              LibraryCache::saveIds(cache.installedIdsFile(), installed);
+              LibraryCache::saveIds(cache.compressedIdsFile(), compressed);
+          }),
+          "saving the ids of installed games");
+}
+
+// --- State of a load
+
+void GameLibrary::clearCollectionData() {
+    keep([this] {
+        m_host.settings.transaction([this] {
+            m_host.settings.remove(Settings::cachedGamesData);
+            m_host.settings.remove(Settings::cachedGamesVersion);
+            m_host.settings.remove(Settings::installedGames);
+            m_host.settings.remove(Settings::compressedGames);
+        });
+    });
+    m_installedIds.clear();
+    m_compressedIds.clear();
+    m_metadata = {};
+    m_platforms.clear();
+    m_playlists.clear();
+    publish({});
+    buildRecentlyPlayedList();
+    Q_EMIT platformsChanged();
+    Q_EMIT playlistsChanged();
+    Log::info(QStringLiteral("🧹 Cleared collection-specific data"));
+}
+
+void GameLibrary::clearCache() {
+    m_cache.clear();
+}
+
+void GameLibrary::setLoading(bool loading) {
+    if (m_isLoading == loading)
+        return;
+    m_isLoading = loading;
+    Q_EMIT isLoadingChanged();
+}
+
+void GameLibrary::setStatus(const QString &status, double progress) {
+    m_loadingStatus = status;
+    m_loadingProgress = progress;
+    Q_EMIT loadingChanged();
+}
+
+void GameLibrary::setErrorMessage(const QString &message) {
+    if (m_errorMessage == message)
+        return;
+    m_errorMessage = message;
+    Q_EMIT errorMessageChanged();
+}
+
+} // namespace ludarium

@@ -1,0 +1,382 @@
+#include "Services/Library/LibraryBrowser.h"
+
+#include "Host/AppLogger.h"
+#include "Services/Library/GameLibrary.h"
+#include "Services/Library/UserData.h"
+
+#include <QElapsedTimer>
+#include <QRandomGenerator>
+#include <QSet>
+#include <algorithm>
+#include <array>
+#include <numeric>
+
+namespace ludarium {
+
+namespace {
+
+using Kind = SmartCollection::Kind;
+
+constexpr qint64 recentSeconds = 604'800;
+constexpr size_t mostPlayedLimit = 50;
+constexpr size_t randomLimit = 25;
+constexpr int highRating = 4;
+constexpr qint64 slowMilliseconds = 10;
+constexpr std::array shortGenres{"Puzzle", "Arcade", "Sports", "Racing", "Pinball", "Board", "Card"};
+
+bool isShortGame(const Game &game) {
+    return !game.genre.isNull() && std::any_of(shortGenres.begin(), shortGenres.end(), [&](const char *genre) {
+        return game.genre.contains(QLatin1StringView(genre));
+    });
+}
+
+qint64 playedAt(const Game &game) {
+    return game.lastPlayed ? game.lastPlayed->toMSecsSinceEpoch() : std::numeric_limits<qint64>::min();
+}
+
+} // namespace
+
+LibraryBrowser::LibraryBrowser(GameLibrary &library, QObject *parent) : QObject(parent), m_library(library) {
+    connect(&library, &GameLibrary::gamesChanged, this, &LibraryBrowser::invalidate);
+    connect(&library, &GameLibrary::playlistsChanged, this, &LibraryBrowser::invalidate);
+    connect(&library, &GameLibrary::userDataChanged, this, &LibraryBrowser::invalidate);
+}
+
+void LibraryBrowser::invalidate() {
+    m_gamesKey.reset();
+    m_groupsKey.reset();
+    m_counts.reset();
+    Q_EMIT changed();
+}
+
+std::vector<LibraryBrowser::Position> LibraryBrowser::members(const SmartCollection &collection) const {
+    const GameList &games = m_library.games();
+    const LibraryIndex &index = m_library.index();
+    const UserData &user = m_library.userData();
+    std::vector<Position> result;
+    const auto keep = [&](const auto &test) {
+        for (Position i = 0; i < index.size(); ++i)
+            if (test(*games[i], i))
+                result.push_back(i);
+    };
+    const auto sortDescending = [&](const auto &key) {
+        std::stable_sort(result.begin(), result.end(),
+                         [&](Position a, Position b) { return key(*games[a]) > key(*games[b]); });
+    };
+    const auto progressIs = [&](auto... wanted) {
+        keep([&](const Game &game, Position) { return ((game.gameProgress == wanted) || ...); });
+    };
+    const QByteArray lowerText = collection.filter.text.toLower().toUtf8();
+    if (const int bit = LibraryIndex::staticBit(collection.id);
+        bit >= 0 && smartCollection(collection.id)->filter == collection.filter) {
+        keep([&](const Game &, Position i) { return (index.staticCollections(i) >> bit & 1) != 0; });
+        return result;
+    }
+    switch (collection.filter.kind) {
+    case Kind::byGenre:
+        keep([&](const Game &g, Position) { return !g.genre.isNull() && g.genre.contains(collection.filter.text); });
+        break;
+    case Kind::byDecade:
+        keep([&](const Game &g, Position) {
+            return g.releaseYear && *g.releaseYear >= collection.filter.decade &&
+                   *g.releaseYear <= collection.filter.decade + 9;
+        });
+        break;
+    case Kind::byDeveloper:
+        keep([&](const Game &g, Position) {
+            return g.searchDeveloper.contains(lowerText) || g.searchPublisher.contains(lowerText);
+        });
+        break;
+    case Kind::byPublisher:
+        keep([&](const Game &g, Position) { return g.searchPublisher.contains(lowerText); });
+        break;
+    case Kind::unplayed:
+        keep([](const Game &g, Position) { return g.playCount == 0; });
+        break;
+    case Kind::recentlyPlayed: {
+        const qint64 since = m_library.now().toMSecsSinceEpoch() - recentSeconds * 1000;
+        keep([&](const Game &g, Position) { return g.lastPlayed && playedAt(g) > since; });
+        sortDescending(playedAt);
+        break;
+    }
+    case Kind::mostPlayed:
+        keep([](const Game &g, Position) { return g.playCount >= 1; });
+        sortDescending([](const Game &g) { return g.playCount; });
+        if (result.size() > mostPlayedLimit)
+            result.resize(mostPlayedLimit);
+        break;
+    case Kind::highlyRated:
+        keep([&](const Game &g, Position) { return user.rating(g.id) >= highRating; });
+        break;
+    case Kind::hasNotes:
+        keep([&](const Game &g, Position) { return !user.notes(g.id).isEmpty(); });
+        break;
+    case Kind::shortGames:
+        keep([](const Game &g, Position) { return isShortGame(g); });
+        break;
+    case Kind::randomPicks:
+        result.resize(index.size());
+        std::iota(result.begin(), result.end(), Position(0));
+        std::shuffle(result.begin(), result.end(), *QRandomGenerator::global());
+        if (result.size() > randomLimit)
+            result.resize(randomLimit);
+        break;
+    case Kind::installed:
+        keep([](const Game &g, Position) { return g.isInstalled; });
+        break;
+    case Kind::progressPlaying:
+        progressIs(GameProgress::playing);
+        break;
+    case Kind::progressBeaten:
+        progressIs(GameProgress::beaten);
+        break;
+    case Kind::progressCompleted:
+        progressIs(GameProgress::completed, GameProgress::mastered);
+        break;
+    case Kind::mt32Games:
+    case Kind::scummvmGames:
+        break; // rows of the sidebar, answered from the index
+    }
+    return result;
+}
+
+GameList LibraryBrowser::games(const SmartCollection &collection) const {
+    GameList result;
+    for (const Position position : members(collection))
+        result.append(m_library.games()[position]);
+    return result;
+}
+
+std::vector<LibraryBrowser::Position> LibraryBrowser::filteredPositions(const BrowseQuery &query) const {
+    const GameList &games = m_library.games();
+    const LibraryIndex &index = m_library.index();
+    const size_t count = index.size();
+
+    // Membership tests are sets of positions; field tests look at the record of what is left.
+    std::vector<bool> kept(count, true);
+    const auto intersect = [&](const std::vector<bool> &other) {
+        for (size_t i = 0; i < count; ++i)
+            kept[i] = kept[i] && other[i];
+    };
+    const auto among = [&](const auto &positions) {
+        std::vector<bool> members(count, false);
+        for (const auto position : positions)
+            members[static_cast<size_t>(position)] = true;
+        return members;
+    };
+    QByteArray text = query.search.toLower().toUtf8();
+    text.replace('\0', ' ');
+    if (!text.isEmpty())
+        intersect(index.search(text));
+    if (!query.platform.isEmpty()) {
+        const int platform = index.platformNumber(query.platform);
+        for (Position i = 0; i < count; ++i)
+            kept[i] = kept[i] && index.platform(i) == platform;
+    }
+    if (!query.playlistId.isEmpty()) {
+        std::vector<Position> positions;
+        for (const Playlist &playlist : m_library.playlists())
+            if (playlist.id == query.playlistId)
+                for (const QString &id : playlist.gameIds)
+                    if (const auto position = m_library.position(id))
+                        positions.push_back(static_cast<Position>(*position));
+        intersect(among(positions));
+    }
+    if (!query.smartCollectionId.isEmpty())
+        if (const SmartCollection *collection = smartCollection(query.smartCollectionId))
+            intersect(among(members(*collection)));
+    const bool looksAtFields = !query.genre.isEmpty() || !query.developer.isEmpty() || !query.publisher.isEmpty() ||
+                               query.year || query.installedOnly || query.favoritesOnly;
+    if (looksAtFields)
+        for (size_t i = 0; i < count; ++i) {
+            if (!kept[i])
+                continue;
+            const Game &game = *games[static_cast<qsizetype>(i)];
+            kept[i] = (query.genre.isEmpty() || game.genre.contains(query.genre)) &&
+                      (query.developer.isEmpty() || game.developer == query.developer) &&
+                      (query.publisher.isEmpty() || game.publisher == query.publisher) &&
+                      (!query.year || game.releaseYear == query.year) && (!query.installedOnly || game.isInstalled) &&
+                      (!query.favoritesOnly || game.isFavorite);
+        }
+
+    std::vector<Position> result;
+    result.reserve(static_cast<size_t>(std::count(kept.begin(), kept.end(), true)));
+    switch (query.sortOrder) {
+    case SortOrder::title:
+    case SortOrder::year:
+    case SortOrder::developer:
+    case SortOrder::rating:
+        for (const Position position : index.order(query.sortOrder))
+            if (kept[position])
+                result.push_back(position);
+        return result;
+    case SortOrder::recentlyPlayed:
+    case SortOrder::playCount:
+        break;
+    }
+    std::vector<std::pair<qint64, Position>> keyed;
+    for (Position i = 0; i < count; ++i)
+        if (kept[i])
+            keyed.emplace_back(query.sortOrder == SortOrder::playCount ? games[i]->playCount : playedAt(*games[i]), i);
+    std::stable_sort(keyed.begin(), keyed.end(), [](const auto &a, const auto &b) { return a.first > b.first; });
+    for (const auto &[key, position] : keyed)
+        result.push_back(position);
+    return result;
+}
+
+const GameList &LibraryBrowser::filteredGames(const BrowseQuery &query) {
+    if (query.recentlyPlayed)
+        return m_library.recentlyPlayed();
+    if (m_gamesKey == query)
+        return m_games;
+    QElapsedTimer timer;
+    timer.start();
+    m_positions = filteredPositions(query);
+    m_games.clear();
+    m_games.reserve(static_cast<qsizetype>(m_positions.size()));
+    for (const Position position : m_positions)
+        m_games.append(m_library.games()[position]);
+    m_gamesKey = query;
+    if (timer.elapsed() > slowMilliseconds)
+        Log::debug(QStringLiteral("⏱️ filteredGames computed in %1ms").arg(timer.elapsed()));
+    return m_games;
+}
+
+const QList<GameGroup> &LibraryBrowser::filteredGameGroups(const BrowseQuery &query) {
+    if (m_groupsKey == query)
+        return m_groups;
+    QElapsedTimer timer;
+    timer.start();
+    const LibraryIndex &index = m_library.index();
+    const GameList &games = filteredGames(query);
+    std::vector<Position> positions;
+    if (query.recentlyPlayed) {
+        for (const GamePtr &game : games)
+            positions.push_back(static_cast<Position>(*m_library.position(game->id)));
+    } else {
+        positions = m_positions;
+    }
+    // With a platform selected every variant is of that platform already, so no group has another to put in front.
+    std::vector<int> place(index.groupCount(), -1);
+    std::vector<QList<GamePtr>> variants;
+    std::vector<Position> numbers;
+    for (size_t i = 0; i < positions.size(); ++i) {
+        const Position group = index.group(positions[i]);
+        if (place[group] < 0) {
+            place[group] = static_cast<int>(variants.size());
+            variants.emplace_back();
+            numbers.push_back(group);
+        }
+        variants[static_cast<size_t>(place[group])].append(games[static_cast<qsizetype>(i)]);
+    }
+    // Groups begin in the order of their titles, which the numbers are in, and stay so among equals.
+    std::sort(numbers.begin(), numbers.end());
+    m_groups.clear();
+    m_groups.reserve(static_cast<qsizetype>(numbers.size()));
+    for (const Position group : numbers)
+        m_groups.append(GameGroup(index.groupTitle(group), std::move(variants[static_cast<size_t>(place[group])])));
+    sortGroups(m_groups, query.sortOrder);
+    m_groupsKey = query;
+    if (timer.elapsed() > slowMilliseconds)
+        Log::debug(QStringLiteral("⏱️ filteredGameGroups computed in %1ms").arg(timer.elapsed()));
+    return m_groups;
+}
+
+void LibraryBrowser::sortGroups(QList<GameGroup> &groups, SortOrder order) const {
+    const auto sortBy = [&](const auto &less) { std::stable_sort(groups.begin(), groups.end(), less); };
+    switch (order) {
+    case SortOrder::title:
+        break;
+    case SortOrder::year:
+        sortBy([](const GameGroup &a, const GameGroup &b) {
+            return a.primaryVariant->releaseYear.value_or(0) < b.primaryVariant->releaseYear.value_or(0);
+        });
+        break;
+    case SortOrder::developer:
+        sortBy([](const GameGroup &a, const GameGroup &b) {
+            return a.primaryVariant->developer < b.primaryVariant->developer;
+        });
+        break;
+    case SortOrder::rating:
+        sortBy([](const GameGroup &a, const GameGroup &b) {
+            return a.primaryVariant->communityRating.value_or(0) > b.primaryVariant->communityRating.value_or(0);
+        });
+        break;
+    case SortOrder::recentlyPlayed:
+        sortBy([](const GameGroup &a, const GameGroup &b) {
+            const auto first = a.lastPlayed();
+            const auto second = b.lastPlayed();
+            return first && (!second || *first > *second);
+        });
+        break;
+    case SortOrder::playCount:
+        sortBy([](const GameGroup &a, const GameGroup &b) { return a.playCount() > b.playCount(); });
+        break;
+    }
+}
+
+const LibraryBrowser::Counts &LibraryBrowser::counts() {
+    if (m_counts)
+        return *m_counts;
+    const LibraryIndex &index = m_library.index();
+    struct {
+        int unplayed = 0, played = 0, installed = 0, playing = 0, beaten = 0, completed = 0;
+    } sums;
+    for (const GamePtr &game : m_library.games()) {
+        ++(game->playCount == 0 ? sums.unplayed : sums.played);
+        sums.installed += game->isInstalled;
+        sums.playing += game->gameProgress == GameProgress::playing;
+        sums.beaten += game->gameProgress == GameProgress::beaten;
+        sums.completed += game->gameProgress == GameProgress::completed || game->gameProgress == GameProgress::mastered;
+    }
+    // Few games have a note or a rating: those are looked up, not all games.
+    int noted = 0;
+    int rated = 0;
+    const UserData &user = m_library.userData();
+    for (auto it = user.allNotes().cbegin(); it != user.allNotes().cend(); ++it)
+        noted += !it->isEmpty() && m_library.position(it.key());
+    for (auto it = user.allRatings().cbegin(); it != user.allRatings().cend(); ++it)
+        rated += *it >= highRating && m_library.position(it.key());
+
+    Counts counts;
+    for (const SmartCollectionSection &section : smartCollectionSections())
+        for (const SmartCollection &collection : section.collections) {
+            int &count = counts.collections[collection.id];
+            switch (collection.filter.kind) {
+            case Kind::unplayed:
+                count = sums.unplayed;
+                break;
+            case Kind::mostPlayed:
+                count = std::min<int>(sums.played, mostPlayedLimit);
+                break;
+            case Kind::highlyRated:
+                count = rated;
+                break;
+            case Kind::hasNotes:
+                count = noted;
+                break;
+            case Kind::installed:
+                count = sums.installed;
+                break;
+            case Kind::progressPlaying:
+                count = sums.playing;
+                break;
+            case Kind::progressBeaten:
+                count = sums.beaten;
+                break;
+            case Kind::progressCompleted:
+                count = sums.completed;
+                break;
+            default:
+                count = index.staticCollectionCount(LibraryIndex::staticBit(collection.id));
+            }
+        }
+    for (const Platform &platform : m_library.platforms()) {
+        const int number = index.platformNumber(platform.name);
+        counts.platforms.insert(platform.name, number < 0 ? 0 : index.platformCount(number));
+    }
+    m_counts = std::move(counts);
+    return *m_counts;
+}
+
+} // namespace ludarium

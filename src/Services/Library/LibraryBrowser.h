@@ -1,0 +1,61 @@
+#pragma once
+
+#include "Models/Game.h"
+#include "Models/Playlist.h"
+#include "Services/Library/BrowseQuery.h"
+#include "Services/Library/GameGroup.h"
+#include "Services/Library/LibraryIndex.h"
+#include "Services/Library/SmartCollection.h"
+
+#include <QHash>
+#include <QObject>
+
+namespace ludarium {
+
+class GameLibrary;
+
+/// The lists that the main view shows, worked out from the library and kept until the query or the library changes.
+/// Main thread only.
+class LibraryBrowser : public QObject {
+    Q_OBJECT
+  public:
+    explicit LibraryBrowser(GameLibrary &library, QObject *parent = nullptr);
+
+    /// The games of a query in display order.
+    const GameList &filteredGames(const BrowseQuery &query);
+    /// The same with duplicates folded.
+    const QList<GameGroup> &filteredGameGroups(const BrowseQuery &query);
+
+    /// The games of a smart collection, in its own order.
+    GameList games(const SmartCollection &collection) const;
+
+    /// The counts of the sidebar: every smart collection by id, every platform by name.
+    struct Counts {
+        QHash<QString, int> collections;
+        QHash<QString, int> platforms;
+    };
+    const Counts &counts();
+
+  Q_SIGNALS:
+    /// What was returned before no longer holds.
+    void changed();
+
+  private:
+    using Position = LibraryIndex::Position;
+
+    void invalidate();
+    std::vector<Position> members(const SmartCollection &collection) const;
+    std::vector<Position> positions(const BrowseQuery &query) const;
+    std::vector<Position> filteredPositions(const BrowseQuery &query) const;
+    void sortGroups(QList<GameGroup> &groups, SortOrder order) const;
+
+    GameLibrary &m_library;
+    std::optional<BrowseQuery> m_gamesKey;
+    std::optional<BrowseQuery> m_groupsKey;
+    GameList m_games;
+    QList<GameGroup> m_groups;
+    std::vector<Position> m_positions; ///< of m_games, when they were narrowed and sorted here
+    std::optional<Counts> m_counts;
+};
+
+} // namespace ludarium

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+#include <QStringList>
+#include <QUuid>
+
+namespace ludarium {
+
+class SettingsStore;
+struct Platform;
+
+/// A folder of platforms that the user made in the sidebar.
+struct PlatformGroup {
+    QUuid id = QUuid::createUuid();
+    QString name;
+    QStringList platformNames;
+    bool isExpanded = true;
+    bool operator==(const PlatformGroup &) const = default;
+};
+
+/// The user's platform groups, kept as a JSON list in the settings whatever the collection is. A platform stands in
+/// one group at most. Unreadable stored data counts as no groups and is replaced by the next change only.
+class PlatformGroupManager : public QObject {
+    Q_OBJECT
+  public:
+    explicit PlatformGroupManager(SettingsStore &settings, QObject *parent = nullptr);
+
+    const QList<PlatformGroup> &groups() const { return m_groups; }
+    QUuid createGroup(const QString &name);
+    void renameGroup(const QUuid &id, const QString &name);
+    void deleteGroup(const QUuid &id);
+    void setExpanded(const QUuid &id, bool expanded);
+    /// Moves the platform out of any other group. An unknown group does nothing.
+    void addPlatform(const QString &platform, const QUuid &id);
+    void removePlatformFromGroup(const QString &platform);
+    QList<Platform> getUngroupedPlatforms(const QList<Platform> &platforms) const;
+
+  Q_SIGNALS:
+    void groupsChanged();
+
+  private:
+    PlatformGroup *find(const QUuid &id);
+    void save();
+
+    SettingsStore &m_settings;
+    QList<PlatformGroup> m_groups;
+};
+
+} // namespace ludarium

@@ -1,0 +1,216 @@
+#include "Services/Library/UserData.h"
+
+#include "Host/AppLogger.h"
+#include "Host/Settings.h"
+#include "Host/SettingsStore.h"
+#include "Models/Game.h"
+
+#include <QScopeGuard>
+
+namespace ludarium {
+
+namespace {
+
+/// The stored value of a key. One of another type is kept under a key of its own before it counts as absent, so that
+/// the next change does not destroy what a person may want back.
+template<typename T>
+T readOrSetAside(SettingsStore &settings, const Setting<T> &setting) {
+    if (auto stored = settings.storedValue(setting))
+        return *stored;
+    const QString key = QString::fromUtf8(setting.key);
+    const QVariant raw = settings.rawValue(key);
+    if (!raw.isValid())
+        return setting.defaultValue();
+    const QString aside = QStringLiteral("%1.corrupt-%2")
+                              .arg(key, QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMddHHmmsszzz")));
+    Log::error(QStringLiteral("⚠️ The setting %1 has an unexpected type and was kept as %2").arg(key, aside));
+    try {
+        settings.transaction([&] {
+            settings.setRawValue(aside, raw);
+            settings.remove(key);
+        });
+    } catch (const std::exception &error) {
+        Log::error(QString::fromUtf8(error.what()));
+    }
+    return setting.defaultValue();
+}
+
+template<typename V>
+QHash<QString, V> readMap(SettingsStore &settings, const Setting<QMap<QString, V>> &setting) {
+    const QMap<QString, V> map = readOrSetAside(settings, setting);
+    QHash<QString, V> result;
+    result.reserve(map.size());
+    for (auto it = map.cbegin(); it != map.cend(); ++it)
+        result.insert(it.key(), it.value());
+    return result;
+}
+
+std::optional<QDateTime> found(const QHash<QString, QDateTime> &dates, const QString &id) {
+    const auto it = dates.constFind(id);
+    return it == dates.cend() ? std::nullopt : std::optional(*it);
+}
+
+} // namespace
+
+UserData::UserData(SettingsStore &settings, QObject *parent) : QObject(parent), m_settings(settings) {
+    m_writing = true;
+    load({});
+    m_writing = false;
+    connect(&settings, &SettingsStore::changed, this, [this](const QString &key) {
+        if (m_writing)
+            return;
+        m_writing = true;
+        load(key);
+        m_writing = false;
+        Q_EMIT changedElsewhere();
+    });
+}
+
+void UserData::load(const QString &key) {
+    const auto wanted = [&](const auto &setting) { return key.isEmpty() || key == QLatin1StringView(setting.key); };
+    if (wanted(Settings::favoriteGames)) {
+        const QStringList favorites = readOrSetAside(m_settings, Settings::favoriteGames);
+        m_values.favorites = QSet<QString>(favorites.cbegin(), favorites.cend());
+    }
+    if (wanted(Settings::playCounts))
+        m_values.playCounts = readMap(m_settings, Settings::playCounts);
+    if (wanted(Settings::playTimes))
+        m_values.playTimes = readMap(m_settings, Settings::playTimes);
+    if (wanted(Settings::lastPlayedDates))
+        m_values.lastPlayed = readMap(m_settings, Settings::lastPlayedDates);
+    if (wanted(Settings::recentlyPlayedIds))
+        m_values.recent = readOrSetAside(m_settings, Settings::recentlyPlayedIds);
+    if (wanted(Settings::gameNotes))
+        m_values.notes = readMap(m_settings, Settings::gameNotes);
+    if (wanted(Settings::gameRatings))
+        m_values.ratings = readMap(m_settings, Settings::gameRatings);
+    if (wanted(Settings::gameProgress))
+        m_values.progress = readMap(m_settings, Settings::gameProgress);
+}
+
+template<typename Function>
+void UserData::change(const Function &write) {
+    m_settings.contains(Settings::favoriteGames); // a read notices what another process wrote
+    m_writing = true;
+    const auto done = qScopeGuard([this] { m_writing = false; });
+    m_settings.transaction(write);
+}
+
+bool UserData::Values::knows(const QString &id) const {
+    return favorites.contains(id) || playCounts.contains(id) || playTimes.contains(id) || lastPlayed.contains(id) ||
+           progress.contains(id);
+}
+
+void UserData::Values::applyTo(Game &game) const {
+    game.isFavorite = favorites.contains(game.id);
+    game.playCount = static_cast<int>(playCounts.value(game.id));
+    game.playTime = playTimes.value(game.id);
+    game.lastPlayed = found(lastPlayed, game.id);
+    if (const auto it = progress.constFind(game.id); it != progress.cend())
+        game.gameProgress = gameProgressFromNumber(*it).value_or(game.gameProgress);
+}
+
+bool UserData::Values::differsFrom(const Game &game) const {
+    const auto it = progress.constFind(game.id);
+    const GameProgress wanted =
+        it == progress.cend() ? game.gameProgress : gameProgressFromNumber(*it).value_or(game.gameProgress);
+    return game.isFavorite != favorites.contains(game.id) || game.playCount != playCounts.value(game.id) ||
+           game.playTime != playTimes.value(game.id) || game.lastPlayed != found(lastPlayed, game.id) ||
+           game.gameProgress != wanted;
+}
+
+// Each change is written first and taken over afterwards: a write that throws leaves memory and store alike.
+
+void UserData::toggleFavorite(const QString &id) {
+    QSet<QString> changed;
+    change([&] {
+        changed = m_values.favorites;
+        if (!changed.remove(id))
+            changed.insert(id);
+        m_settings.setValue(Settings::favoriteGames, QStringList(changed.cbegin(), changed.cend()));
+    });
+    m_values.favorites = std::move(changed);
+}
+
+void UserData::recordPlay(const QString &id, double seconds, const QDateTime &now) {
+    qint64 count = 0;
+    double time = 0;
+    bool firstPlay = false;
+    QStringList recent;
+    change([&] {
+        count = m_values.playCounts.value(id) + 1;
+        time = m_values.playTimes.value(id) + seconds;
+        firstPlay = count == 1 && m_values.progress.value(id) == 0;
+        recent = m_values.recent;
+        recent.removeAll(id);
+        recent.prepend(id);
+        if (recent.size() > recentLimit)
+            recent.resize(recentLimit);
+        if (firstPlay)
+            m_settings.setEntry(Settings::gameProgress, id, static_cast<qint64>(GameProgress::playing));
+        m_settings.setEntry(Settings::playCounts, id, count);
+        m_settings.setEntry(Settings::playTimes, id, time);
+        m_settings.setEntry(Settings::lastPlayedDates, id, now);
+        m_settings.setValue(Settings::recentlyPlayedIds, recent);
+    });
+    if (firstPlay)
+        m_values.progress.insert(id, static_cast<qint64>(GameProgress::playing));
+    m_values.playCounts.insert(id, count);
+    m_values.playTimes.insert(id, time);
+    m_values.lastPlayed.insert(id, now);
+    m_values.recent = std::move(recent);
+}
+
+void UserData::addPlayTime(const QString &id, double seconds) {
+    if (!(seconds > 0))
+        return;
+    double time = 0;
+    change([&] {
+        time = m_values.playTimes.value(id) + seconds;
+        m_settings.setEntry(Settings::playTimes, id, time);
+    });
+    m_values.playTimes.insert(id, time);
+}
+
+void UserData::setNotes(const QString &id, const QString &text) {
+    change([&] {
+        if (text.isEmpty())
+            m_settings.removeEntry(Settings::gameNotes, id);
+        else
+            m_settings.setEntry(Settings::gameNotes, id, text);
+    });
+    if (text.isEmpty())
+        m_values.notes.remove(id);
+    else
+        m_values.notes.insert(id, text);
+}
+
+void UserData::setRating(const QString &id, int rating) {
+    const bool given = rating >= 1 && rating <= 5;
+    change([&] {
+        if (given)
+            m_settings.setEntry(Settings::gameRatings, id, static_cast<qint64>(rating));
+        else
+            m_settings.removeEntry(Settings::gameRatings, id);
+    });
+    if (given)
+        m_values.ratings.insert(id, rating);
+    else
+        m_values.ratings.remove(id);
+}
+
+void UserData::setProgress(const QString &id, GameProgress progress) {
+    const qint64 number = static_cast<qint64>(progress);
+    change([&] {
+        if (number != 0)
+            m_settings.setEntry(Settings::gameProgress, id, number);
+        else
+            m_settings.removeEntry(Settings::gameProgress, id);
+    });
+    if (number != 0)
+        m_values.progress.insert(id, number);
+    else
+        m_values.progress.remove(id);
+}
+
+} // namespace ludarium

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "Models/GameProgress.h"
+
+#include <QDateTime>
+#include <QHash>
+#include <QObject>
+#include <QSet>
+#include <QString>
+#include <QStringList>
+
+namespace ludarium {
+
+class SettingsStore;
+struct Game;
+
+/// What the user did with games, keyed by game id: favourites, plays, notes, ratings, progress. It survives a change
+/// of collection and a rebuild of the cache. Every change is in the settings store when the call returns; a write
+/// that fails throws and leaves the data as it was. Main thread only.
+class UserData : public QObject {
+    Q_OBJECT
+  public:
+    static constexpr int recentLimit = 50;
+
+    /// Reads everything. A key that holds another type than expected is moved to a key of its own
+    /// ("{key}.corrupt-{time}") instead of being overwritten by the next change.
+    explicit UserData(SettingsStore &settings, QObject *parent = nullptr);
+
+    const QSet<QString> &favoriteIds() const { return m_values.favorites; }
+    /// Newest first.
+    const QStringList &recentlyPlayedIds() const { return m_values.recent; }
+    int playCount(const QString &id) const { return static_cast<int>(m_values.playCounts.value(id)); }
+    double playTime(const QString &id) const { return m_values.playTimes.value(id); }
+    QString notes(const QString &id) const { return m_values.notes.value(id); }
+    /// 1 to 5, or 0 when the user gave none.
+    int rating(const QString &id) const { return static_cast<int>(m_values.ratings.value(id)); }
+    const QHash<QString, QString> &allNotes() const { return m_values.notes; }
+    const QHash<QString, qint64> &allRatings() const { return m_values.ratings; }
+
+    /// What a game takes over from here; a copy of this can be applied on another thread.
+    struct Values {
+        QSet<QString> favorites;
+        QHash<QString, qint64> playCounts;
+        QHash<QString, double> playTimes; ///< seconds
+        QHash<QString, QDateTime> lastPlayed;
+        QStringList recent;
+        QHash<QString, QString> notes;
+        QHash<QString, qint64> ratings;
+        QHash<QString, qint64> progress; ///< number of GameProgress
+
+        bool knows(const QString &id) const;
+        /// Sets isFavorite, playCount, playTime, lastPlayed and, when a valid number is stored, gameProgress.
+        void applyTo(Game &game) const;
+        /// Whether `applyTo` would change the game.
+        bool differsFrom(const Game &game) const;
+    };
+    const Values &values() const { return m_values; }
+
+    void toggleFavorite(const QString &id);
+    /// Counts a start of the game; the first one makes a game without progress `playing`.
+    void recordPlay(const QString &id, double seconds, const QDateTime &now);
+    void addPlayTime(const QString &id, double seconds);
+    /// An empty text removes the entry.
+    void setNotes(const QString &id, const QString &text);
+    /// A number outside 1 to 5 removes the entry.
+    void setRating(const QString &id, int rating);
+    void setProgress(const QString &id, GameProgress progress);
+
+  Q_SIGNALS:
+    /// Another process wrote user data, which is read again by now.
+    void changedElsewhere();
+
+  private:
+    void load(const QString &key);
+    /// Takes over what another process wrote, then runs `write` without taking its notices for somebody else's.
+    template<typename Function>
+    void change(const Function &write);
+
+    SettingsStore &m_settings;
+    Values m_values;
+    bool m_writing = false;
+};
+
+} // namespace ludarium

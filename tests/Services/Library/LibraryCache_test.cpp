@@ -1,0 +1,185 @@
+#include "Services/Library/LibraryCache.h"
+
+#include "GameFactory.h"
+#include "Host/HostPaths.h"
+#include "Host/SafeFiles.h"
+#include "Models/RecordEncoder.h"
+#include "support/TestHost.h"
+
+#include <QDir>
+#include <QFile>
+#include <gtest/gtest.h>
+
+namespace ludarium::test {
+
+namespace {
+
+const QString collection = QStringLiteral("/games/eXo");
+const QDateTime written(QDate(2026, 3, 1), QTime(12, 0));
+
+CachedCollectionData sample(int games, int notesLength = 20) {
+    CachedCollectionData data;
+    for (int i = 0; i < games; ++i)
+        data.games.append(makeGame(QString::number(i), QStringLiteral("Spiel „%1“ \"x\" },{ID").arg(i),
+                                   QStringLiteral("MS-DOS"), [&](Game &game) {
+                                       game.genre = QStringLiteral("Action");
+                                       game.releaseYear = 1980 + i % 20;
+                                       game.notes = QByteArray(notesLength, 'n') + "},{\"ID\":\"";
+                                       game.developer = QString(); // absent
+                                       game.publisher = QStringLiteral("");
+                                       game.communityRating = 4;
+                                   }));
+    data.platforms = {Platform::named(QStringLiteral("MS-DOS"), QStringLiteral("Computer"))};
+    Playlist playlist;
+    playlist.id = QStringLiteral("p");
+    playlist.name = QStringLiteral("List");
+    playlist.sortOrder = 3;
+    playlist.gameIds = QStringList{QStringLiteral("0"), QStringLiteral("1")};
+    playlist.autoPopulate = true;
+    playlist.filters = {{QString(), QStringLiteral("Title"), QStringLiteral("Contains")}};
+    data.playlists = {playlist};
+    data.collectionPath = collection;
+    data.cacheDate = LibraryCache::toCacheDate(written);
+    return data;
+}
+
+class LibraryCacheTest : public testing::Test {
+  protected:
+    TestHost host;
+    LibraryCache cache{host.host().paths};
+
+    void write(const QByteArray &bytes) {
+        QDir().mkpath(QFileInfo(cache.cacheFile()).path());
+        QFile file(cache.cacheFile());
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+    }
+    QByteArray bytes() {
+        QFile file(cache.cacheFile());
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        return file.readAll();
+    }
+    QByteArray writtenForm(const GameList &games) {
+        QByteArray out;
+        for (const GamePtr &game : games)
+            appendJson(out, *game);
+        return out;
+    }
+};
+
+} // namespace
+
+// The second is read in pieces by several threads.
+class LibraryCacheRoundTrip : public LibraryCacheTest, public testing::WithParamInterface<std::pair<int, int>> {};
+
+TEST_P(LibraryCacheRoundTrip, GivesBackWhatTheWrittenFormHolds) {
+    const CachedCollectionData data = sample(GetParam().first, GetParam().second);
+    cache.save(data);
+    const auto loaded = cache.load(collection, written);
+    ASSERT_TRUE(loaded);
+    ASSERT_EQ(loaded->games.size(), data.games.size());
+    EXPECT_EQ(writtenForm(loaded->games), writtenForm(data.games));
+    EXPECT_EQ(loaded->platforms, data.platforms);
+    ASSERT_EQ(loaded->playlists.size(), 1);
+    EXPECT_EQ(loaded->playlists[0].gameIds, data.playlists[0].gameIds);
+    EXPECT_EQ(loaded->playlists[0].sortOrder, 3);
+    EXPECT_TRUE(loaded->playlists[0].autoPopulate);
+    EXPECT_EQ(loaded->playlists[0].filters, data.playlists[0].filters);
+    EXPECT_TRUE(loaded->games[0]->developer.isNull());
+    EXPECT_FALSE(loaded->games[0]->publisher.isNull());
+    EXPECT_FALSE(loaded->games[0]->communityRating);
+    EXPECT_EQ(loaded->games[0]->searchGenre, "action");
+    EXPECT_EQ(loaded->games[0]->genre.constData(), loaded->games[1]->genre.constData());
+}
+
+INSTANTIATE_TEST_SUITE_P(Sizes, LibraryCacheRoundTrip, testing::Values(std::pair{3, 20}, std::pair{6'000, 3'000}));
+
+TEST_F(LibraryCacheTest, IsUsedFor29DaysAndForExactlyItsPath) {
+    cache.save(sample(1));
+    EXPECT_TRUE(cache.load(collection, written.addDays(29)));
+    EXPECT_FALSE(cache.load(collection, written.addDays(30)));
+    EXPECT_TRUE(cache.load(collection, written.addDays(30).addSecs(-1)));
+    EXPECT_FALSE(cache.load(QStringLiteral("/games/eXo/"), written));
+    EXPECT_TRUE(QFile::exists(cache.cacheFile()));
+    cache.clear();
+    EXPECT_FALSE(cache.load(collection, written));
+}
+
+TEST_F(LibraryCacheTest, IsNoCacheWhenTruncatedAnywhere) {
+    cache.save(sample(2));
+    const QByteArray whole = bytes();
+    for (qsizetype length = 0; length < whole.size(); ++length) {
+        write(whole.first(length));
+        ASSERT_FALSE(cache.load(collection, written)) << length;
+    }
+}
+
+TEST_F(LibraryCacheTest, IsNoCacheWhenAPieceOfALargeOneIsDamaged) {
+    cache.save(sample(6'000, 3'000));
+    QByteArray whole = bytes();
+    whole[whole.size() / 2] = '\x01';
+    write(whole);
+    EXPECT_FALSE(cache.load(collection, written));
+    write(whole.first(whole.size() - 1));
+    EXPECT_FALSE(cache.load(collection, written));
+}
+
+struct DamagedCache {
+    const char *name;
+    QByteArray bytes;
+};
+
+class DamagedLibraryCache : public LibraryCacheTest, public testing::WithParamInterface<DamagedCache> {};
+
+TEST_P(DamagedLibraryCache, CountsAsNoCacheAndStaysWhereItIs) {
+    write(GetParam().bytes);
+    EXPECT_FALSE(cache.load(collection, written)) << GetParam().name;
+    EXPECT_EQ(bytes(), GetParam().bytes);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Shapes, DamagedLibraryCache,
+    testing::Values(
+        DamagedCache{"no object", "[]"}, DamagedCache{"empty", ""},
+        DamagedCache{"no games",
+                     R"({"collectionPath":"/games/eXo","cacheDate":1,"platforms":[],"playlists":[],"games":[]})"},
+        DamagedCache{
+            "title is a number",
+            R"({"collectionPath":"/games/eXo","cacheDate":794000000,"platforms":[],"playlists":[],"games":[{"ID":"a","Title":3}]})"},
+        DamagedCache{
+            "year is a text",
+            R"({"collectionPath":"/games/eXo","cacheDate":794000000,"platforms":[],"playlists":[],"games":[{"ID":"a","releaseYear":"1990"}]})"},
+        DamagedCache{
+            "games is an object",
+            R"({"collectionPath":"/games/eXo","cacheDate":794000000,"platforms":[],"playlists":[],"games":{}})"},
+        DamagedCache{
+            "date is a text",
+            R"({"collectionPath":"/games/eXo","cacheDate":"now","platforms":[],"playlists":[],"games":[{"ID":"a"}]})"},
+        DamagedCache{"a million brackets", QByteArray(1'000'000, '[')},
+        DamagedCache{"a million keys deep", QByteArray("{\"games\":").repeated(1'000'000)}),
+    [](const auto &info) {
+        std::string name = info.param.name;
+        std::replace(name.begin(), name.end(), ' ', '_');
+        return name;
+    });
+
+TEST_F(LibraryCacheTest, ReadsKeysInAnyOrder) {
+    write(R"({"games":[{"Title":"T","ID":"a","unknown":[1,{"x":2}]}],"cacheDate":794000000,"playlists":[{"Name":"N"}],)"
+          R"("platforms":[],"collectionPath":"/games/eXo"})");
+    const auto loaded = cache.load(collection, written);
+    ASSERT_TRUE(loaded);
+    EXPECT_EQ(loaded->games[0]->title, QStringLiteral("T"));
+    EXPECT_EQ(loaded->playlists[0].name, QStringLiteral("N"));
+    EXPECT_FALSE(loaded->playlists[0].id.isEmpty());
+}
+
+TEST_F(LibraryCacheTest, KeepsIdsAsAListOfTexts) {
+    const QSet<QString> ids{QStringLiteral("a"), QStringLiteral("b\"")};
+    LibraryCache::saveIds(cache.installedIdsFile(), ids);
+    EXPECT_EQ(LibraryCache::loadIds(cache.installedIdsFile()), ids);
+    EXPECT_FALSE(LibraryCache::loadIds(cache.compressedIdsFile()));
+    ASSERT_EQ(writeAtomically(cache.compressedIdsFile(), "[1]"), QString());
+    EXPECT_FALSE(LibraryCache::loadIds(cache.compressedIdsFile()));
+}
+
+} // namespace ludarium::test
