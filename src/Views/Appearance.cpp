@@ -1,4 +1,4 @@
-#include "Appearance.h"
+#include "Views/Appearance.h"
 
 #include "Host/AppLogger.h"
 #include "Host/Host.h"

@@ -1,11 +1,10 @@
-#include "Browse.h"
+#include "Views/Browse.h"
 
-#include "GridGeometry.h"
+#include "Views/GridGeometry.h"
 #include "Host/AppLogger.h"
 #include "Services/Library/GameLibrary.h"
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 
 namespace ludarium {
@@ -13,22 +12,6 @@ namespace ludarium {
 namespace {
 
 constexpr std::chrono::milliseconds searchDelay{150};
-constexpr std::array viewModes{"List", "Grid", "Coverflow"};
-constexpr std::array gridSizes{"Small", "Medium", "Large", "Extra Large"};
-constexpr std::array sortOrders{"Title", "Year", "Developer", "Rating", "Recently Played", "Most Played"};
-
-template<typename Enum, size_t N>
-std::optional<Enum> valueOf(const std::array<const char *, N> &texts, const QString &text) {
-    for (size_t i = 0; i < N; ++i)
-        if (text == QLatin1StringView(texts[i]))
-            return static_cast<Enum>(i);
-    return std::nullopt;
-}
-
-template<size_t N, typename Enum>
-QString textOf(const std::array<const char *, N> &texts, Enum value) {
-    return QLatin1StringView(texts.at(static_cast<size_t>(value)));
-}
 
 } // namespace
 
@@ -85,33 +68,33 @@ void Browse::setCurrentRow(int row) {
 }
 
 QString Browse::viewMode() const {
-    return textOf(viewModes, m_state.viewMode());
+    return viewModeText(m_state.viewMode());
 }
 
 void Browse::setViewMode(const QString &text) {
-    if (const auto mode = valueOf<ViewMode>(viewModes, text)) {
+    if (const auto mode = viewModeFromText(text)) {
         m_state.setViewMode(*mode);
         save();
     }
 }
 
 QString Browse::gridSize() const {
-    return textOf(gridSizes, m_state.gridSize());
+    return gridSizeText(m_state.gridSize());
 }
 
 void Browse::setGridSize(const QString &text) {
-    if (const auto size = valueOf<GridSize>(gridSizes, text)) {
+    if (const auto size = gridSizeFromText(text)) {
         m_state.setGridSize(*size);
         save();
     }
 }
 
 QString Browse::sortOrder() const {
-    return textOf(sortOrders, m_state.sortOrder());
+    return sortOrderText(m_state.sortOrder());
 }
 
 void Browse::setSortOrder(const QString &text) {
-    if (const auto order = valueOf<SortOrder>(sortOrders, text)) {
+    if (const auto order = sortOrderFromText(text)) {
         m_state.setSortOrder(*order);
         save();
     }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "App/AppState.h"
-#include "GameListModel.h"
+#include "Views/GameListModel.h"
 
 #include <QTimer>
 #include <qqmlregistration.h>

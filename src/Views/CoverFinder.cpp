@@ -1,4 +1,4 @@
-#include "CoverFinder.h"
+#include "Views/CoverFinder.h"
 
 #include "Host/SafeFiles.h"
 

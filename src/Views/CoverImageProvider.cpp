@@ -1,7 +1,7 @@
-#include "CoverImageProvider.h"
+#include "Views/CoverImageProvider.h"
 
-#include "CoverFinder.h"
-#include "CoverStore.h"
+#include "Views/CoverFinder.h"
+#include "Views/CoverStore.h"
 
 #include <QImageReader>
 #include <QPainter>

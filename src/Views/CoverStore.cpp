@@ -1,6 +1,6 @@
-#include "CoverStore.h"
+#include "Views/CoverStore.h"
 
-#include "CoverFinder.h"
+#include "Views/CoverFinder.h"
 
 namespace ludarium {
 

@@ -1,11 +1,11 @@
-#include "Desktop.h"
+#include "Views/Desktop.h"
 
 #include "App/AppState.h"
-#include "CoverImageProvider.h"
-#include "DesktopColorScheme.h"
+#include "Views/CoverImageProvider.h"
+#include "Views/DesktopColorScheme.h"
 #include "Host/Async.h"
 #include "Host/Host.h"
-#include "IconImageProvider.h"
+#include "Views/IconImageProvider.h"
 #include "Services/Library/GameLibrary.h"
 
 #include <QPointer>

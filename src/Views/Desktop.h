@@ -1,15 +1,15 @@
 #pragma once
 
-#include "Appearance.h"
-#include "Browse.h"
-#include "CoverStore.h"
-#include "GameDetail.h"
-#include "LaunchStatus.h"
-#include "LibraryStatus.h"
-#include "LogModel.h"
-#include "QmlDialogs.h"
-#include "SidebarModel.h"
-#include "StartScreen.h"
+#include "Views/Appearance.h"
+#include "Views/Browse.h"
+#include "Views/CoverStore.h"
+#include "Views/GameDetail.h"
+#include "Views/LaunchStatus.h"
+#include "Views/LibraryStatus.h"
+#include "Views/LogModel.h"
+#include "Views/QmlDialogs.h"
+#include "Views/SidebarModel.h"
+#include "Views/StartScreen.h"
 
 #include <QQmlEngine>
 #include <memory>

@@ -1,4 +1,4 @@
-#include "DesktopColorScheme.h"
+#include "Views/DesktopColorScheme.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

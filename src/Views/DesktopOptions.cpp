@@ -1,4 +1,4 @@
-#include "DesktopOptions.h"
+#include "Views/DesktopOptions.h"
 
 #include <CLI/CLI.hpp>
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "DesktopWorkspace.h"
+#include "Views/DesktopWorkspace.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

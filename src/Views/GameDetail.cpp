@@ -1,9 +1,9 @@
-#include "GameDetail.h"
+#include "Views/GameDetail.h"
 
 #include "App/AppState.h"
-#include "CoverStore.h"
+#include "Views/CoverStore.h"
 #include "Services/Library/GameLibrary.h"
-#include "TitleArt.h"
+#include "Views/TitleArt.h"
 
 namespace ludarium {
 

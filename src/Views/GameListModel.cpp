@@ -1,7 +1,7 @@
-#include "GameListModel.h"
+#include "Views/GameListModel.h"
 
-#include "CoverStore.h"
-#include "TitleArt.h"
+#include "Views/CoverStore.h"
+#include "Views/TitleArt.h"
 
 #include <algorithm>
 

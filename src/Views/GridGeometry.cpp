@@ -1,6 +1,6 @@
-#include "GridGeometry.h"
+#include "Views/GridGeometry.h"
 
-#include "App/AppState.h"
+#include "Models/ViewSettings.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-namespace ludarium {
+#include "Models/ViewSettings.h"
 
-enum class GridSize;
+namespace ludarium {
 
 /// Widths of a grid cell in points.
 struct CellWidths {

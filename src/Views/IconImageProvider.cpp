@@ -1,4 +1,4 @@
-#include "IconImageProvider.h"
+#include "Views/IconImageProvider.h"
 
 #include <QFile>
 #include <QPainter>

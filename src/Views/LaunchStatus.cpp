@@ -1,4 +1,4 @@
-#include "LaunchStatus.h"
+#include "Views/LaunchStatus.h"
 
 #include "App/AppState.h"
 #include "Host/AppLogger.h"

@@ -1,4 +1,4 @@
-#include "LibraryStatus.h"
+#include "Views/LibraryStatus.h"
 
 #include "App/AppState.h"
 #include "Services/Library/GameLibrary.h"

@@ -1,4 +1,4 @@
-#include "LogModel.h"
+#include "Views/LogModel.h"
 
 #include "Host/AppLogger.h"
 #include "Host/Async.h"

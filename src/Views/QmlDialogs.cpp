@@ -1,4 +1,4 @@
-#include "QmlDialogs.h"
+#include "Views/QmlDialogs.h"
 
 #include <QCoro/QCoroFuture>
 

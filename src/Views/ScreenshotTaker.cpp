@@ -1,7 +1,7 @@
-#include "ScreenshotTaker.h"
+#include "Views/ScreenshotTaker.h"
 
-#include "CoverImageProvider.h"
-#include "Desktop.h"
+#include "Views/CoverImageProvider.h"
+#include "Views/Desktop.h"
 #include "Host/AppLogger.h"
 
 #include <QQuickWindow>

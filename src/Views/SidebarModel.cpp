@@ -1,4 +1,4 @@
-#include "SidebarModel.h"
+#include "Views/SidebarModel.h"
 
 #include "App/AppState.h"
 #include "Host/Async.h"

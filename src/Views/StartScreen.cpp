@@ -1,4 +1,4 @@
-#include "StartScreen.h"
+#include "Views/StartScreen.h"
 
 #include "App/AppState.h"
 #include "Host/Async.h"

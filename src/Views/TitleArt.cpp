@@ -1,4 +1,4 @@
-#include "TitleArt.h"
+#include "Views/TitleArt.h"
 
 #include <QStringList>
 

@@ -1,4 +1,4 @@
-#include "WindowFramePersistence.h"
+#include "Views/WindowFramePersistence.h"
 
 #include "App/WindowFrame.h"
 #include "Host/AppLogger.h"
