@@ -1,8 +1,8 @@
 #include "Views/Browse.h"
 
-#include "Views/GridGeometry.h"
 #include "Host/AppLogger.h"
 #include "Services/Library/GameLibrary.h"
+#include "Views/GridGeometry.h"
 
 #include <algorithm>
 #include <chrono>

@@ -1,12 +1,12 @@
 #include "Views/Desktop.h"
 
 #include "App/AppState.h"
-#include "Views/CoverImageProvider.h"
-#include "Views/DesktopColorScheme.h"
 #include "Host/Async.h"
 #include "Host/Host.h"
-#include "Views/IconImageProvider.h"
 #include "Services/Library/GameLibrary.h"
+#include "Views/CoverImageProvider.h"
+#include "Views/DesktopColorScheme.h"
+#include "Views/IconImageProvider.h"
 
 #include <QPointer>
 

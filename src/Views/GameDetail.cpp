@@ -1,8 +1,8 @@
 #include "Views/GameDetail.h"
 
 #include "App/AppState.h"
-#include "Views/CoverStore.h"
 #include "Services/Library/GameLibrary.h"
+#include "Views/CoverStore.h"
 #include "Views/TitleArt.h"
 
 namespace ludarium {

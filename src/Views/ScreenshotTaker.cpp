@@ -1,8 +1,8 @@
 #include "Views/ScreenshotTaker.h"
 
+#include "Host/AppLogger.h"
 #include "Views/CoverImageProvider.h"
 #include "Views/Desktop.h"
-#include "Host/AppLogger.h"
 
 #include <QQuickWindow>
 

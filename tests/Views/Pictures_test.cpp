@@ -31,7 +31,9 @@ void endSplash(DesktopFixture &fixture) {
     ASSERT_TRUE(waitUntil([&] { return !fixture.desktop.start()->isVisible(); }));
 }
 
-void call(QQuickWindow &window, const char *function) { ASSERT_TRUE(QMetaObject::invokeMethod(&window, function)); }
+void call(QQuickWindow &window, const char *function) {
+    ASSERT_TRUE(QMetaObject::invokeMethod(&window, function));
+}
 
 Alert alert(const QString &title, const QString &text, const QStringList &buttons, Alert::Style style) {
     return {title, text, buttons, style};
@@ -97,7 +99,7 @@ TEST(Pictures, OfDialogsLogAndAbout) {
     ASSERT_TRUE(fixture.load());
     const auto ask = [&](const Alert &question) {
         spawn([](QmlDialogs &dialogs, Alert asked) -> QCoro::Task<> { co_await dialogs.ask(asked); }(fixture.dialogs,
-                                                                                                    question),
+                                                                                                     question),
               "a test's question");
     };
     ask(alert(QStringLiteral("Read-Only Collection"),

@@ -10,10 +10,10 @@
 namespace ludarium::test {
 
 DesktopFixture::DesktopFixture(bool systemClock)
-    : host{machine.host().paths,    machine.host().settings,
-           machine.host().processes, machine.host().http,
-           machine.host().workspace, dialogs,
-           machine.host().terminal,  systemClock ? static_cast<Clock &>(realClock) : machine.host().clock,
+    : host{machine.host().paths,        machine.host().settings,
+           machine.host().processes,    machine.host().http,
+           machine.host().workspace,    dialogs,
+           machine.host().terminal,     systemClock ? static_cast<Clock &>(realClock) : machine.host().clock,
            machine.host().notifications},
       emulators(host), state(host, emulators), desktop(state, dialogs, *AppLogger::shared()) {
     desktop.appearance()->setReducedMotion(true);

@@ -21,8 +21,9 @@ void put(const QString &path, const QByteArray &content) {
 
 QByteArray gameXml(const FixtureCollection::Entry &entry, int number) {
     const QString folder = QStringLiteral("fix%1").arg(number);
-    QString xml = QStringLiteral("  <Game>\n    <ID>fixture-%1</ID>\n    <Title>%2</Title>\n    <Platform>%3</Platform>\n")
-                      .arg(QString::number(number), entry.title.toHtmlEscaped(), entry.platform.toHtmlEscaped());
+    QString xml =
+        QStringLiteral("  <Game>\n    <ID>fixture-%1</ID>\n    <Title>%2</Title>\n    <Platform>%3</Platform>\n")
+            .arg(QString::number(number), entry.title.toHtmlEscaped(), entry.platform.toHtmlEscaped());
     xml += QStringLiteral("    <ReleaseDate>%1-04-02T00:00:00-05:00</ReleaseDate>\n").arg(entry.year);
     xml += QStringLiteral("    <Developer>%1</Developer>\n    <Publisher>%1</Publisher>\n    <Genre>%2</Genre>\n")
                .arg(entry.developer.toHtmlEscaped(), entry.genre.toHtmlEscaped());
@@ -69,11 +70,11 @@ void drawCover(const QString &path, const QString &title, int number) {
 
 const QList<FixtureCollection::Entry> &FixtureCollection::entries() {
     static const QList<Entry> list = [] {
-        const QStringList places{QStringLiteral("Harbor"), QStringLiteral("Circuit"), QStringLiteral("Orchard"),
-                                 QStringLiteral("Meridian"), QStringLiteral("Quarry"), QStringLiteral("Lantern")};
-        const QStringList openings{QStringLiteral("Amber"), QStringLiteral("Hollow"), QStringLiteral("Distant"),
+        const QStringList places{QStringLiteral("Harbor"),   QStringLiteral("Circuit"), QStringLiteral("Orchard"),
+                                 QStringLiteral("Meridian"), QStringLiteral("Quarry"),  QStringLiteral("Lantern")};
+        const QStringList openings{QStringLiteral("Amber"),  QStringLiteral("Hollow"), QStringLiteral("Distant"),
                                    QStringLiteral("Copper"), QStringLiteral("Winter"), QStringLiteral("Paper")};
-        const QStringList platforms{QStringLiteral("MS-DOS"), QStringLiteral("MS-DOS"), QStringLiteral("Windows 3x"),
+        const QStringList platforms{QStringLiteral("MS-DOS"),  QStringLiteral("MS-DOS"), QStringLiteral("Windows 3x"),
                                     QStringLiteral("ScummVM"), QStringLiteral("MS-DOS"), QStringLiteral("Apple IIGS")};
         const QStringList developers{QStringLiteral("Northlight Software"), QStringLiteral("Blue Anvil"),
                                      QStringLiteral("Cardinal Works")};
