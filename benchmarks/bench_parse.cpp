@@ -64,7 +64,10 @@ qint64 walk(const QString &collection) {
         handler.characters = [](void *, const xmlChar *, int) {};
         handler.ignorableWhitespace = handler.characters;
         const auto read = [](void *from, char *buffer, int size) {
-            return int(static_cast<XmlPartSource *>(from)->read(buffer, size));
+            int count = 0;
+            while (const qint64 more = static_cast<XmlPartSource *>(from)->read(buffer + count, size - count))
+                count += int(more);
+            return count;
         };
         xmlParserCtxtPtr context =
             xmlCreateIOParserCtxt(&handler, nullptr, read, nullptr, &source, XML_CHAR_ENCODING_NONE);

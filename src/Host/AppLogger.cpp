@@ -321,7 +321,7 @@ QString AppLogger::text() {
 
 QCoro::Task<QString> AppLogger::readAll() {
     const std::shared_ptr<State> state = m_state;
-    co_return co_await runOnPool([state] {
+    auto read = [state] {
         QByteArray bytes;
         state->runAndWait([&] {
             QFile file(state->file);
@@ -329,7 +329,8 @@ QCoro::Task<QString> AppLogger::readAll() {
                 bytes = file.readAll();
         });
         return QString::fromUtf8(bytes);
-    });
+    };
+    co_return co_await runOnPool(read);
 }
 
 void AppLogger::clearLogs() {

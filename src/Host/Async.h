@@ -4,16 +4,17 @@
 #include <QCoro/QCoroTask>
 #include <QtConcurrent/QtConcurrentRun>
 #include <exception>
+#include <memory>
 #include <optional>
 #include <type_traits>
 #include <utility>
 
 namespace ludarium {
 
-/// Runs `function` on the thread pool and resumes the awaiting coroutine on its own thread. An exception thrown by
-/// `function` is thrown again from the `co_await`.
+namespace detail {
+
 template<typename Function>
-auto runOnPool(Function function) -> QCoro::Task<std::invoke_result_t<Function>> {
+auto runShared(std::shared_ptr<Function> function) -> QCoro::Task<std::invoke_result_t<Function>> {
     using Result = std::invoke_result_t<Function>;
     // The exception travels as data: QFuture carries only what was thrown as a QException on Qt 6.4.
     struct Outcome {
@@ -21,21 +22,34 @@ auto runOnPool(Function function) -> QCoro::Task<std::invoke_result_t<Function>>
         std::exception_ptr error;
     };
     auto outcome = std::make_shared<Outcome>();
-    QFuture<void> future = QtConcurrent::run([outcome, function = std::move(function)]() mutable {
+    auto work = [outcome, function] {
         try {
             if constexpr (std::is_void_v<Result>)
-                function();
+                (*function)();
             else
-                outcome->value.emplace(function());
+                outcome->value.emplace((*function)());
         } catch (...) {
             outcome->error = std::current_exception();
         }
-    });
+    };
+    QFuture<void> future = QtConcurrent::run(work);
     co_await future;
     if (outcome->error)
         std::rethrow_exception(outcome->error);
     if constexpr (!std::is_void_v<Result>)
         co_return std::move(*outcome->value);
+}
+
+} // namespace detail
+
+/// Runs `function` on the thread pool and resumes the awaiting coroutine on its own thread. An exception thrown by
+/// `function` is thrown again from the `co_await`.
+///
+/// The function is moved from, and has to have a name: g++ 12 destroys the captures of a lambda twice that is written
+/// inside a `co_await` expression, whatever it is passed to. So: `auto work = [=] { … }; co_await runOnPool(work);`.
+template<typename Function>
+auto runOnPool(Function &function) {
+    return detail::runShared(std::make_shared<Function>(std::move(function)));
 }
 
 /// The one place for a task that nobody awaits: whatever it throws is logged with `what`, never lost.

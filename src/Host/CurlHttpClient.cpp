@@ -43,7 +43,8 @@ QCoro::Task<HttpResponse> CurlHttpClient::download(HttpRequest request, QString 
     auto transfer = std::make_shared<CurlTransfer>(std::move(request), m_limits, std::move(file), std::move(progress));
     HttpResponse response = co_await perform(m_worker, transfer, stop);
     // Flushing a large file takes its time, and another thread's.
-    co_await runOnPool([transfer] { transfer->commitFile(); });
+    auto commit = [transfer] { transfer->commitFile(); };
+    co_await runOnPool(commit);
     co_return response;
 }
 

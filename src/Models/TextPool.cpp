@@ -5,7 +5,7 @@
 namespace ludarium {
 
 TextPool::Entry TextPool::shared(std::string_view utf8) {
-    if (utf8.size() > maxPooledLength)
+    if (utf8.empty() || utf8.size() > maxPooledLength)
         return {fieldText(utf8), searchForm(utf8)};
     if (const auto found = m_entries.find(utf8); found != m_entries.end())
         return found->second;

@@ -31,8 +31,11 @@ class TextPool {
     Entry shared(std::string_view utf8);
 
   private:
-    struct Hash : std::hash<std::string_view> {
+    struct Hash {
         using is_transparent = void;
+        // Not noexcept: it makes libstdc++ keep each entry's hash beside it, where it would compute it again for every
+        // entry that a search passes.
+        size_t operator()(std::string_view text) const { return std::hash<std::string_view>()(text); }
     };
 
     TextPool *m_upstream;

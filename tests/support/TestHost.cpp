@@ -1,9 +1,7 @@
 #include "support/TestHost.h"
 
-#include "Host/LocalProcessRunner.h"
-#if __has_include("Host/CurlHttpClient.h")
 #include "Host/CurlHttpClient.h"
-#endif
+#include "Host/LocalProcessRunner.h"
 
 #include <QDir>
 #include <QFile>
@@ -123,17 +121,6 @@ QCoro::Task<> ManualClock::sleep(std::chrono::milliseconds duration) {
 }
 
 namespace {
-
-#if !__has_include("Host/CurlHttpClient.h")
-class NoHttp : public HttpClient {
-  public:
-    QCoro::Task<HttpResponse> send(HttpRequest, std::stop_token) override { throw HttpError("no HTTP in this test"); }
-    QCoro::Task<HttpResponse> download(HttpRequest, QString, Progress, std::stop_token) override {
-        throw HttpError("no HTTP in this test");
-    }
-};
-using CurlHttpClient = NoHttp;
-#endif
 
 /// The environment of the test, without what would lead a path or a window out of the fake machine.
 QProcessEnvironment fakeEnvironment(const QString &home) {

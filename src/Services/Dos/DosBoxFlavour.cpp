@@ -78,17 +78,18 @@ DosBoxFlavour parseDosBoxVersion(const QByteArray &output, const QString &progra
 DosBoxCapabilities capabilitiesOf(DosBoxFamily family) {
     switch (family) {
     case DosBoxFamily::vanilla:
-        return {false, true, false};
+        // It describes a drive in 256 bytes, and a longer path ends it without a word.
+        return {false, true, false, 238};
     case DosBoxFamily::svn:
         // Some of its builds take "-set", others pass over it without a word; the file serves both.
-        return {true, true, false};
+        return {true, true, false, 0};
     case DosBoxFamily::x:
-        return {true, false, true};
+        return {true, false, true, 0};
     case DosBoxFamily::staging:
     case DosBoxFamily::unknown:
         break;
     }
-    return {true, false, false};
+    return {true, false, false, 0};
 }
 
 QByteArray overridesConfig(const DosBoxCommandLine &line, DosBoxFamily family) {

@@ -26,6 +26,7 @@ struct DosBoxCapabilities {
     bool setArguments;  ///< "-set" changes a setting
     bool overridesFile; ///< "-set" may be ignored, so that changed settings need a configuration file of their own
     bool folderPrompt;  ///< asks for a folder when it has no terminal, unless told not to
+    int longestMount;   ///< bytes of a path that it can mount; 0 for no limit that would matter
 };
 DosBoxCapabilities capabilitiesOf(DosBoxFamily family);
 

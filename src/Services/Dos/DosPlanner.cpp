@@ -121,9 +121,19 @@ class DirectLaunch {
         const IndependentLaunch made = createIndependentLaunchConfig(
             {m_base, m_choice.gameDataFolder, m_input.request.collection, version, m_input.settings.discSwapKeys},
             m_view);
+        for (const QString &path : made.mountedPaths)
+            checkLength(path);
         m_launchFile = temporaryPath(generatedConfigName(gameName(), QStringLiteral("_launch.conf")));
         addFile(m_launchFile, made.text);
         m_plan.plan.decisions += made.decisions;
+    }
+
+    void checkLength(const QString &path) const {
+        const int longest = capabilitiesOf(m_input.flavour.family).longestMount;
+        if (longest > 0 && QFile::encodeName(path).size() > longest)
+            throw LaunchError(LaunchError::Case::launchFailed,
+                              QStringLiteral("%1 cannot mount a path of more than %2 bytes: %3")
+                                  .arg(m_input.flavour.text(), QString::number(longest), path));
     }
 
     void enterVersionFolder() {

@@ -50,6 +50,7 @@ class Builder {
 
         IndependentLaunch result;
         result.text = original.kept + "\n[autoexec]\n" + m_lines.join('\n');
+        result.mountedPaths = m_images + QStringList{m_mountFolder};
         result.decisions = m_decisions;
         return result;
     }
@@ -136,7 +137,7 @@ class Builder {
         const QStringList images = findDiscs(source);
         if (images.isEmpty())
             return;
-        m_hasDiscs = true;
+        m_images = images;
         QByteArray line = "IMGMOUNT D:";
         QStringList names;
         for (const QString &image : images) {
@@ -209,7 +210,7 @@ class Builder {
         if (!m_hasExecutable)
             return;
         const QString name = token();
-        if (!m_hasDiscs) {
+        if (m_images.isEmpty()) {
             m_executableFolder = isExecutableFolder(m_mountFolder, name);
             return;
         }
@@ -369,7 +370,7 @@ class Builder {
     QString m_mountFolder;
     QString m_cdPath; ///< below the mount folder, with "/"
     Drive m_drive = Drive::hardDisk;
-    bool m_hasDiscs = false;
+    QStringList m_images;
     bool m_floppy = false;
     bool m_executableFolder = false;
     bool m_executableInParent = false;

@@ -20,6 +20,7 @@ struct IndependentLaunchInput {
 /// A launch configuration's text, and what it rests on.
 struct IndependentLaunch {
     QByteArray text;
+    QStringList mountedPaths; ///< folder and disc images
     QList<LaunchDecision> decisions;
 };
 

@@ -164,7 +164,8 @@ QCoro::Task<> GameLibrary::updateGameStatus(QString id) {
     const QPointer<GameLibrary> self(this);
     const auto check = m_services.checkGame;
     const QString collection = m_collection;
-    const std::optional<GameStatus> status = co_await runOnPool([=] { return check(wanted, collection); });
+    auto look = [=] { return check(wanted, collection); };
+    const std::optional<GameStatus> status = co_await runOnPool(look);
     if (!self || !status)
         co_return;
     setGameStatus(id, *status);
@@ -182,7 +183,8 @@ QCoro::Task<> GameLibrary::checkInstalledStatusSilent(QString collection) {
     const GameList snapshot = m_games;
     QElapsedTimer timer;
     timer.start();
-    const QList<GameStatus> statuses = co_await runOnPool([=] { return check(snapshot, collection); });
+    auto look = [=] { return check(snapshot, collection); };
+    const QList<GameStatus> statuses = co_await runOnPool(look);
     if (!self || collection != m_collection || statuses.size() != snapshot.size())
         co_return;
 
@@ -246,11 +248,11 @@ void GameLibrary::loadStatusIds() {
 }
 
 void GameLibrary::saveStatusIds() {
-    spawn(runOnPool([cache = m_cache, installed = m_installedIds, compressed = m_compressedIds] {
-              LibraryCache::saveIds(cache.installedIdsFile(), installed);
-              LibraryCache::saveIds(cache.compressedIdsFile(), compressed);
-          }),
-          "saving the ids of installed games");
+    auto save = [cache = m_cache, installed = m_installedIds, compressed = m_compressedIds] {
+        LibraryCache::saveIds(cache.installedIdsFile(), installed);
+        LibraryCache::saveIds(cache.compressedIdsFile(), compressed);
+    };
+    spawn(runOnPool(save), "saving the ids of installed games");
 }
 
 // --- State of a load

@@ -118,7 +118,7 @@ QCoro::Task<bool> GameLibrary::mayUseReadOnly(QString collection) {
     auto testWritable = [collection] {
         return !QFileInfo::exists(collection) || ::access(QFile::encodeName(collection).constData(), W_OK) == 0;
     };
-    const bool writable = co_await runOnPool(std::move(testWritable));
+    const bool writable = co_await runOnPool(testWritable);
     if (writable)
         co_return true;
     Log::warning(QStringLiteral("Collection volume is read-only: %1").arg(collection));
@@ -140,7 +140,7 @@ QCoro::Task<> GameLibrary::offerSetup(QString collection) {
         co_return;
     const auto status = m_services.setupStatus;
     auto readStatus = [=] { return status(collection); };
-    const LibraryServices::Setup setup = co_await runOnPool(std::move(readStatus));
+    const LibraryServices::Setup setup = co_await runOnPool(readStatus);
     if (!setup.needsSetup)
         co_return;
     co_await step(QStringLiteral("Collection needs setup..."), m_loadingProgress);
@@ -168,7 +168,7 @@ QCoro::Task<> GameLibrary::offerRepair(QString collection) {
         co_return;
     const auto status = m_services.setupStatus;
     auto readStatus = [=] { return status(collection); };
-    const LibraryServices::Setup setup = co_await runOnPool(std::move(readStatus));
+    const LibraryServices::Setup setup = co_await runOnPool(readStatus);
     if (setup.incomplete.isEmpty())
         co_return;
     co_await step(QStringLiteral("Checking metadata extraction..."), m_loadingProgress);
@@ -208,7 +208,7 @@ QCoro::Task<bool> GameLibrary::prepare(QString collection) {
         if (services.loadScummVMDatabase)
             services.loadScummVMDatabase(collection);
     };
-    co_await runOnPool(std::move(loadDatabases));
+    co_await runOnPool(loadDatabases);
     co_await step(QStringLiteral("Checking download-on-demand support..."), m_loadingProgress);
     if (services.ensureDownloadIndex)
         co_await services.ensureDownloadIndex(collection);
@@ -218,7 +218,7 @@ QCoro::Task<bool> GameLibrary::prepare(QString collection) {
         if (services.loadRequirements)
             services.loadRequirements(collection);
     };
-    co_await runOnPool(std::move(loadIndexes));
+    co_await runOnPool(loadIndexes);
     co_return true;
 }
 
@@ -239,7 +239,7 @@ QCoro::Task<> GameLibrary::loadCollection(QString collection) {
         const LibraryCache cache = m_cache;
         const QDateTime today = now();
         auto loadCache = [=] { return cache.load(collection, today); };
-        std::optional<CachedCollectionData> cached = co_await runOnPool(std::move(loadCache));
+        std::optional<CachedCollectionData> cached = co_await runOnPool(loadCache);
         if (!self)
             co_return;
         if (cached)
@@ -300,7 +300,7 @@ QCoro::Task<> GameLibrary::finishCacheLoad(CachedCollectionData data) {
             Log::info(QStringLiteral("✅ Refreshed user data of %1 games").arg(count));
         return games;
     };
-    auto refreshed = co_await runOnPool(std::move(refresh));
+    auto refreshed = co_await runOnPool(refresh);
     if (!self)
         co_return;
     m_playlists = std::move(data.playlists);
@@ -315,7 +315,7 @@ QCoro::Task<> GameLibrary::finishCacheLoad(CachedCollectionData data) {
     auto prepareSidebar = [platforms, refreshed] {
         return Prepared{platformsWithPlayableGames(platforms, refreshed), MetadataIndexes::build(refreshed)};
     };
-    const Prepared prepared = co_await runOnPool(std::move(prepareSidebar));
+    const Prepared prepared = co_await runOnPool(prepareSidebar);
     if (!self)
         co_return;
     publish(std::move(refreshed));
@@ -344,7 +344,7 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
     const QPointer<GameLibrary> self(this);
     co_await step(QStringLiteral("No cache found. Loading from XML files (first time only)..."), 0);
     auto validate = [collection] { return validateCollectionStructure(collection); };
-    const bool valid = co_await runOnPool(std::move(validate));
+    const bool valid = co_await runOnPool(validate);
     if (!self)
         co_return;
     if (!valid) {
@@ -357,7 +357,7 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
     timer.start();
     co_await step(QStringLiteral("Loading platforms..."), 0.1);
     auto parsePlatforms = [collection] { return LaunchBoxParser().parsePlatforms(collection); };
-    QList<Platform> platforms = co_await runOnPool(std::move(parsePlatforms));
+    QList<Platform> platforms = co_await runOnPool(parsePlatforms);
     if (!self)
         co_return;
     m_platforms = platforms.isEmpty() ? Platform::defaultPlatforms() : std::move(platforms);
@@ -393,7 +393,7 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
                       .arg(result.games.size() * 1000 / std::max<qint64>(parsing.elapsed(), 1)));
         return result;
     };
-    Loaded loaded = co_await runOnPool(std::move(parseGames));
+    Loaded loaded = co_await runOnPool(parseGames);
     if (!self)
         co_return;
 
@@ -404,7 +404,7 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
         loaded.applications.clear();
         return std::move(loaded);
     };
-    loaded = co_await runOnPool(std::move(associate));
+    loaded = co_await runOnPool(associate);
     co_await step(QStringLiteral("Loading emulator requirements..."), 0.55);
     if (services.requirement) {
         auto applyRequirements = [loaded = std::move(loaded), services]() mutable {
@@ -426,7 +426,7 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
                           .arg(counts[EmulatorType::vanilla]));
             return std::move(loaded);
         };
-        loaded = co_await runOnPool(std::move(applyRequirements));
+        loaded = co_await runOnPool(applyRequirements);
     }
     if (!self)
         co_return;
@@ -471,7 +471,7 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
         result.games = std::move(games);
         return result;
     };
-    Checked checked = co_await runOnPool(std::move(checkDisk));
+    Checked checked = co_await runOnPool(checkDisk);
     if (!self)
         co_return;
     if (!skip && services.checkStatus) {
@@ -514,7 +514,7 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
         result.games = std::move(games);
         return result;
     };
-    Applied applied = co_await runOnPool(std::move(applyUserData));
+    Applied applied = co_await runOnPool(applyUserData);
     if (!self)
         co_return;
     publish(std::move(applied.games), applied.index);
@@ -525,11 +525,11 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
     m_metadata = applied.metadata;
     co_await step(QStringLiteral("Loading playlists..."), 0.9);
     auto parsePlaylists = [collection] { return LaunchBoxParser().parsePlaylists(collection); };
-    QList<Playlist> playlists = co_await runOnPool(std::move(parsePlaylists));
+    QList<Playlist> playlists = co_await runOnPool(parsePlaylists);
     co_await step(QStringLiteral("Applying playlist filters..."), 0.9);
     const GameList published = m_games;
     auto fillPlaylists = [playlists, published] { return applyPlaylistFilters(playlists, published); };
-    m_playlists = co_await runOnPool(std::move(fillPlaylists));
+    m_playlists = co_await runOnPool(fillPlaylists);
     if (!self)
         co_return;
     Q_EMIT playlistsChanged();
@@ -550,7 +550,8 @@ void GameLibrary::saveCache() {
                   .arg(m_platforms.size())
                   .arg(m_playlists.size()));
     CachedCollectionData data{m_games, m_platforms, m_playlists, m_collection, LibraryCache::toCacheDate(now())};
-    spawn(runOnPool([cache = m_cache, data = std::move(data)] { cache.save(data); }), "saving the library cache");
+    auto save = [cache = m_cache, data = std::move(data)] { cache.save(data); };
+    spawn(runOnPool(save), "saving the library cache");
 }
 
 } // namespace ludarium

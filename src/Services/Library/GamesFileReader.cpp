@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <deque>
 #include <future>
+#include <mutex>
 #include <optional>
 
 namespace ludarium {
@@ -23,10 +24,9 @@ struct PartOutcome {
     double seconds = 0;
 };
 
-PartOutcome readPart(const CollectionFile &file, XmlPart part, TextPool &texts) {
+PartOutcome readPart(const CollectionFile &file, XmlPart part, TextPool &pool) {
     QElapsedTimer timer;
     timer.start();
-    TextPool pool(&texts);
     GamesSink sink(pool);
     XmlPartSource source(file, std::move(part));
     PartOutcome outcome;
@@ -55,7 +55,22 @@ struct GamesFileReader::File {
 
 struct GamesFileReader::State {
     TextPool texts;
+    std::mutex poolsMutex;
+    std::vector<std::unique_ptr<TextPool>> idlePools; ///< one is made for each thread that works at the same time
     std::deque<File> files;
+
+    std::unique_ptr<TextPool> takePool() {
+        const std::scoped_lock lock(poolsMutex);
+        if (idlePools.empty())
+            return std::make_unique<TextPool>(&texts);
+        auto pool = std::move(idlePools.back());
+        idlePools.pop_back();
+        return pool;
+    }
+    void putBack(std::unique_ptr<TextPool> texts) {
+        const std::scoped_lock lock(poolsMutex);
+        idlePools.push_back(std::move(texts));
+    }
     QThreadPool pool; ///< last, so that its threads end before what they use
 };
 
@@ -94,7 +109,10 @@ GamesFileReader::GamesFileReader(const QStringList &paths, qint64 partSize) : m_
                 if (!part->file)
                     part->file = std::make_shared<CollectionFile>(part->path);
                 XmlPart range = part->range.value_or(XmlPart{0, part->file->size(), {}, {}});
-                part->promise.set_value(readPart(*part->file, std::move(range), state->texts));
+                auto texts = state->takePool();
+                PartOutcome outcome = readPart(*part->file, std::move(range), *texts);
+                state->putBack(std::move(texts));
+                part->promise.set_value(std::move(outcome));
             } catch (...) {
                 part->promise.set_exception(std::current_exception());
             }
@@ -119,8 +137,9 @@ GamesFileContent GamesFileReader::next() {
             whole.content.append(std::move(part.content));
     }
     const CollectionFile bytes(file.path);
+    auto texts = m_state->takePool();
     if (!whole.wellFormed && file.parts.size() > 1)
-        whole = readPart(bytes, {0, bytes.size(), {}, {}}, m_state->texts);
+        whole = readPart(bytes, {0, bytes.size(), {}, {}}, *texts);
     Log::debug(QStringLiteral("    ⏱️ Read and decoded %1 MB in %2s")
                    .arg(bytes.size() / 1'048'576)
                    .arg(whole.seconds, 0, 'f', 2));
@@ -129,11 +148,11 @@ GamesFileContent GamesFileReader::next() {
         Log::warning(QStringLiteral("    ⚠️ Standard decode failed, trying manual parsing..."));
         QElapsedTimer timer;
         timer.start();
-        TextPool pool(&m_state->texts);
         whole.content = {};
-        whole.content.games = recoverGames(bytes.readAll(), pool);
+        whole.content.games = recoverGames(bytes.readAll(), *texts);
         Log::debug(QStringLiteral("    ⏱️ Manual parse in %1s").arg(double(timer.nsecsElapsed()) / 1e9, 0, 'f', 2));
     }
+    m_state->putBack(std::move(texts));
     whole.content.settle();
     return std::move(whole.content);
 }

@@ -20,7 +20,8 @@ std::string_view view(const xmlChar *text) {
 }
 
 /// The state of one run of the parser, and libxml2's callbacks. No exception crosses libxml2's frames: the first is
-/// kept, and the parser stopped.
+/// kept, and nothing is called any more. (Stopping libxml2 is no way out: within a read it frees the buffer that is
+/// being read into.)
 class Run {
   public:
     Run(XmlSource &source, XmlRecordSink &sink) : m_source(source), m_sink(sink) {}
@@ -30,13 +31,12 @@ class Run {
   private:
     template<typename Function>
     void guarded(Function function) noexcept {
+        if (m_exception)
+            return;
         try {
             function();
         } catch (...) {
-            if (!m_exception)
-                m_exception = std::current_exception();
-            if (m_context)
-                xmlStopParser(m_context);
+            m_exception = std::current_exception();
         }
     }
 
@@ -64,9 +64,18 @@ class Run {
 
 int Run::onRead(void *self, char *buffer, int size) {
     Run &run = of(self);
-    qint64 count = -1;
-    run.guarded([&] { count = run.m_source.read(buffer, size); });
-    return int(count);
+    // libxml2 looks ahead no further than what one call gave it, so that each call must give all that there is room
+    // for: with short ones it takes the end of a piece for the end of the document.
+    int count = 0;
+    run.guarded([&] {
+        while (count < size) {
+            const qint64 more = run.m_source.read(buffer + count, size - count);
+            if (more == 0)
+                break;
+            count += int(more);
+        }
+    });
+    return run.m_exception ? -1 : count;
 }
 
 void Run::onStart(void *self, const xmlChar *name, const xmlChar *prefix, const xmlChar *, int, const xmlChar **, int,

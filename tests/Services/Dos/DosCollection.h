@@ -12,7 +12,8 @@ namespace ludarium::test {
 /// A small collection on disk.
 class DosCollection {
   public:
-    QString root() const { return m_directory.path() + QStringLiteral("/coll"); }
+    explicit DosCollection(const QString &name = QStringLiteral("coll")) : m_name(name) {}
+    QString root() const { return m_directory.path() + u'/' + m_name; }
     QString game(const QString &name = QStringLiteral("GAME")) const {
         return root() + QStringLiteral("/eXo/eXoDOS/") + name;
     }
@@ -41,6 +42,7 @@ class DosCollection {
 
   private:
     QTemporaryDir m_directory;
+    QString m_name;
 };
 
 /// A view whose listings are sorted, so that ties fall the same way on every file system.

@@ -1,0 +1,248 @@
+#include "Host/SqliteSettingsStore.h"
+#include "support/TestHost.h"
+
+#include <QRandomGenerator>
+#include <sys/mount.h>
+#include <unistd.h>
+
+using namespace ludarium;
+
+namespace {
+
+constexpr Setting<QString> text{"text"};
+constexpr Setting<QMap<QString, QString>> notes{"gameNotes"};
+
+QByteArray readAll(const QString &path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void overwrite(const QString &path, qint64 offset, const QByteArray &bytes) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    file.seek(offset);
+    file.write(bytes);
+}
+
+class SettingsDamageTest : public testing::Test {
+  protected:
+    test::TestHost host; // collects the log
+    const QString folder = host.scratch();
+    const QString file = folder + QStringLiteral("/settings.sqlite");
+
+    std::unique_ptr<SqliteSettingsStore> open(const QString &in) { return std::make_unique<SqliteSettingsStore>(in); }
+    std::unique_ptr<SqliteSettingsStore> open() { return open(folder); }
+
+    QStringList files(const QString &pattern) { return QDir(folder).entryList({pattern}, QDir::Files); }
+
+    /// Four runs of the program, each writing its number; the last one leaves "4", with "3" as the newest generation.
+    void makeHistory() {
+        for (int run = 1; run <= 4; ++run) {
+            const auto store = open();
+            store->setValue(text, QString::number(run));
+            store->transaction([&] {
+                for (int i = 0; i < 200; ++i)
+                    store->setEntry(notes, QString::number(i), QString(100, QChar(u'a' + i % 26)));
+            });
+        }
+    }
+};
+
+} // namespace
+
+TEST_F(SettingsDamageTest, KeepsThreeGenerationsAndNoneForARunThatChangesNothing) {
+    makeHistory();
+    EXPECT_EQ(files(QStringLiteral("*.kept-*")).size(), 3);
+    open(); // keeps run 4
+    const QStringList kept = files(QStringLiteral("*.kept-*"));
+    EXPECT_EQ(kept.size(), 3);
+    open();
+    open();
+    EXPECT_EQ(files(QStringLiteral("*.kept-*")), kept);
+}
+
+TEST_F(SettingsDamageTest, RestoresTheNewestReadableGenerationAndSetsTheDamagedFileAside) {
+    struct Case {
+        const char *name;
+        std::function<void()> damage;
+        QString expected;
+    };
+    const auto kept = [this](int index) { // the newest first
+        QStringList names = files(QStringLiteral("*.kept-*"));
+        std::sort(names.begin(), names.end(), [](const QString &a, const QString &b) {
+            return a.section(QLatin1Char('-'), -1).toInt() > b.section(QLatin1Char('-'), -1).toInt();
+        });
+        return folder + QLatin1Char('/') + names.at(index);
+    };
+    const Case cases[] = {
+        {"overwritten by a text", [&] { host.put(file.mid(host.root().size()), "this is no database at all"); },
+         QStringLiteral("3")},
+        {"zeros in the header", [&] { overwrite(file, 0, QByteArray(4096, '\0')); }, QStringLiteral("3")},
+        {"zeros in the last page", [&] { overwrite(file, QFileInfo(file).size() - 4096, QByteArray(4096, '\0')); },
+         QStringLiteral("3")},
+        {"cut in half", [&] { QFile::resize(file, QFileInfo(file).size() / 2); }, QStringLiteral("3")},
+        {"empty", [&] { QFile::resize(file, 0); }, QStringLiteral("3")},
+        {"missing", [&] { QFile::remove(file); }, QStringLiteral("3")},
+        {"the newest generation damaged too",
+         [&] {
+             overwrite(kept(0), 0, QByteArray(100, 'x'));
+             QFile::resize(file, 5000);
+         },
+         QStringLiteral("2")},
+        {"everything damaged",
+         [&] {
+             for (int i = 0; i < 3; ++i)
+                 QFile::resize(kept(i), 100);
+             overwrite(file, 0, QByteArray(100, 'x'));
+         },
+         QString()},
+    };
+    for (const Case &damaged : cases) {
+        SCOPED_TRACE(damaged.name);
+        QDir(folder).removeRecursively();
+        QDir().mkpath(folder);
+        makeHistory();
+        damaged.damage();
+        const bool hadFile = QFileInfo(file).size() > 0;
+        const QByteArray damagedBytes = readAll(file);
+        const auto store = open();
+        EXPECT_EQ(store->value(text), damaged.expected);
+        EXPECT_EQ(store->value(notes).size(), damaged.expected.isNull() ? 0 : 200);
+        EXPECT_EQ(store->problem(), QString());
+        const QStringList aside = files(QStringLiteral("settings.sqlite.corrupt-*"));
+        if (hadFile) {
+            ASSERT_EQ(aside.size(), 1);
+            EXPECT_EQ(readAll(folder + QLatin1Char('/') + aside.constFirst()), damagedBytes);
+        }
+        EXPECT_TRUE(host.log().contains(QLatin1String("are damaged"))) << host.log().toStdString();
+
+        store->setValue(text, QStringLiteral("new"));
+        EXPECT_EQ(open()->value(text), QStringLiteral("new"));
+    }
+}
+
+TEST_F(SettingsDamageTest, LeavesTheStoreOfANewerProgramAlone) {
+    open()->setValue(text, QStringLiteral("x"));
+    overwrite(file, 60, QByteArray("\0\0\0\x09", 4)); // the version that a program gives its tables
+    const QByteArray before = readAll(file);
+    const auto store = open();
+    EXPECT_FALSE(store->problem().isEmpty());
+    EXPECT_THROW(store->setValue(text, QStringLiteral("y")), SettingsError);
+    EXPECT_EQ(readAll(file), before);
+    EXPECT_TRUE(files(QStringLiteral("*.corrupt-*")).isEmpty());
+}
+
+namespace {
+
+/// A file system of its own below the test's folder.
+class Mount {
+  public:
+    Mount(const QString &folder, const char *options) : m_folder(QFile::encodeName(folder)) {
+        QDir().mkpath(folder);
+        m_mounted = ::mount("tmpfs", m_folder.constData(), "tmpfs", 0, options) == 0;
+    }
+    ~Mount() {
+        if (m_mounted)
+            ::umount2(m_folder.constData(), MNT_DETACH);
+    }
+    explicit operator bool() const { return m_mounted; }
+    bool makeReadOnly(bool readOnly) {
+        return ::mount("tmpfs", m_folder.constData(), "tmpfs", MS_REMOUNT | (readOnly ? MS_RDONLY : 0), nullptr) == 0;
+    }
+
+  private:
+    const QByteArray m_folder;
+    bool m_mounted = false;
+};
+
+void fill(const QString &path) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    for (const qint64 size : {65536, 4096, 512, 1})
+        while (file.write(QByteArray(size, 'f')) == size) {
+        }
+}
+
+} // namespace
+
+TEST_F(SettingsDamageTest, KeepsTheOldValuesOnAFullDiskAndWritesAgainWhenThereIsRoom) {
+    const QString disk = folder + QStringLiteral("/disk");
+    const Mount mount(disk, "size=1m");
+    if (!mount)
+        GTEST_SKIP() << "needs the right to mount a file system";
+    auto store = open(disk);
+    store->setValue(text, QStringLiteral("before"));
+    fill(disk + QStringLiteral("/filler"));
+    QMap<QString, QString> acknowledged;
+    bool refused = false;
+    for (int i = 0; i < 1000 && !refused; ++i) {
+        const QString note(500, QChar(u'a' + i % 26));
+        try {
+            store->setEntry(notes, QString::number(i), note);
+            acknowledged.insert(QString::number(i), note);
+        } catch (const SettingsError &error) {
+            refused = true;
+            EXPECT_THAT(error.what(), testing::HasSubstr("full"));
+        }
+    }
+    EXPECT_TRUE(refused);
+    EXPECT_EQ(store->value(text), QStringLiteral("before"));
+    EXPECT_EQ(store->value(notes), acknowledged) << "a refused write is not in memory either";
+
+    store = open(disk); // a start of the program on the full disk
+    EXPECT_EQ(store->value(text), QStringLiteral("before"));
+    EXPECT_EQ(store->value(notes), acknowledged);
+
+    QFile::remove(disk + QStringLiteral("/filler"));
+    store->setValue(text, QStringLiteral("after"));
+    store = open(disk);
+    EXPECT_EQ(store->value(text), QStringLiteral("after"));
+    EXPECT_EQ(store->value(notes), acknowledged);
+}
+
+TEST_F(SettingsDamageTest, FoldsItsLogInWhenADiskIsNearlyFull) {
+    const QString disk = folder + QStringLiteral("/disk");
+    const Mount mount(disk, "size=512k");
+    if (!mount)
+        GTEST_SKIP() << "needs the right to mount a file system";
+    const auto store = open(disk);
+    // Many small writes: their log would be larger than the disk, the values are not.
+    for (int i = 0; i < 500; ++i)
+        store->setValue(text, QString::number(i));
+    EXPECT_EQ(open(disk)->value(text), QStringLiteral("499"));
+}
+
+TEST_F(SettingsDamageTest, ReadsButDoesNotWriteInAReadOnlyFolder) {
+    const QString disk = folder + QStringLiteral("/disk");
+    Mount mount(disk, "size=4m");
+    if (!mount)
+        GTEST_SKIP() << "needs the right to mount a file system";
+    for (const bool newestInLog : {false, true}) {
+        SCOPED_TRACE(newestInLog);
+        auto store = open(disk);
+        store->setValue(text, QStringLiteral("old"));
+        if (newestInLog) {
+            // As after a crash: the log is left beside the store.
+            const QString copy = folder + QStringLiteral("/copy");
+            QDir().mkpath(copy);
+            for (const char *name : {"/settings.sqlite", "/settings.sqlite-wal"})
+                ASSERT_TRUE(QFile::copy(disk + QLatin1String(name), copy + QLatin1String(name)));
+            store.reset();
+            for (const char *name : {"/settings.sqlite", "/settings.sqlite-wal"}) {
+                QFile::remove(disk + QLatin1String(name));
+                ASSERT_TRUE(QFile::copy(copy + QLatin1String(name), disk + QLatin1String(name)));
+            }
+        }
+        store.reset();
+        ASSERT_TRUE(mount.makeReadOnly(true));
+        store = open(disk);
+        EXPECT_EQ(store->value(text), QStringLiteral("old"));
+        EXPECT_FALSE(store->problem().isEmpty());
+        EXPECT_THROW(store->setValue(text, QStringLiteral("new")), SettingsError);
+        EXPECT_EQ(store->value(text), QStringLiteral("old"));
+        ASSERT_TRUE(mount.makeReadOnly(false));
+        store->setValue(text, QStringLiteral("new"));
+        EXPECT_EQ(open(disk)->value(text), QStringLiteral("new"));
+        store.reset();
+    }
+}
