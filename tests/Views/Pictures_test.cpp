@@ -83,7 +83,7 @@ TEST(Pictures, OfEveryTheme) {
     QQuickWindow &window = fixture.window();
     endSplash(fixture);
     ASSERT_TRUE(fixture.load());
-    ASSERT_TRUE(fixture.desktop.browse()->selectTitle(QStringLiteral("Hollow Quarry")));
+    ASSERT_TRUE(fixture.desktop.browse()->selectTitle(QStringLiteral("Hollow Orchard")));
     for (const char *theme :
          {"System Dark", "System Light", "Retro Purple", "Ocean Blue", "Forest Green", "Midnight Glass"}) {
         const QString name = QLatin1StringView(theme);
