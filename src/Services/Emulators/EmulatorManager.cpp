@@ -199,8 +199,11 @@ QCoro::Task<std::optional<QString>> EmulatorManager::locate(EmulatorProgram prog
     if (program == EmulatorProgram::gsplus)
         co_return findGSplusFast();
     const QPointer<EmulatorManager> self(this);
-    std::optional<QString> path = co_await runOnPool(
-        [locator = ProgramLocator(m_host.paths, m_host.settings), program] { return locator.find(located(program)); });
+    // Named, as g++ 12 destroys the captures of a lambda made inside a co_await expression twice.
+    const auto search = [locator = ProgramLocator(m_host.paths, m_host.settings), program] {
+        return locator.find(located(program));
+    };
+    std::optional<QString> path = co_await runOnPool(search);
     if (!path && self)
         path = co_await askSpotlight(program);
     co_return path;
@@ -257,13 +260,14 @@ QCoro::Task<> EmulatorManager::checkEmulatorStatus() {
     Log::info(u"Checking emulator status..."_s);
 
     const bool isGSplusKnown = m_fastGSplus.has_value();
-    Found found = co_await runOnPool([locator = ProgramLocator(m_host.paths, m_host.settings), isGSplusKnown] {
+    const auto search = [locator = ProgramLocator(m_host.paths, m_host.settings), isGSplusKnown] {
         Found paths;
         for (EmulatorProgram program : emulatorPrograms())
             if (program != EmulatorProgram::gsplus || !isGSplusKnown)
                 paths.insert(program, locator.find(located(program)));
         return paths;
-    });
+    };
+    Found found = co_await runOnPool(search);
     if (!self)
         co_return;
     if (!m_fastGSplus)
@@ -299,8 +303,12 @@ QCoro::Task<bool> EmulatorManager::promptInstall(EmulatorProgram program) {
     const InstallTexts texts = installTexts(program, m_host.paths.layout());
     Dialogs &dialogs = m_host.dialogs;
 
-    const QStringList choices{u"Install Automatically"_s, u"Manual Instructions"_s, u"Cancel"_s};
-    const int choice = co_await dialogs.ask(Alert{texts.title, texts.question, choices, Alert::Style::Warning});
+    // Every alert is named before it is asked: g++ 12 destroys an aggregate made inside a co_await expression twice.
+    const Alert question{texts.title,
+                         texts.question,
+                         {u"Install Automatically"_s, u"Manual Instructions"_s, u"Cancel"_s},
+                         Alert::Style::Warning};
+    const int choice = co_await dialogs.ask(question);
     if (!self)
         co_return false;
     if (choice == 1) {
@@ -321,14 +329,16 @@ QCoro::Task<bool> EmulatorManager::promptInstall(EmulatorProgram program) {
     if (!self)
         co_return false;
     if (!failure) {
-        const QStringList ok{u"OK"_s};
-        co_await dialogs.ask(Alert{texts.name + u" Installed"_s, texts.installed, ok, Alert::Style::Informational});
+        const Alert done{texts.name + u" Installed"_s, texts.installed, {u"OK"_s}, Alert::Style::Informational};
+        co_await dialogs.ask(done);
         co_return true;
     }
     Log::error(u"❌ %1 installation error: %2"_s.arg(texts.name, *failure));
-    const QString text = *failure + u"\n\nWould you like to see manual installation instructions?"_s;
-    const QStringList ways{u"Show Instructions"_s, u"Cancel"_s};
-    const int way = co_await dialogs.ask(Alert{u"Installation Failed"_s, text, ways, Alert::Style::Warning});
+    const Alert failed{u"Installation Failed"_s,
+                       *failure + u"\n\nWould you like to see manual installation instructions?"_s,
+                       {u"Show Instructions"_s, u"Cancel"_s},
+                       Alert::Style::Warning};
+    const int way = co_await dialogs.ask(failed);
     if (self && way == 0)
         co_await showInstructions(program);
     co_return false;
@@ -341,8 +351,8 @@ QCoro::Task<> EmulatorManager::showInstructions(EmulatorProgram program) {
         buttons.append(page.text);
     buttons.append(u"OK"_s);
     Workspace &workspace = m_host.workspace;
-    const int button = co_await m_host.dialogs.ask(
-        Alert{texts.instructionsTitle, texts.instructions, buttons, Alert::Style::Informational});
+    const Alert instructions{texts.instructionsTitle, texts.instructions, buttons, Alert::Style::Informational};
+    const int button = co_await m_host.dialogs.ask(instructions);
     if (button >= 0 && button < texts.pages.size() && !workspace.openUrl(texts.pages.at(button).page))
         Log::warning(u"Could not open %1"_s.arg(texts.pages.at(button).page.toString()));
 }

@@ -230,7 +230,9 @@ QCoro::Task<GameLauncher::Started> GameLauncher::launchSoundtrack(GamePtr game) 
 
 QCoro::Task<GameLauncher::Started> GameLauncher::launchVideo(GamePtr game, QString collection) {
     const MediaCollaborators media = d->media;
-    const VideoFolder folder = co_await runOnPool([game, collection] { return VideoFolder::find(*game, collection); });
+    // Named, as g++ 12 destroys the captures of a lambda made inside a co_await expression twice.
+    const auto search = [game, collection] { return VideoFolder::find(*game, collection); };
+    const VideoFolder folder = co_await runOnPool(search);
     Log::info(u"🎬 Video folder: %1"_s.arg(folder.path));
     const QString script = folder.script();
     if (!script.isEmpty() && media.executeBashScript)

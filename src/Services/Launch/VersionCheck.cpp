@@ -48,15 +48,17 @@ QCoro::Task<VersionCheck::Result> VersionCheck::checkVersionsAndLaunch(QString g
 
     std::optional<GameVersionMenu> menu;
     const QString folder = GameFolders::dataFolder(game, collection);
+    // Named, as g++ 12 destroys the captures of a lambda made inside a co_await expression twice.
+    const auto detect = [detectors = m_collaborators, title = game.title, folder] {
+        std::optional<GameVersionMenu> found;
+        if (detectors.detectVersions)
+            found = detectors.detectVersions(title, folder);
+        if (!found && detectors.detectVersionsFromFolders)
+            found = detectors.detectVersionsFromFolders(folder);
+        return found;
+    };
     if (!folder.isEmpty())
-        menu = co_await runOnPool([detectors = m_collaborators, title = game.title, folder] {
-            std::optional<GameVersionMenu> found;
-            if (detectors.detectVersions)
-                found = detectors.detectVersions(title, folder);
-            if (!found && detectors.detectVersionsFromFolders)
-                found = detectors.detectVersionsFromFolders(folder);
-            return found;
-        });
+        menu = co_await runOnPool(detect);
     if (!menu || menu->options.isEmpty()) {
         Log::info(u"   No multiple versions detected, launching directly"_s);
     } else if (menu->options.size() == 1) {

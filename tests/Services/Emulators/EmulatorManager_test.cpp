@@ -44,23 +44,26 @@ TEST_P(WineVariants, AreToldByThePath) {
 
 INSTANTIATE_TEST_SUITE_P(
     Paths, WineVariants,
-    testing::Values(
-        WineCase{HostLayout::MacOS, {}, {}, WineVariant::none},
-        WineCase{HostLayout::MacOS, u"/Applications/CrossOver.app/Contents/SharedSupport/CrossOver/bin/wineloader"_s,
-                 {}, WineVariant::crossOver},
-        WineCase{HostLayout::MacOS, u"/Applications/Wine Stable.app/Contents/Resources/wine/bin/wine"_s, {},
-                 WineVariant::wineStable},
-        WineCase{HostLayout::MacOS, u"/opt/homebrew/bin/wine64"_s, {}, WineVariant::homebrew},
-        WineCase{HostLayout::MacOS, u"/usr/local/bin/wine"_s, {}, WineVariant::homebrew},
-        // A setting that leads nowhere does not make the hit of the table a custom one.
-        WineCase{HostLayout::MacOS, u"/usr/local/bin/wine"_s, u"/gone/wine"_s, WineVariant::homebrew},
-        WineCase{HostLayout::MacOS, u"/Users/Shared/Whisky/wine64"_s, u"own"_s, WineVariant::whisky},
-        WineCase{HostLayout::MacOS, u"/Users/Shared/wine"_s, u"own"_s, WineVariant::custom},
-        WineCase{HostLayout::Linux, u"/usr/bin/wine"_s, {}, WineVariant::none},
-        WineCase{HostLayout::Linux, u"/usr/bin/wine"_s, u""_s, WineVariant::none},
-        WineCase{HostLayout::Linux, u"/usr/bin/wine"_s, u"own"_s, WineVariant::custom},
-        WineCase{HostLayout::Linux, u"/opt/wine-stable/bin/wine64"_s, {}, WineVariant::wineStable},
-        WineCase{HostLayout::Linux, u"/opt/cxoffice/bin/wine"_s, {}, WineVariant::crossOver}));
+    testing::Values(WineCase{HostLayout::MacOS, {}, {}, WineVariant::none},
+                    WineCase{HostLayout::MacOS,
+                             u"/Applications/CrossOver.app/Contents/SharedSupport/CrossOver/bin/wineloader"_s,
+                             {},
+                             WineVariant::crossOver},
+                    WineCase{HostLayout::MacOS,
+                             u"/Applications/Wine Stable.app/Contents/Resources/wine/bin/wine"_s,
+                             {},
+                             WineVariant::wineStable},
+                    WineCase{HostLayout::MacOS, u"/opt/homebrew/bin/wine64"_s, {}, WineVariant::homebrew},
+                    WineCase{HostLayout::MacOS, u"/usr/local/bin/wine"_s, {}, WineVariant::homebrew},
+                    // A setting that leads nowhere does not make the hit of the table a custom one.
+                    WineCase{HostLayout::MacOS, u"/usr/local/bin/wine"_s, u"/gone/wine"_s, WineVariant::homebrew},
+                    WineCase{HostLayout::MacOS, u"/Users/Shared/Whisky/wine64"_s, u"own"_s, WineVariant::whisky},
+                    WineCase{HostLayout::MacOS, u"/Users/Shared/wine"_s, u"own"_s, WineVariant::custom},
+                    WineCase{HostLayout::Linux, u"/usr/bin/wine"_s, {}, WineVariant::none},
+                    WineCase{HostLayout::Linux, u"/usr/bin/wine"_s, u""_s, WineVariant::none},
+                    WineCase{HostLayout::Linux, u"/usr/bin/wine"_s, u"own"_s, WineVariant::custom},
+                    WineCase{HostLayout::Linux, u"/opt/wine-stable/bin/wine64"_s, {}, WineVariant::wineStable},
+                    WineCase{HostLayout::Linux, u"/opt/cxoffice/bin/wine"_s, {}, WineVariant::crossOver}));
 
 TEST(EmulatorManager, KnowsNoStatusBeforeTheFirstCheck) {
     TestHost host;
@@ -114,8 +117,10 @@ TEST(EmulatorManager, AsksSpotlightWhenTheTableHasNothingAndRemembersTheAnswer) 
     TestHost host(HostLayout::MacOS);
     const QString binary = host.put(u"/Volumes/Games/RPCS3.app/Contents/MacOS/rpcs3"_s);
     const QString bundle = binary.chopped(QStringLiteral("/Contents/MacOS/rpcs3").size());
-    host.putProgram(u"/usr/bin/mdfind"_s, "[ \"$1\" = \"kMDItemCFBundleIdentifier == 'net.rpcs3.rpcs3'\" ] && [ $# = 1 ] && "
-                                          "echo '" + bundle.toUtf8() + "'");
+    host.putProgram(u"/usr/bin/mdfind"_s,
+                    "[ \"$1\" = \"kMDItemCFBundleIdentifier == 'net.rpcs3.rpcs3'\" ] && [ $# = 1 ] && "
+                    "echo '" +
+                        bundle.toUtf8() + "'");
     EmulatorManager manager(host);
     EXPECT_EQ(manager.findRPCS3(), std::nullopt);
     EXPECT_EQ(await(manager.locate(EmulatorProgram::rpcs3)), binary);
@@ -215,15 +220,15 @@ TEST_P(Prompts, GiveInstructionsOfTheMachineAndOpenTheirPages) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    All, Prompts,
-    testing::Values(Asking{&EmulatorManager::promptInstallDOSBox, EmulatorProgram::dosbox, u"DOSBox"_s,
-                           u"DOSBox is required to play DOS games."_s},
-                    Asking{&EmulatorManager::promptInstallDOSBoxX, EmulatorProgram::dosboxX, u"DOSBox-X"_s,
-                           u"This game requires DOSBox-X for specific features"_s},
-                    Asking{&EmulatorManager::promptInstallWine, EmulatorProgram::wine, u"Wine"_s,
-                           u"This game requires Wine to run the Windows version"_s},
-                    Asking{&EmulatorManager::promptInstallRetroArch, EmulatorProgram::retroArch, u"RetroArch"_s,
-                           u"This game requires RetroArch to run ROM-based games."_s},
-                    Asking{&EmulatorManager::promptInstallMAME, EmulatorProgram::mame, u"MAME"_s,
-                           u"This arcade game can be played with standalone MAME."_s}));
+INSTANTIATE_TEST_SUITE_P(All, Prompts,
+                         testing::Values(Asking{&EmulatorManager::promptInstallDOSBox, EmulatorProgram::dosbox,
+                                                u"DOSBox"_s, u"DOSBox is required to play DOS games."_s},
+                                         Asking{&EmulatorManager::promptInstallDOSBoxX, EmulatorProgram::dosboxX,
+                                                u"DOSBox-X"_s, u"This game requires DOSBox-X for specific features"_s},
+                                         Asking{&EmulatorManager::promptInstallWine, EmulatorProgram::wine, u"Wine"_s,
+                                                u"This game requires Wine to run the Windows version"_s},
+                                         Asking{&EmulatorManager::promptInstallRetroArch, EmulatorProgram::retroArch,
+                                                u"RetroArch"_s,
+                                                u"This game requires RetroArch to run ROM-based games."_s},
+                                         Asking{&EmulatorManager::promptInstallMAME, EmulatorProgram::mame, u"MAME"_s,
+                                                u"This arcade game can be played with standalone MAME."_s}));

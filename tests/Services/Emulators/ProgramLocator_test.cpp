@@ -103,25 +103,42 @@ TEST_P(EveryTable, PrefersAnEarlierCandidateToAllLaterOnes) {
     }
 }
 
-TEST_P(EveryTable, PutsTheUsersOwnPathFirstUnlessItIsGone) {
-    const auto [layout, program] = GetParam();
-    const ProgramRow &row = programRow(program, layout);
-    if (!row.setting)
-        GTEST_SKIP() << "no setting";
-    Machine machine(layout);
-    const QString inTable = machine.put(row.candidates.first());
-    const QString own = machine.host.scratch() + u"/own/program"_s;
-    machine.host.settings.setValue(*row.setting, own);
-    EXPECT_EQ(machine.find(program), inTable);
-    write(own);
-    EXPECT_EQ(machine.find(program), own);
-    machine.host.settings.setValue(*row.setting, QString(u""_s));
-    EXPECT_EQ(machine.find(program), inTable);
-}
-
 INSTANTIATE_TEST_SUITE_P(BothLayouts, EveryTable,
                          testing::Combine(testing::Values(HostLayout::MacOS, HostLayout::Linux),
                                           testing::ValuesIn(locatedPrograms().begin(), locatedPrograms().end())));
+
+TEST(ProgramLocator, PutsTheUsersOwnPathFirstUnlessItIsGone) {
+    for (LocatedProgram program : locatedPrograms()) {
+        const ProgramRow &row = programRow(program, HostLayout::Linux);
+        if (!row.setting)
+            continue;
+        Machine machine(HostLayout::Linux);
+        const QString inTable = machine.put(row.candidates.first());
+        const QString own = machine.host.scratch() + u"/own/program"_s;
+        machine.host.settings.setValue(*row.setting, own);
+        EXPECT_EQ(machine.find(program), inTable);
+        write(own);
+        EXPECT_EQ(machine.find(program), own);
+        machine.host.settings.setValue(*row.setting, QString(u""_s));
+        EXPECT_EQ(machine.find(program), inTable);
+    }
+}
+
+TEST(ProgramLocator, KnowsTheSettingsOfTheProgramsThatHaveOne) {
+    const QMap<LocatedProgram, QByteArray> expected{
+        {LocatedProgram::dosbox, "dosboxPath"}, {LocatedProgram::dosboxX, "dosboxXPath"},
+        {LocatedProgram::wine, "winePath"},     {LocatedProgram::retroArch, "retroArchPath"},
+        {LocatedProgram::mame, "mamePath"},     {LocatedProgram::ryujinx, "ryujinxPath"},
+        {LocatedProgram::cemu, "cemuPath"},     {LocatedProgram::rpcs3, "rpcs3Path"},
+        {LocatedProgram::vita3k, "vita3kPath"}, {LocatedProgram::pcsx2, "pcsx2Path"},
+        {LocatedProgram::lime3ds, "citraPath"},
+    };
+    for (HostLayout layout : {HostLayout::MacOS, HostLayout::Linux})
+        for (LocatedProgram program : locatedPrograms()) {
+            const Setting<QString> *setting = programRow(program, layout).setting;
+            EXPECT_EQ(setting ? QByteArray(setting->key) : QByteArray(), expected.value(program));
+        }
+}
 
 TEST(ProgramLocator, TakesADosboxXBinaryForDosboxButNotForStaging) {
     Machine machine(HostLayout::MacOS);
@@ -136,8 +153,8 @@ TEST(ProgramLocator, PrefersStagingFromFlatpakToAPlainDosboxAndThatToDosboxX) {
     EXPECT_EQ(machine.find(LocatedProgram::dosbox), x);
     const QString plain = machine.put({Kind::onPath, u"dosbox"_s, {}, {}, false});
     EXPECT_EQ(machine.find(LocatedProgram::dosbox), plain);
-    const QString staging = machine.put(
-        {Kind::file, u"~/.local/share/flatpak/exports/bin/io.github.dosbox-staging"_s, {}, {}, false});
+    const QString staging =
+        machine.put({Kind::file, u"~/.local/share/flatpak/exports/bin/io.github.dosbox-staging"_s, {}, {}, false});
     EXPECT_EQ(machine.find(LocatedProgram::dosbox), staging);
 }
 
@@ -214,14 +231,22 @@ TEST_P(Spotlight, LeadsToTheProgramInTheFoundBundle) {
 INSTANTIATE_TEST_SUITE_P(
     Answers, Spotlight,
     testing::Values(
-        Answer{LocatedProgram::rpcs3, 0, "%1/A/RPCS3.app\n%1/B/RPCS3.app\n", {u"/A/RPCS3.app/Contents/MacOS/rpcs3"_s},
+        Answer{LocatedProgram::rpcs3,
+               0,
+               "%1/A/RPCS3.app\n%1/B/RPCS3.app\n",
+               {u"/A/RPCS3.app/Contents/MacOS/rpcs3"_s},
                u"/A/RPCS3.app/Contents/MacOS/rpcs3"_s},
-        Answer{LocatedProgram::rpcs3, 0, "%1/A/RPCS3.app\n%1/B/RPCS3.app\n", {u"/B/RPCS3.app/Contents/MacOS/rpcs3"_s}, {}},
+        Answer{
+            LocatedProgram::rpcs3, 0, "%1/A/RPCS3.app\n%1/B/RPCS3.app\n", {u"/B/RPCS3.app/Contents/MacOS/rpcs3"_s}, {}},
         Answer{LocatedProgram::rpcs3, 0, " \n", {}, {}},
-        Answer{LocatedProgram::vita3k, 0, "%1/Vita3K.txt\n%1/Vita3K.app\n",
+        Answer{LocatedProgram::vita3k,
+               0,
+               "%1/Vita3K.txt\n%1/Vita3K.app\n",
                {u"/Vita3K.app/Contents/MacOS/Vita3K"_s, u"/Vita3K.txt/Contents/MacOS/Vita3K"_s},
                u"/Vita3K.app/Contents/MacOS/Vita3K"_s},
         Answer{LocatedProgram::vita3k, 0, "%1/Vita3K.txt\n", {u"/Vita3K.txt/Contents/MacOS/Vita3K"_s}, {}},
-        Answer{LocatedProgram::pcsx2, 1, "%1/PS2.app",
+        Answer{LocatedProgram::pcsx2,
+               1,
+               "%1/PS2.app",
                {u"/PS2.app/Contents/MacOS/AetherSX2"_s, u"/PS2.app/Contents/MacOS/pcsx2-qt"_s},
                u"/PS2.app/Contents/MacOS/pcsx2-qt"_s}));

@@ -32,16 +32,16 @@ TEST_P(Paths, GiveAFolderNameAndAScriptFolder) {
 
 INSTANTIATE_TEST_SUITE_P(
     Honest, Paths,
-    testing::Values(
-        PathCase{u"eXo\\eXoDOS\\!dos\\doom\\doom.bat"_s, u"doom"_s, u"/eXo/eXoDOS/!dos/doom"_s},
-        PathCase{u"eXo\\eXoDOS\\!dos\\doom"_s, u"doom"_s, u"/eXo/eXoDOS/!dos/doom"_s},
-        PathCase{u"eXo/eXoDOS/doom/doom.bat"_s, u"doom"_s, u"/eXo/eXoDOS/doom"_s},
-        PathCase{u"eXo\\eXoDOS\\!dos"_s, u""_s, u"/eXo/eXoDOS/!dos"_s},
-        PathCase{u"eXo\\eXoDOS\\doom"_s, u""_s, u"/eXo/eXoDOS/doom"_s},
-        PathCase{u"\\eXo\\\\eXoDOS\\!dos\\a.b\\"_s, u"a.b"_s, u"/eXo/eXoDOS/!dos/a.b"_s},
-        PathCase{u".\\eXo\\eXoDOS\\!dos\\doom\\doom.bat"_s, u"doom"_s, u"/eXo/eXoDOS/!dos/doom"_s},
-        PathCase{u"eXo\\eXoWin9x\\!win9x\\1995\\foo\\foo.bat"_s, u"1995"_s, u"/eXo/eXoWin9x/!win9x/1995/foo"_s},
-        PathCase{u"doom.bat"_s, u""_s, u""_s}, PathCase{u""_s, u""_s, u""_s}));
+    testing::Values(PathCase{u"eXo\\eXoDOS\\!dos\\doom\\doom.bat"_s, u"doom"_s, u"/eXo/eXoDOS/!dos/doom"_s},
+                    PathCase{u"eXo\\eXoDOS\\!dos\\doom"_s, u"doom"_s, u"/eXo/eXoDOS/!dos/doom"_s},
+                    PathCase{u"eXo/eXoDOS/doom/doom.bat"_s, u"doom"_s, u"/eXo/eXoDOS/doom"_s},
+                    PathCase{u"eXo\\eXoDOS\\!dos"_s, u""_s, u"/eXo/eXoDOS/!dos"_s},
+                    PathCase{u"eXo\\eXoDOS\\doom"_s, u""_s, u"/eXo/eXoDOS/doom"_s},
+                    PathCase{u"\\eXo\\\\eXoDOS\\!dos\\a.b\\"_s, u"a.b"_s, u"/eXo/eXoDOS/!dos/a.b"_s},
+                    PathCase{u".\\eXo\\eXoDOS\\!dos\\doom\\doom.bat"_s, u"doom"_s, u"/eXo/eXoDOS/!dos/doom"_s},
+                    PathCase{u"eXo\\eXoWin9x\\!win9x\\1995\\foo\\foo.bat"_s, u"1995"_s,
+                             u"/eXo/eXoWin9x/!win9x/1995/foo"_s},
+                    PathCase{u"doom.bat"_s, u""_s, u""_s}, PathCase{u""_s, u""_s, u""_s}));
 
 INSTANTIATE_TEST_SUITE_P(Hostile, Paths,
                          testing::Values(PathCase{u"eXo\\..\\..\\etc\\x.bat"_s, u"etc"_s, {}},

@@ -39,11 +39,9 @@ INSTANTIATE_TEST_SUITE_P(
         Routed{u"Magazines"_s, u"DOSBox Soundtrack Video"_s, {}, LaunchRoute::document},
         Routed{u"Gaming NEWSLETTERS"_s, u"A"_s, {}, LaunchRoute::document},
         Routed{u"MS-DOS Books"_s, u"A"_s, {}, LaunchRoute::document},
-        Routed{u"Catalogs"_s, u"A"_s, {}, LaunchRoute::document},
-        Routed{u"Magazine"_s, u"A"_s, {}, LaunchRoute::dos},
+        Routed{u"Catalogs"_s, u"A"_s, {}, LaunchRoute::document}, Routed{u"Magazine"_s, u"A"_s, {}, LaunchRoute::dos},
         Routed{u"ScummVM"_s, u"Loom Soundtrack"_s, {}, LaunchRoute::scummVM},
-        Routed{u"ScummVM SVN"_s, u"A"_s, {}, LaunchRoute::scummVM},
-        Routed{u"scummvm"_s, u"A"_s, {}, LaunchRoute::dos},
+        Routed{u"ScummVM SVN"_s, u"A"_s, {}, LaunchRoute::scummVM}, Routed{u"scummvm"_s, u"A"_s, {}, LaunchRoute::dos},
         Routed{u"DREAMM"_s, u"A"_s, {}, LaunchRoute::dreamm},
         Routed{u"eXo Dreamm 2"_s, u"A"_s, {}, LaunchRoute::dreamm},
         Routed{u"Windows 3x"_s, u"A"_s, {}, LaunchRoute::windows3x},
@@ -53,8 +51,7 @@ INSTANTIATE_TEST_SUITE_P(
         Routed{u"Apple IIGS"_s, u"A video"_s, {}, LaunchRoute::appleIIGS},
         Routed{u"Sony PlayStation"_s, u"Music CD"_s, u"Audio/x.chd"_s, LaunchRoute::retroArch},
         Routed{u"sony playstation"_s, u"A"_s, {}, LaunchRoute::dos},
-        Routed{u"Arcade"_s, u"A"_s, {}, LaunchRoute::arcade},
-        Routed{u"MAME"_s, u"A"_s, {}, LaunchRoute::arcade},
+        Routed{u"Arcade"_s, u"A"_s, {}, LaunchRoute::arcade}, Routed{u"MAME"_s, u"A"_s, {}, LaunchRoute::arcade},
         // A name that only sounds like an arcade is no platform of ROM files.
         Routed{u"Arcade Classics"_s, u"A"_s, {}, LaunchRoute::dos},
         Routed{u"MS-DOS"_s, u"Foo Soundtrack"_s, {}, LaunchRoute::soundtrack},
@@ -74,12 +71,12 @@ TEST(SetupRoute, AsksThePlatformAlone) {
     Game game;
     game.title = u"A Soundtrack"_s;
     for (const auto &[platform, expected] : {std::pair{u"ScummVM"_s, LaunchRoute::scummVM},
-                                            {u"my dreamm set"_s, LaunchRoute::dreamm},
-                                            {u"Windows 3.x"_s, LaunchRoute::windows3x},
-                                            {u"Windows 9x"_s, LaunchRoute::windows9x},
-                                            {u"Apple IIGS"_s, LaunchRoute::appleIIGS},
-                                            {u"Magazines"_s, LaunchRoute::dos},
-                                            {u"Arcade"_s, LaunchRoute::dos}}) {
+                                             {u"my dreamm set"_s, LaunchRoute::dreamm},
+                                             {u"Windows 3.x"_s, LaunchRoute::windows3x},
+                                             {u"Windows 9x"_s, LaunchRoute::windows9x},
+                                             {u"Apple IIGS"_s, LaunchRoute::appleIIGS},
+                                             {u"Magazines"_s, LaunchRoute::dos},
+                                             {u"Arcade"_s, LaunchRoute::dos}}) {
         game.platform = platform;
         EXPECT_EQ(setupRoute(game), expected) << qPrintable(platform);
     }

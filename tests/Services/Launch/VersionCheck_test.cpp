@@ -34,9 +34,7 @@ struct Check {
         game.title = u"Doom"_s;
         game.platform = platform;
         game.configurationPath = configurationPath;
-        const auto answer = [](int options) {
-            return options < 0 ? std::nullopt : std::optional(menuOf(options));
-        };
+        const auto answer = [](int options) { return options < 0 ? std::nullopt : std::optional(menuOf(options)); };
         VersionCheck::Collaborators collaborators;
         collaborators.currentGame = [game](const QString &id) {
             return id == game.id ? std::make_shared<const Game>(game) : GamePtr();
@@ -51,7 +49,7 @@ struct Check {
         };
         return await(VersionCheck(collaborators).checkVersionsAndLaunch(u"1"_s, u"/c"_s));
     }
-    QStringList asked;
+    QStringList asked = {};
 };
 
 } // namespace
