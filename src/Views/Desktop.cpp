@@ -44,6 +44,7 @@ Desktop::~Desktop() = default;
 void Desktop::installInto(QQmlEngine &engine) {
     QQmlEngine::setObjectOwnership(this, QQmlEngine::CppOwnership);
     engine.setProperty(engineProperty, QVariant::fromValue<QObject *>(this));
+    engine.addImportPath(QStringLiteral("qrc:/qml"));
     m_coverProvider = new CoverImageProvider(m_coverStore);
     engine.addImageProvider(QStringLiteral("cover"), m_coverProvider);
     engine.addImageProvider(QStringLiteral("icon"), new IconImageProvider);

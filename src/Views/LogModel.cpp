@@ -29,7 +29,7 @@ QVariant LogModel::data(const QModelIndex &index, int role) const {
     if (role == levelRole) {
         // The level stands in brackets near the start of a line.
         const QStringView head = QStringView(line).left(64);
-        for (const char *level : {"ERROR", "WARNING", "DEBUG"})
+        for (const char *level : {"ERROR", "WARN", "DEBUG"})
             if (head.contains(QLatin1StringView(level)))
                 return QString(QLatin1StringView(level).toString()).toLower();
         return QStringLiteral("info");
@@ -94,9 +94,8 @@ QCoro::Task<> LogModel::readMore() {
         co_return;
     const QPointer<LogModel> self(this);
     const QString file = m_logger.logFile();
-    // Named, not written into the call: g++ 12 destroys a temporary closure of a co_await twice.
     auto read = [file, start = m_position, rest = m_rest] { return readFrom(file, start, rest); };
-    const Chunk chunk = co_await runOnPool(std::move(read));
+    const Chunk chunk = co_await runOnPool(read);
     if (!self)
         co_return;
     m_reading = false;

@@ -63,7 +63,8 @@ QList<SidebarModel::Row> SidebarModel::makeRows(const GameList &games, const QSt
     for (const QString &platform : platforms)
         counts.insert(platform, 0);
     for (const GamePtr &game : games)
-        ++counts[game->platform];
+        if (const auto count = counts.find(game->platform); count != counts.end())
+            ++*count;
     QList<Row> rows;
     for (auto it = counts.cbegin(); it != counts.cend(); ++it)
         if (!it.key().isEmpty())
@@ -84,9 +85,8 @@ QCoro::Task<> SidebarModel::recount() {
     for (const Platform &platform : m_state.gameLibrary().platforms())
         platforms.append(platform.name);
     const GameList games = m_state.gameLibrary().games();
-    // Named, not written into the call: g++ 12 destroys a temporary closure of a co_await twice.
     auto count = [games, platforms] { return makeRows(games, platforms); };
-    QList<Row> rows = co_await runOnPool(std::move(count));
+    QList<Row> rows = co_await runOnPool(count);
     if (self && generation == m_generation)
         setRows(std::move(rows));
 }

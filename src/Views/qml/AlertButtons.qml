@@ -33,6 +33,11 @@ Item {
 
             model: App.dialogs.buttons
             delegate: AlertButton {}
+            // The dialog may have opened before its buttons are made.
+            onItemAdded: index => {
+                if (index === 0)
+                    buttons.focusFirst();
+            }
         }
     }
 }

@@ -38,13 +38,14 @@ Rectangle {
             Accessible.name: text
         }
         AppText {
-            visible: App.library.gameCount > 0 && toolbar.width > 480
+            visible: App.library.gameCount > 0 && toolbar.width > 480 * Theme.textScale
             topPadding: 2
             text: App.browse.games.count === 1 ? qsTr("1 game") : qsTr("%L1 games").arg(App.browse.games.count)
             color: Theme.textSecondary
         }
         Item {
             Layout.fillWidth: true
+            Layout.preferredWidth: 0
         }
         Row {
             spacing: 2
@@ -65,7 +66,9 @@ Rectangle {
         SearchField {
             id: searchField
 
-            Layout.preferredWidth: toolbar.width > 640 ? 240 : 160
+            Layout.fillWidth: true
+            Layout.preferredWidth: 240
+            Layout.maximumWidth: Math.round(240 * Theme.textScale)
             Layout.minimumWidth: 120
             text: App.browse.searchText
             onTextChanged: App.browse.searchText = text

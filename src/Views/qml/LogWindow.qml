@@ -134,7 +134,7 @@ ApplicationWindow {
                 elide: Text.ElideNone
                 font.family: App.appearance.fixedFamily
                 font.pixelSize: Theme.textSmall
-                color: level === "error" ? Theme.danger : level === "warning" ? Theme.warning : level === "debug" ? Theme.textSecondary : Theme.text
+                color: level === "error" ? Theme.danger : level === "warn" ? Theme.warning : level === "debug" ? Theme.textSecondary : Theme.text
             }
         }
     }

@@ -64,7 +64,7 @@ ApplicationWindow {
 
         Sidebar {
             visible: window.sidebarShown
-            SplitView.preferredWidth: window.narrow ? 190 : 240
+            SplitView.preferredWidth: (window.narrow ? 190 : 240) * Math.min(Theme.textScale, 1.4)
             SplitView.minimumWidth: 160
             SplitView.maximumWidth: 400
         }
@@ -84,7 +84,7 @@ ApplicationWindow {
         }
         DetailPane {
             visible: window.detailShown && window.detailUsed && App.library.gameCount > 0
-            SplitView.preferredWidth: window.narrow ? 270 : 340
+            SplitView.preferredWidth: (window.narrow ? 270 : 340) * Math.min(Theme.textScale, 1.2)
             SplitView.minimumWidth: 240
             SplitView.maximumWidth: 560
         }

@@ -233,7 +233,7 @@ TestCase {
         wait(50);
         const nameless = [];
         const look = item => {
-            if (item.visible && item.hasOwnProperty("clicked") && !item.Accessible.ignored && item.Accessible.name === "")
+            if (item.visible && item.hasOwnProperty("visualFocus") && !item.Accessible.ignored && item.Accessible.name === "")
                 nameless.push(String(item));
             for (let i = 0; i < item.children.length; ++i)
                 look(item.children[i]);
