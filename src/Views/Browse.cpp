@@ -143,7 +143,7 @@ void Browse::moveDown(int columns) {
 
 void Browse::moveBy(int rows) {
     if (m_games.count() > 0)
-        setCurrentRow(m_currentRow < 0 ? 0 : std::clamp(m_currentRow + rows, 0, m_games.count() - 1));
+        setCurrentRow(std::clamp(m_currentRow + rows, 0, m_games.count() - 1));
 }
 
 void Browse::clearFilters() {
