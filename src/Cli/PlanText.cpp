@@ -11,8 +11,10 @@ namespace ludarium {
 namespace {
 
 QString emulatorText(const LaunchPlan &plan) {
-    if (plan.flavour.isEmpty() || plan.flavour == plan.emulator)
+    if (plan.flavour.isEmpty())
         return plan.emulator;
+    if (plan.flavour.startsWith(plan.emulator))
+        return plan.flavour;
     return QStringLiteral("%1 (%2)").arg(plan.emulator, plan.flavour);
 }
 

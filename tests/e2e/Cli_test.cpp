@@ -8,6 +8,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QStandardPaths>
 #include <QThread>
 #include <csignal>
@@ -161,10 +162,11 @@ TEST_F(Cli, WritesTheDemoCollectionOnceAndReadsIt) {
 
     const CliResult platforms = cli.run(use + QStringList{QStringLiteral("platforms")});
     EXPECT_TRUE(platforms.output.contains("MS-DOS")) << platforms.errors.toStdString();
-    const CliResult games = cli.run(use + QStringList{QStringLiteral("games"), QStringLiteral("--json")});
-    EXPECT_EQ(games.status, 0) << games.errors.toStdString();
-    EXPECT_TRUE(names(json(games).value(QStringLiteral("games")).toArray(), "Title")
-                    .contains(QStringLiteral("Marsh Serpent"))); // which the advice of the command names
+    const QRegularExpressionMatch advice =
+        QRegularExpression(QStringLiteral("play \"(.*)\"")).match(QString::fromUtf8(written.output));
+    ASSERT_TRUE(advice.hasMatch());
+    const CliResult advised = cli.run(use + QStringList{QStringLiteral("show"), advice.captured(1)});
+    EXPECT_EQ(advised.status, 0) << advised.errors.toStdString();
     EXPECT_EQ(snapshot(demo), before);
 
     const CliResult again = cli.run({QStringLiteral("demo"), demo});
@@ -248,6 +250,19 @@ TEST_F(Cli, PlaysAGameAndWaitsForItsEnd) {
     EXPECT_EQ(result.status, 0) << result.errors.toStdString();
     EXPECT_EQ(json(result).value(QStringLiteral("ended")), QJsonValue(true));
     EXPECT_TRUE(QFile::exists(collection.file(QStringLiteral("eXo/eXoDOS/writer/RAN.TXT"))));
+}
+
+TEST_F(Cli, PlaysAGameOfTheDemoCollection) {
+    if (!hasDosbox())
+        GTEST_SKIP() << "no dosbox on this machine";
+    QTemporaryDir folder;
+    const QString demo = folder.filePath(QStringLiteral("demo with blanks"));
+    ASSERT_EQ(cli.run({QStringLiteral("demo"), demo}).status, 0);
+    const CliResult result = cli.run({QStringLiteral("--collection"), demo, QStringLiteral("play"),
+                                      QStringLiteral("(Self-Running Demo)"), QStringLiteral("--wait")});
+    EXPECT_EQ(result.status, 0) << result.errors.toStdString();
+    QFile score(demo + QStringLiteral("/eXo/eXoDOS/cc2demo/SCORE.DAT"));
+    EXPECT_TRUE(score.open(QIODevice::ReadOnly)); // written at the end of its run
 }
 
 TEST_F(Cli, LeavesTheGameRunningWhenTheWaitingIsInterrupted) {

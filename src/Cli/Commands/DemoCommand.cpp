@@ -43,7 +43,7 @@ class DemoCommand : public Command {
             const QString folder = escapedForTerminal(shellWord(m_folder));
             output.line(QStringLiteral("The demo collection is in %1. Go on with:").arg(escapedForTerminal(m_folder)));
             output.line(QStringLiteral("  ludarium-cli --collection %1 games").arg(folder));
-            output.line(QStringLiteral("  ludarium-cli --collection %1 play \"Marsh Serpent\"").arg(folder));
+            output.line(QStringLiteral("  ludarium-cli --collection %1 play \"Orchard Breaker\"").arg(folder));
         }
         co_return exitDone;
     }
