@@ -1,3 +1,94 @@
-int main() {
-    return 0;
+#include "App/Composition.h"
+#include "Cli/CliDialogs.h"
+#include "Cli/CliError.h"
+#include "Cli/CommandContext.h"
+#include "Cli/CommandLine.h"
+#include "Cli/ExitStatus.h"
+#include "Cli/Output.h"
+#include "Cli/TerminalText.h"
+#include "Host/AppLogger.h"
+#include "Host/Async.h"
+#include "Host/Workspace.h"
+
+#include <QCoreApplication>
+#include <QTimer>
+#include <csignal>
+#include <unistd.h>
+
+namespace ludarium {
+namespace {
+
+/// Qt's own warnings belong in the log: standard error holds at most one line on what went wrong.
+void logQtMessage(QtMsgType type, const QMessageLogContext &, const QString &message) {
+    if (type == QtDebugMsg || type == QtInfoMsg)
+        Log::debug(message);
+    else
+        Log::warning(message);
+}
+
+void printError(Output &errors, const QString &text) {
+    errors.line(QStringLiteral("ludarium-cli: ") + oneLine(text));
+}
+
+/// Runs the command to its end; every failure becomes its line and its status.
+QCoro::Task<> drive(Command &command, CommandContext &context) {
+    int status = exitFailed;
+    try {
+        const int outcome = co_await command.run(context);
+        context.output().finish(); // done is only what has arrived
+        status = outcome;
+    } catch (const CliError &error) {
+        status = error.status();
+        printError(context.errors(), QString::fromUtf8(error.what()));
+    } catch (...) {
+        printError(context.errors(), currentExceptionText());
+    }
+    QCoreApplication::exit(status);
+}
+
+int runCommand(int argc, char **argv, const CommandLine &line, Command &command, Output &output, Output &errors) {
+    QCoreApplication application(argc, argv);
+    application.setApplicationName(QStringLiteral("ludarium-cli"));
+    auto dialogs = std::make_unique<CliDialogs>();
+    CliDialogs &questions = *dialogs;
+    Composition::Options options;
+    options.home = line.options().home;
+    options.mirrorLog = line.options().verbose;
+    options.dialogs = std::move(dialogs);
+    Composition composition(std::move(options));
+    CommandContext context(composition, questions, line.options(), output, errors);
+    QTimer::singleShot(0, &application, [&] { spawn(drive(command, context), command.name()); });
+    return QCoreApplication::exec();
+}
+
+} // namespace
+
+/// The program, but for the name that the linker looks for.
+int runProgram(int argc, char **argv) {
+    // A reader of our output that goes away is no reason to die in the middle of a launch.
+    std::signal(SIGPIPE, SIG_IGN);
+    qInstallMessageHandler(logQtMessage);
+    Output output(STDOUT_FILENO);
+    Output errors(STDERR_FILENO);
+    try {
+        CommandLine line;
+        Command *command = line.parse(argc, argv);
+        if (command)
+            return runCommand(argc, argv, line, *command, output, errors);
+        if (line.exitStatus() == exitDone)
+            output.write(line.text().toUtf8());
+        else
+            printError(errors, line.text());
+        output.finish();
+        return line.exitStatus();
+    } catch (...) {
+        printError(errors, currentExceptionText());
+        return exitFailed;
+    }
+}
+
+} // namespace ludarium
+
+int main(int argc, char **argv) {
+    return ludarium::runProgram(argc, argv);
 }

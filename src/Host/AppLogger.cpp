@@ -201,8 +201,8 @@ struct AppLogger::State {
     void openLogFile() {
         closeLogFile();
         // Appending at every write keeps the lines of two processes whole.
-        descriptor =
-            ::open(QFile::encodeName(file).constData(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOFOLLOW, 0600);
+        descriptor = ::open(QFile::encodeName(file).constData(),
+                            O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600);
     }
 
     void closeLogFile() {

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QThreadPool>
 #include <stdexcept>
 
 namespace ludarium::test {
@@ -153,6 +154,8 @@ TestHost::TestHost(HostLayout layout) {
 }
 
 TestHost::~TestHost() {
+    // Work on the pool may still write into this machine's folders.
+    QThreadPool::globalInstance()->waitForDone();
     AppLogger::setShared(m_formerLogger);
 }
 

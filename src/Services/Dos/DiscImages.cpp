@@ -101,7 +101,7 @@ QList<Piece> rewritten(const QList<Piece> &pieces, const QByteArray &marker, End
                 name.chop(1);
             const qsizetype kept = used - name.size();
             result.append({rest.left(quoted ? start - 1 : start)});
-            result.append({quotedHostPath(path(QFile::decodeName(name.replace('\\', '/')))), true});
+            result.append({quotedHostPath(path(hostNameFrom(name.replace('\\', '/')))), true});
             rest = rest.mid(quoted && end < rest.size() ? end + 1 : end - kept);
         }
         result.append({rest});

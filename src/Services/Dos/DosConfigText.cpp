@@ -153,10 +153,16 @@ std::optional<OriginalExecutable> extractExecutableFromOriginalConfig(const QByt
         OriginalExecutable result;
         result.executable = QString::fromLatin1(line);
         if (!subpath.isEmpty())
-            result.subpath = QFile::decodeName(subpath.join('/'));
+            result.subpath = hostNameFrom(subpath.join('/'));
         return result;
     }
     return std::nullopt;
+}
+
+QString hostNameFrom(const QByteArray &text) {
+    QStringDecoder decoder(QStringDecoder::Utf8);
+    const QString name = decoder(text);
+    return decoder.hasError() ? QString::fromLatin1(text) : name;
 }
 
 QByteArray dosText(const QString &text) {

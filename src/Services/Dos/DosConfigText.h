@@ -33,6 +33,8 @@ struct OriginalExecutable {
 std::optional<OriginalExecutable> extractExecutableFromOriginalConfig(const QByteArray &configuration,
                                                                       const QString &gameFolder);
 
+/// A host name or path as a collection's file writes it: UTF-8, else ISO Latin-1.
+QString hostNameFrom(const QByteArray &text);
 /// A text from data in the bytes of a configuration: ISO Latin-1, or UTF-8 when it holds what Latin-1 lacks.
 QByteArray dosText(const QString &text);
 /// A host path's bytes. Throws LaunchError when it holds what a configuration cannot carry.

@@ -5,14 +5,13 @@
 #include "Host/Host.h"
 #include "Host/SafeFiles.h"
 #include "Models/LaunchError.h"
-#include "Services/Dos/DosBoxFlavour.h"
+#include "Services/Dos/DosBoxProbe.h"
 #include "Services/Dos/DosPlanner.h"
 
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
 #include <QHash>
-#include <QTimer>
 #include <system_error>
 
 namespace ludarium {
@@ -77,27 +76,7 @@ QCoro::Task<DosBoxFlavour> DosLauncher::Private::probe(std::shared_ptr<Core> cor
     const QString key = program + u'\n' + QString::number(info.lastModified().toMSecsSinceEpoch());
     if (const auto known = core->flavours.constFind(key); known != core->flavours.cend())
         co_return *known;
-    QByteArray output;
-    try {
-        // A build that does not know the question might start instead of answering.
-        std::stop_source stop;
-        QTimer limit;
-        limit.setSingleShot(true);
-        QObject::connect(&limit, &QTimer::timeout, &limit, [&stop] { stop.request_stop(); });
-        limit.start(std::chrono::seconds(5));
-        ProcessSpec spec;
-        spec.program = program;
-        spec.arguments.append(QStringLiteral("--version"));
-        spec.environment = core->host.paths.childEnvironment();
-        const std::stop_token token = stop.get_token();
-        const ProcessResult result = co_await core->host.processes.run(spec, token);
-        output = result.standardOutput + '\n' + result.standardError;
-    } catch (const ProcessError &error) {
-        // Starting it will fail with the same reason, and that is the one that the user sees.
-        Log::warning(
-            QStringLiteral("⚠️ %1 does not tell its version: %2").arg(program, QString::fromUtf8(error.what())));
-    }
-    const DosBoxFlavour flavour = parseDosBoxVersion(output, program);
+    const DosBoxFlavour flavour = co_await probeDosBox(core->host, program);
     core->flavours.insert(key, flavour);
     co_return flavour;
 }

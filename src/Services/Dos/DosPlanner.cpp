@@ -12,7 +12,9 @@
 #include <QFile>
 #include <QUuid>
 #include <cerrno>
+#include <fcntl.h>
 #include <system_error>
+#include <unistd.h>
 
 namespace ludarium {
 
@@ -21,9 +23,14 @@ namespace {
 QByteArray readConfiguration(FolderView &view, const QString &path) {
     if (const std::optional<QByteArray> text = view.read(path))
         return *text;
-    errno = 0;
-    QFile file(path);
-    const int reason = file.open(QIODevice::ReadOnly) || errno == 0 ? EIO : errno;
+    // Opened once more for the reason alone; what is no regular file might block there.
+    int reason = EIO;
+    if (view.isFile(path)) {
+        const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+        reason = descriptor < 0 ? errno : EFBIG;
+        if (descriptor >= 0)
+            ::close(descriptor);
+    }
     throw std::system_error(reason, std::generic_category(), QFile::encodeName(path).toStdString());
 }
 
@@ -279,10 +286,10 @@ DosConfigurationChoice chooseDosConfiguration(const DosPlanInput &input, FolderV
             if (found.isNull() || (exact && found != name))
                 continue;
             const QString path = childPath(request.gameDataFolder, found);
-            if (view.exists(path))
+            if (view.isFile(path))
                 return chosen(Kind::gameFolder, path, QStringLiteral("lies in the game's folder"));
         }
-    if (const QString script = view.resolve(request.scriptFolder, QStringLiteral("dosbox.conf")); !script.isNull()) {
+    if (const QString script = view.resolve(request.scriptFolder, QStringLiteral("dosbox.conf")); view.isFile(script)) {
         const QString adapted = childPath(
             input.settings.temporaryDirectory,
             QStringLiteral("adapted_%1.conf").arg(QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper()));
@@ -304,7 +311,7 @@ DosConfigurationChoice chooseDosConfiguration(const DosPlanInput &input, FolderV
         Log::info(QStringLiteral("   Version folder '%1' not found - using game root")
                       .arg(request.version->workingDirectory));
     }
-    if (const QString conf = view.resolve(choice.gameDataFolder, QStringLiteral("dosbox.conf")); !conf.isNull()) {
+    if (const QString conf = view.resolve(choice.gameDataFolder, QStringLiteral("dosbox.conf")); view.isFile(conf)) {
         Log::info(QStringLiteral("   Found dosbox.conf in version folder"));
         return chosen(Kind::versionFolder, conf, QStringLiteral("lies in the version's folder"));
     }

@@ -271,7 +271,7 @@ class Builder {
             command = resolvedCommand(given);
         command = withoutBatch(command);
         append(startsWithCall(command) ? command : "call " + command);
-        decide(QStringLiteral("program"), QString::fromUtf8(command), m_programReason);
+        decide(QStringLiteral("program"), hostNameFrom(command), m_programReason);
     }
 
     /// A "call" whose batch file lies in a subfolder is made from there.
@@ -328,7 +328,7 @@ class Builder {
             return command;
         const QString inside = m_view.resolve(m_input.gameDataFolder, m_version.workingDirectory);
         const QString folder = inside.isNull() ? m_input.gameDataFolder : inside;
-        const auto batch = m_view.read(m_view.resolve(folder, QFile::decodeName(name)));
+        const auto batch = m_view.read(m_view.resolve(folder, hostNameFrom(name)));
         if (!batch)
             return command;
         QByteArray absolute;
@@ -349,7 +349,7 @@ class Builder {
         }
         if (absolute.isEmpty() || last.isEmpty())
             return command;
-        const QString target = m_view.resolve(childPath(m_mountFolder, m_gameName), QFile::decodeName(absolute));
+        const QString target = m_view.resolve(childPath(m_mountFolder, m_gameName), hostNameFrom(absolute));
         if (target.isNull())
             return command;
         for (qsizetype i = m_lines.size() - 1; i >= 0; --i)
@@ -357,7 +357,7 @@ class Builder {
                 m_lines[i] = "cd " + guestPath(m_gameName) + '/' + absolute;
                 break;
             }
-        m_programReason = QStringLiteral("what %1 starts, from the folder that it means").arg(QString::fromUtf8(name));
+        m_programReason = QStringLiteral("what %1 starts, from the folder that it means").arg(hostNameFrom(name));
         return last;
     }
 

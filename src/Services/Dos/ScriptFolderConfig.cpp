@@ -36,7 +36,7 @@ QByteArray withAbsolutePaths(FolderView &view, QByteArray rest, const QString &c
         const QByteArray path = rest.mid(start + 2, end - start - 2).replace('\\', '/');
         result += rest.left(quoted ? start - 1 : start);
         result += quotedHostPath(
-            collectionPathOf(view, childPath(collection, QStringLiteral("eXo")), QFile::decodeName(path), collection));
+            collectionPathOf(view, childPath(collection, QStringLiteral("eXo")), hostNameFrom(path), collection));
         rest = rest.mid(quoted && end < rest.size() ? end + 1 : end);
     }
     return result + rest;
@@ -68,7 +68,7 @@ bool callsMenu(FolderView &view, const QByteArray &line, const QString &gameData
     QByteArray text = line;
     text.replace("@", "");
     const qsizetype call = text.toLower().indexOf("call ");
-    const QString name = QFile::decodeName(text.mid(call + 5).trimmed());
+    const QString name = hostNameFrom(text.mid(call + 5).trimmed());
     for (const QString &file : {name, name + QStringLiteral(".bat"), name.toUpper() + QStringLiteral(".BAT")})
         if (const auto batch = view.read(view.resolve(gameDataFolder, file))) {
             if (isMenu(*batch)) {

@@ -4,11 +4,13 @@
 #include <QMap>
 #include <QObject>
 #include <QString>
+#include <functional>
 #include <optional>
 
 namespace ludarium {
 
 struct Host;
+enum class LocatedProgram;
 
 /// The outside programs whose presence is watched, in the order of the status report.
 enum class EmulatorProgram {
@@ -39,6 +41,9 @@ struct EmulatorStatus {
 enum class WineVariant { crossOver, wineStable, homebrew, whisky, custom, none };
 
 /// Knows which outside programs are on the machine. A lookup never fails: it gives no path.
+///
+/// The lookups look at the disk and return at once. What only Spotlight knows is known to them after `locate` or
+/// `checkEmulatorStatus` has asked it.
 class EmulatorManager : public QObject {
     Q_OBJECT
   public:
@@ -60,12 +65,23 @@ class EmulatorManager : public QObject {
     std::optional<QString> findPCSX2() const;
     std::optional<QString> findLime3DS() const;
     std::optional<QString> find(EmulatorProgram program) const;
+    /// The Apple IIGS runner's own answers. Both stand for the process, as does that of `findGSplus`, until
+    /// `forgetFastLookups`.
+    std::optional<QString> findMAMEFast() const;
+    std::optional<QString> findGSplusFast() const;
+    void forgetFastLookups();
+
+    /// The whole lookup of a program, Spotlight included, off the main thread.
+    QCoro::Task<std::optional<QString>> locate(EmulatorProgram program);
 
     WineVariant getWineVariant() const;
 
     /// Looks for every program on the thread pool and publishes all statuses at once.
     QCoro::Task<> checkEmulatorStatus();
     EmulatorStatus status(EmulatorProgram program) const;
+
+    /// Installs a program and throws EmulatorError when that fails. Without one every installation fails.
+    std::function<QCoro::Task<>(EmulatorProgram)> installer;
 
     /// Ask whether to install a missing program; true when it is installed now.
     QCoro::Task<bool> promptInstallDOSBox();
@@ -78,11 +94,23 @@ class EmulatorManager : public QObject {
     void statusChanged();
 
   private:
+    std::optional<QString> look(LocatedProgram program) const;
+    QCoro::Task<std::optional<QString>> askSpotlight(EmulatorProgram program);
+    QCoro::Task<> install(EmulatorProgram program);
+    QCoro::Task<bool> promptInstall(EmulatorProgram program);
+    QCoro::Task<> showInstructions(EmulatorProgram program);
+
     Host &m_host;
     QMap<EmulatorProgram, EmulatorStatus> m_status;
+    QMap<EmulatorProgram, QString> m_spotlightAnswers;
+    // The outer optional tells whether the answer was looked for, the inner one whether there is a program.
+    mutable std::optional<std::optional<QString>> m_fastMAME;
+    mutable std::optional<std::optional<QString>> m_fastGSplus;
 };
 
 /// "DOSBox", "ScummVM", … as the interface shows it.
 QString emulatorProgramName(EmulatorProgram program);
+/// All watched programs, in the order of the status report.
+const QList<EmulatorProgram> &emulatorPrograms();
 
 } // namespace ludarium

@@ -5,6 +5,8 @@
 #include "Models/GameVersionOption.h"
 #include "Models/LaunchPlan.h"
 #include "Services/Dos/DosLauncher.h"
+#include "Services/Launch/LaunchCollaborators.h"
+#include "Services/Launch/LaunchRoute.h"
 
 #include <QCoro/QCoroTask>
 #include <QObject>
@@ -13,21 +15,6 @@ namespace ludarium {
 
 struct Host;
 class EmulatorManager;
-
-/// The runner that a game goes to.
-enum class LaunchRoute {
-    document,
-    scummVM,
-    dreamm,
-    windows3x,
-    windows9x,
-    appleIIGS,
-    arcade,
-    retroArch,
-    soundtrack,
-    video,
-    dos,
-};
 
 /// The one object through which every game, document, soundtrack and video is opened.
 class GameLauncher : public QObject {
@@ -42,14 +29,21 @@ class GameLauncher : public QObject {
 
     void setCollectionURL(const QString &collection);
     QString collectionURL() const;
-    /// Whether the collection came without its games, by `isLite` given to the constructor's owner; memoised until
-    /// the collection changes.
+    /// Whether the collection came without its games, by `liteCollectionTest`; memoised until the collection is set
+    /// again.
     bool isLiteCollection();
     std::function<bool(const QString &collection)> liteCollectionTest;
+    /// Makes a collection ready for launches; started in the background whenever one is set.
+    std::function<QCoro::Task<>(QString collection)> collectionPreparation;
 
     /// A runner for a route other than `dos`. Returns the process it started, if it started one that can be watched.
+    /// Soundtracks and videos have one of their own, which uses `mediaCollaborators`.
     using Runner = std::function<QCoro::Task<std::optional<ProcessId>>(GamePtr, LaunchMode, QString collection)>;
     void setRunner(LaunchRoute route, Runner runner);
+    /// The flow of a mode other than `play`; that of `setup` is for DOS games, the others have theirs in their runner.
+    void setFlow(LaunchMode mode, Runner flow);
+    void setDosRouteCollaborators(DosRouteCollaborators collaborators);
+    void setMediaCollaborators(MediaCollaborators collaborators);
 
     /// Throws only `LaunchError::noCollectionPath`; every other failure is in `launchError` and in the log.
     QCoro::Task<> launch(GamePtr game, LaunchMode mode = LaunchMode::play,
@@ -65,6 +59,7 @@ class GameLauncher : public QObject {
     /// Empty when the last launch went well.
     QString launchError() const { return m_launchError; }
     QString setupStatus() const { return m_setupStatus; }
+    void setSetupStatus(const QString &status);
     /// The process that the last `play` started, when it can be watched.
     std::optional<ProcessId> lastProcess() const { return m_lastProcess; }
 
@@ -85,6 +80,14 @@ class GameLauncher : public QObject {
     void launchStateChanged();
 
   private:
+    using Started = std::optional<ProcessId>;
+    QCoro::Task<Started> runFlow(GamePtr game, LaunchMode mode, std::optional<GameVersionOption> version,
+                                 QString collection);
+    QCoro::Task<Started> launchGame(GamePtr game, std::optional<GameVersionOption> version, QString collection);
+    QCoro::Task<Started> launchSetup(GamePtr game, QString collection);
+    QCoro::Task<Started> launchSoundtrack(GamePtr game);
+    QCoro::Task<Started> launchVideo(GamePtr game, QString collection);
+
     struct Private;
     std::unique_ptr<Private> d;
     bool m_isLaunching = false;

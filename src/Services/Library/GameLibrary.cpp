@@ -220,7 +220,7 @@ QCoro::Task<> GameLibrary::checkInstalledStatusSilent(QString collection) {
     } else {
         Log::info(QStringLiteral("🔇 Silent check found %1 status changes — updating UI").arg(changes));
         publish(std::move(games), m_index);
-        m_platforms = platformsWithPlayableGames(m_platforms, m_games);
+        m_platforms = platformsWithPlayableGames(m_allPlatforms, m_games);
         Q_EMIT platformsChanged();
         buildRecentlyPlayedList();
         m_host.notifications.post(Notifications::gameStatusesUpdated);
@@ -269,6 +269,7 @@ void GameLibrary::clearCollectionData() {
     m_installedIds.clear();
     m_compressedIds.clear();
     m_metadata = {};
+    m_allPlatforms.clear();
     m_platforms.clear();
     m_playlists.clear();
     publish({});

@@ -123,6 +123,7 @@ class GameLibrary : public QObject {
     GameList m_games;
     QHash<QString, qsizetype> m_positions;
     mutable std::shared_ptr<const LibraryIndex> m_index;
+    QList<Platform> m_allPlatforms; ///< as the collection names them; what is shown of them changes with the games
     QList<Platform> m_platforms;
     QList<Playlist> m_playlists;
     MetadataIndexes m_metadata;

@@ -304,9 +304,9 @@ QCoro::Task<> GameLibrary::finishCacheLoad(CachedCollectionData data) {
     if (!self)
         co_return;
     m_playlists = std::move(data.playlists);
-    m_platforms = std::move(data.platforms);
+    m_allPlatforms = std::move(data.platforms);
     co_await step(QStringLiteral("Using cached installation data..."), 0.8);
-    auto platforms = m_platforms;
+    const QList<Platform> platforms = m_allPlatforms;
     // The sidebar and the first list stand as soon as the games do, so what they need is made with them.
     struct Prepared {
         QList<Platform> platforms;
@@ -360,7 +360,8 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
     QList<Platform> platforms = co_await runOnPool(parsePlatforms);
     if (!self)
         co_return;
-    m_platforms = platforms.isEmpty() ? Platform::defaultPlatforms() : std::move(platforms);
+    m_allPlatforms = platforms.isEmpty() ? Platform::defaultPlatforms() : std::move(platforms);
+    m_platforms = m_allPlatforms;
     Q_EMIT platformsChanged();
 
     co_await step(QStringLiteral("Parsing game metadata... This can take 2-5 minutes for large collections. Please be "
@@ -491,7 +492,7 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
         QList<Platform> platforms;
     };
     auto applyUserData = [games = std::move(checked.games), user, installedIds, services,
-                          shown = m_platforms]() mutable {
+                          all = m_allPlatforms]() mutable {
         QElapsedTimer applying;
         applying.start();
         RomPlatformTest isROM;
@@ -509,7 +510,7 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
                       .arg(static_cast<qint64>(static_cast<double>(games.size()) / seconds)));
         Applied result;
         result.metadata = MetadataIndexes::build(games);
-        result.platforms = platformsWithPlayableGames(shown, games);
+        result.platforms = platformsWithPlayableGames(all, games);
         result.index = LibraryIndex::build(games, services.mt32Titles ? services.mt32Titles() : QSet<QString>());
         result.games = std::move(games);
         return result;
@@ -549,7 +550,7 @@ void GameLibrary::saveCache() {
                   .arg(m_games.size())
                   .arg(m_platforms.size())
                   .arg(m_playlists.size()));
-    CachedCollectionData data{m_games, m_platforms, m_playlists, m_collection, LibraryCache::toCacheDate(now())};
+    CachedCollectionData data{m_games, m_allPlatforms, m_playlists, m_collection, LibraryCache::toCacheDate(now())};
     auto save = [cache = m_cache, data = std::move(data)] { cache.save(data); };
     spawn(runOnPool(save), "saving the library cache");
 }

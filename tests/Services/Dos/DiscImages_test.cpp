@@ -65,6 +65,7 @@ TEST(FloppyLines, GetAbsolutePaths) {
          "imgmount a \"{C}/eXo/eXoDOS/GAME/disk 1.img\" -t floppy"},
         {"imgmount a .\\Game\\x.img .\\eXoDOS\\Game\\y.img -t floppy",
          "imgmount a \"{C}/eXo/eXoDOS/Game/x.img\" \"{C}/eXo/eXoDOS/Game/y.img\" -t floppy"},
+        {"imgmount a .\\Game\\caf\xe9.img -t floppy", "imgmount a \"{C}/eXo/eXoDOS/Game/café.img\" -t floppy"},
         {"imgmount a c:\\d.img -t floppy", "imgmount a c:\\d.img -t floppy"},
         {"imgmount a -t floppy .\\", "imgmount a -t floppy \"{C}/eXo/eXoDOS/\""},
     };

@@ -10,6 +10,8 @@
 #include <QElapsedTimer>
 #include <QThread>
 #include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <system_error>
 #include <utime.h>
 
 namespace ludarium::test {
@@ -312,6 +314,21 @@ TEST_F(DosLauncherTest, RefusesBeforeAnythingIsChanged) {
     }
     EXPECT_TRUE(QFile::exists(collection.game() + QStringLiteral("/A.CFG")));
     EXPECT_FALSE(QFile::exists(called()));
+}
+
+TEST_F(DosLauncherTest, PassesByWhatIsNoConfigurationAndNamesOneThatCannotBeRead) {
+    collection.put(QStringLiteral("dosbox.conf/"));
+    ASSERT_EQ(mkfifo(QFile::encodeName(collection.game() + QStringLiteral("/launch.conf")).constData(), 0600), 0);
+    const QString large = collection.put(QStringLiteral("game.conf"));
+    EXPECT_EQ(decision(plan(), "configuration"), large);
+    ASSERT_TRUE(QFile::resize(large, 17 * 1024 * 1024));
+    try {
+        plan();
+        FAIL() << "it planned";
+    } catch (const std::system_error &error) {
+        EXPECT_EQ(error.code().value(), EFBIG);
+        EXPECT_TRUE(QString::fromUtf8(error.what()).contains(large)) << error.what();
+    }
 }
 
 TEST_F(DosLauncherTest, NamesWhatIsMissing) {

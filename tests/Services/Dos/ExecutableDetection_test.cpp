@@ -101,7 +101,9 @@ TEST(FolderViews, ListEachFolderOnce) {
 TEST(FolderViews, FindNothingOutsideTheFolder) {
     DosCollection collection;
     collection.put(QStringLiteral("a"));
-    FolderView view;
+    // A network drive may name the folder above in its listing.
+    FolderView view(
+        [](const QString &folder) { return listFolder(folder).value_or(QStringList()) << QStringLiteral(".."); });
     for (const char *path : {"../GAME", "/etc/passwd", "..", ".", "", "a/../a", "a\\b"})
         EXPECT_TRUE(view.resolve(collection.game(), QString::fromLatin1(path)).isNull()) << path;
 }

@@ -1,0 +1,105 @@
+#include "App/AppState.h"
+#include "App/Composition.h"
+#include "Views/Desktop.h"
+#include "Views/DesktopOptions.h"
+#include "Views/DesktopWorkspace.h"
+#include "Views/QmlDialogs.h"
+#include "Views/ScreenshotTaker.h"
+#include "Views/WindowFramePersistence.h"
+
+#include <QGuiApplication>
+#include <QQmlApplicationEngine>
+#include <QQmlExtensionPlugin>
+#include <QQuickStyle>
+#include <QQuickWindow>
+#include <QScreen>
+#include <cstdio>
+
+Q_IMPORT_QML_PLUGIN(LudariumPlugin)
+
+namespace ludarium {
+
+namespace {
+
+QList<QRectF> usableScreens() {
+    QList<QRectF> screens;
+    for (const QScreen *screen : QGuiApplication::screens())
+        if (screen == QGuiApplication::primaryScreen())
+            screens.prepend(screen->availableGeometry());
+        else
+            screens.append(screen->availableGeometry());
+    return screens;
+}
+
+void openCollection(AppState &state, const QString &folder) {
+    if (folder.isEmpty())
+        state.restoreCollection();
+    else
+        state.setCollectionPath(folder);
+}
+
+int runDesktop(const DesktopOptions &options) {
+    const bool picture = !options.screenshot.isEmpty();
+    auto ownedDialogs = std::make_unique<QmlDialogs>();
+    QmlDialogs &dialogs = *ownedDialogs;
+    Composition composition({.home = options.home,
+                             .dialogs = std::move(ownedDialogs),
+                             .workspace = std::make_unique<DesktopWorkspace>(HostPaths::native(options.home))});
+    AppState &state = composition.appState();
+    Desktop desktop(state, dialogs, composition.logger());
+    QQmlApplicationEngine engine;
+    desktop.installInto(engine);
+    if (!options.view.isEmpty())
+        state.setViewMode(options.view == QLatin1StringView("List") ? ViewMode::list : ViewMode::grid);
+    if (!picture)
+        desktop.followDesktopColors();
+    if (!options.theme.isEmpty())
+        desktop.appearance()->showTheme(options.theme);
+    desktop.appearance()->setReducedMotion(picture);
+
+    engine.load(QUrl(QStringLiteral("qrc:/qml/Ludarium/Main.qml")));
+    if (engine.rootObjects().isEmpty())
+        return EXIT_FAILURE;
+    auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().constFirst());
+    WindowFramePersistence frame(composition.host().paths);
+    if (options.size)
+        window->resize(*options.size);
+    else if (const std::optional<QRectF> saved = picture ? std::nullopt : frame.restore(usableScreens()))
+        window->setGeometry(saved->toRect());
+    window->show();
+    if (!picture)
+        frame.startObserving(*window);
+    openCollection(state, options.folder);
+    desktop.start()->begin();
+
+    std::unique_ptr<ScreenshotTaker> taker;
+    if (picture) {
+        taker = std::make_unique<ScreenshotTaker>(*window, desktop, options.screenshot, options.select);
+        QObject::connect(taker.get(), &ScreenshotTaker::finished, &desktop,
+                         [](bool saved) { QCoreApplication::exit(saved ? EXIT_SUCCESS : EXIT_FAILURE); });
+    }
+    return QCoreApplication::exec();
+}
+
+} // namespace
+
+} // namespace ludarium
+
+int main(int argc, char **argv) {
+    using namespace ludarium;
+    const DesktopOptions::Outcome outcome = DesktopOptions::parse(argc, argv);
+    if (!outcome.options) {
+        std::fputs(qUtf8Printable(outcome.output), outcome.exitStatus == 0 ? stdout : stderr);
+        return outcome.exitStatus;
+    }
+    if (!outcome.options->screenshot.isEmpty()) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        qputenv("QT_QUICK_BACKEND", "software");
+    }
+    QGuiApplication application(argc, argv);
+    QCoreApplication::setApplicationName(QStringLiteral("Ludarium"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(LUDARIUM_VERSION));
+    QGuiApplication::setDesktopFileName(QStringLiteral("com.ludarium.app"));
+    QQuickStyle::setStyle(QStringLiteral("Basic"));
+    return runDesktop(*outcome.options);
+}

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "Cli/CommandLine.h"
+
+#include <QCoro/QCoroTask>
+
+namespace ludarium {
+
+class CliDialogs;
+class Composition;
+class GameLauncher;
+class GameLibrary;
+class Output;
+struct Host;
+
+/// What a command works with.
+class CommandContext {
+  public:
+    CommandContext(Composition &composition, CliDialogs &dialogs, const GlobalOptions &options, Output &output,
+                   Output &errors);
+
+    const GlobalOptions &options() const { return m_options; }
+    bool json() const { return m_options.json; }
+    /// Data for the user or for a script.
+    Output &output() { return m_output; }
+    /// Standard error, for what is no data.
+    Output &errors() { return m_errors; }
+
+    Composition &composition() { return m_composition; }
+    Host &host();
+    CliDialogs &dialogs() { return m_dialogs; }
+    /// The launcher, told the collection of a loaded library. Only what launches calls this: with `prepare` the
+    /// launcher makes the collection ready, and listing writes nothing.
+    GameLauncher &launcherFor(const GameLibrary &library, bool prepare);
+
+    /// The library of the collection that is named on the command line, else of the remembered one, loaded. Throws
+    /// LaunchError::noCollectionPath, or CliError with the library's own message.
+    QCoro::Task<GameLibrary *> loadLibrary();
+
+  private:
+    Composition &m_composition;
+    CliDialogs &m_dialogs;
+    const GlobalOptions &m_options;
+    Output &m_output;
+    Output &m_errors;
+};
+
+} // namespace ludarium

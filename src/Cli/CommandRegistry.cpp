@@ -1,0 +1,19 @@
+#include "Cli/CommandRegistry.h"
+
+#include "Cli/Command.h"
+#include "Cli/Commands/Commands.h"
+
+namespace ludarium {
+
+std::vector<std::unique_ptr<Command>> makeCommands() {
+    constexpr std::unique_ptr<Command> (*makers[])() = {
+        makeDemoCommand,      makePlatformsCommand, makeGamesCommand,     makeShowCommand,
+        makePlaylistsCommand, makePlayCommand,      makeEmulatorsCommand, makeLogCommand,
+    };
+    std::vector<std::unique_ptr<Command>> commands;
+    for (const auto &make : makers)
+        commands.push_back(make());
+    return commands;
+}
+
+} // namespace ludarium

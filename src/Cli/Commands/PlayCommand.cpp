@@ -1,0 +1,144 @@
+#include "Cli/CliDialogs.h"
+#include "Cli/CliError.h"
+#include "Cli/Command.h"
+#include "Cli/CommandContext.h"
+#include "Cli/CommandOptions.h"
+#include "Cli/Commands/Commands.h"
+#include "Cli/GameChoice.h"
+#include "Cli/InterruptWatch.h"
+#include "Cli/JsonText.h"
+#include "Cli/Output.h"
+#include "Cli/PlanText.h"
+#include "Cli/TerminalText.h"
+#include "Host/Async.h"
+#include "Host/Host.h"
+#include "Host/ProcessRunner.h"
+#include "Services/Launch/GameLauncher.h"
+#include "Services/Library/GameLibrary.h"
+
+#include <QCoro/QCoroFuture>
+#include <QPromise>
+#include <nlohmann/json.hpp>
+
+namespace ludarium {
+
+namespace {
+
+/// What ended the waiting for a game.
+struct WaitOutcome {
+    bool interrupted = false;
+    std::optional<int> exitCode;
+};
+
+QCoro::Task<> forwardEnd(ProcessRunner &processes, ProcessId id, std::shared_ptr<QPromise<WaitOutcome>> promise) {
+    const std::optional<int> exitCode = co_await processes.waitForEmulator(id);
+    promise->addResult(WaitOutcome{false, exitCode});
+    promise->finish();
+}
+
+/// Until the game ends or the user presses Ctrl-C, which ends the waiting and not the game.
+QCoro::Task<WaitOutcome> waitForGame(ProcessRunner &processes, ProcessId id) {
+    InterruptWatch watch;
+    auto promise = std::make_shared<QPromise<WaitOutcome>>();
+    promise->start();
+    QFuture<WaitOutcome> outcome = promise->future();
+    QObject::connect(&watch, &InterruptWatch::interrupted, &watch, [promise] {
+        promise->addResult(WaitOutcome{true, std::nullopt});
+        promise->finish();
+    });
+    spawn(forwardEnd(processes, id, promise), "Waiting for the game");
+    co_return co_await outcome;
+}
+
+class PlayCommand : public Command {
+  public:
+    const char *name() const override { return "play"; }
+    const char *description() const override { return "Start a game"; }
+
+    void declare(CommandOptions &options) override {
+        options.argument("ID-OR-TITLE", m_game, "Id, title or a part of the title");
+        options.flag("--wait", m_wait, "Wait until the game has ended; Ctrl-C ends the waiting, not the game");
+        options.flag("--dry-run", m_dryRun, "Print what would be started and why, and start nothing");
+        options.exclusive("--wait", "--dry-run");
+    }
+
+    QCoro::Task<int> run(CommandContext &context) override {
+        const GameLibrary *library = co_await context.loadLibrary();
+        const GamePtr game = chooseGame(context, *library, m_game);
+        GameLauncher &launcher = context.launcherFor(*library, !m_dryRun);
+        if (m_dryRun)
+            co_await printPlan(context, launcher, game);
+        else
+            co_await play(context, launcher, game);
+        co_return exitDone;
+    }
+
+  private:
+    QCoro::Task<> printPlan(CommandContext &context, GameLauncher &launcher, GamePtr game) {
+        const LaunchPlan plan = co_await launcher.plan(game);
+        if (context.json()) {
+            Json document = jsonDocument();
+            addText(document, "ID", game->id);
+            addText(document, "Title", game->title);
+            document.update(toJson(plan));
+            printJson(context.output(), document);
+        } else {
+            printLaunchPlan(context.output(), *game, plan);
+        }
+    }
+
+    QCoro::Task<> play(CommandContext &context, GameLauncher &launcher, GamePtr game) {
+        co_await launcher.launch(game);
+        if (!launcher.launchError().isEmpty())
+            throw CliError(launcher.launchError());
+        const std::optional<ProcessId> process = launcher.lastProcess();
+        const std::optional<Alert> declined = context.dialogs().lastDeclined();
+        if (!process && declined)
+            throw CliError(QStringLiteral("Nothing was started: %1").arg(declined->title));
+
+        WaitOutcome outcome;
+        if (m_wait && process)
+            outcome = co_await waitForGame(context.host().processes, *process);
+        report(context, *game, process, outcome);
+    }
+
+    void report(CommandContext &context, const Game &game, const std::optional<ProcessId> &process,
+                const WaitOutcome &outcome) {
+        if (context.json()) {
+            Json document = jsonDocument();
+            addText(document, "ID", game.id);
+            addText(document, "Title", game.title);
+            document["started"] = true;
+            if (process)
+                document["pid"] = process->pid;
+            if (m_wait)
+                document["ended"] = process && !outcome.interrupted;
+            if (outcome.exitCode)
+                document["exitCode"] = *outcome.exitCode;
+            printJson(context.output(), document);
+            return;
+        }
+        const QString title = escapedForTerminal(game.title);
+        if (!process)
+            context.output().line(m_wait ? QStringLiteral("Opened %1, which cannot be waited for.").arg(title)
+                                         : QStringLiteral("Opened %1.").arg(title));
+        else if (!m_wait)
+            context.output().line(QStringLiteral("Started %1 (process %2).").arg(title).arg(process->pid));
+        else if (outcome.interrupted)
+            context.output().line(QStringLiteral("%1 goes on (process %2).").arg(title).arg(process->pid));
+        else
+            context.output().line(QStringLiteral("%1 has ended.").arg(title));
+    }
+
+    QString m_game;
+    bool m_wait = false;
+    bool m_dryRun = false;
+};
+
+} // namespace
+
+std::unique_ptr<Command> makePlayCommand() {
+    return std::make_unique<PlayCommand>();
+}
+
+} // namespace ludarium

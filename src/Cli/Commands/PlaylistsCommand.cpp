@@ -1,0 +1,46 @@
+#include "Cli/Command.h"
+#include "Cli/CommandContext.h"
+#include "Cli/Commands/Commands.h"
+#include "Cli/JsonText.h"
+#include "Cli/Output.h"
+#include "Cli/Table.h"
+#include "Services/Library/GameLibrary.h"
+
+#include <nlohmann/json.hpp>
+
+namespace ludarium {
+
+namespace {
+
+class PlaylistsCommand : public Command {
+  public:
+    const char *name() const override { return "playlists"; }
+    const char *description() const override { return "List the playlists with the number of their games"; }
+
+    QCoro::Task<int> run(CommandContext &context) override {
+        const GameLibrary *library = co_await context.loadLibrary();
+        if (context.json()) {
+            JsonList list(context.output(), "playlists");
+            for (const Playlist &playlist : library->playlists())
+                list.add(toJson(playlist));
+            list.finish();
+            co_return exitDone;
+        }
+        Table table(
+            {QStringLiteral("PLAYLIST"), QStringLiteral("KIND"), QStringLiteral("GAMES"), QStringLiteral("ID")});
+        for (const Playlist &playlist : library->playlists()) {
+            const QString kind = playlist.autoPopulate ? QStringLiteral("dynamic") : QStringLiteral("static");
+            table.add({playlist.name, kind, QString::number(playlist.gameIds.size()), playlist.id});
+        }
+        table.print(context.output());
+        co_return exitDone;
+    }
+};
+
+} // namespace
+
+std::unique_ptr<Command> makePlaylistsCommand() {
+    return std::make_unique<PlaylistsCommand>();
+}
+
+} // namespace ludarium

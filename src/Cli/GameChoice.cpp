@@ -1,0 +1,94 @@
+#include "Cli/GameChoice.h"
+
+#include "Cli/CliError.h"
+#include "Cli/CommandContext.h"
+#include "Cli/Output.h"
+#include "Cli/Table.h"
+#include "Services/Library/GameLibrary.h"
+
+#include <algorithm>
+
+namespace ludarium {
+
+namespace {
+
+constexpr qsizetype candidatesShown = 50;
+
+bool matches(const Game &game, const QByteArray &lowerCased) {
+    return game.searchTitle.contains(lowerCased) || game.searchSortTitle.contains(lowerCased) ||
+           game.searchDeveloper.contains(lowerCased) || game.searchPublisher.contains(lowerCased) ||
+           game.searchGenre.contains(lowerCased) || game.searchSeries.contains(lowerCased);
+}
+
+const QByteArray &sortKey(const Game &game) {
+    return game.searchSortTitle.isEmpty() ? game.searchTitle : game.searchSortTitle;
+}
+
+/// The platform's name as the games spell it.
+QString platformNamed(const GameList &games, const QString &name) {
+    QString otherCase;
+    for (const GamePtr &game : games) {
+        if (game->platform == name)
+            return name;
+        if (otherCase.isNull() && game->platform.compare(name, Qt::CaseInsensitive) == 0)
+            otherCase = game->platform;
+    }
+    if (otherCase.isNull())
+        throw CliError(QStringLiteral("No game has the platform \"%1\". See: ludarium-cli platforms").arg(name));
+    return otherCase;
+}
+
+} // namespace
+
+GameList gamesNamed(const GameList &games, const QString &idOrTitle) {
+    const QByteArray lowerCased = idOrTitle.toLower().toUtf8();
+    GameList sameTitle;
+    GameList containing;
+    for (const GamePtr &game : games) {
+        if (game->id == idOrTitle)
+            return {game};
+        if (game->searchTitle == lowerCased)
+            sameTitle << game;
+        else if (game->searchTitle.contains(lowerCased))
+            containing << game;
+    }
+    return sameTitle.isEmpty() ? containing : sameTitle;
+}
+
+GamePtr chooseGame(CommandContext &context, const GameLibrary &library, const QString &idOrTitle) {
+    const GameList games = gamesNamed(library.games(), idOrTitle);
+    if (games.size() == 1)
+        return games.first();
+    if (games.isEmpty())
+        throw CliError(QStringLiteral("No game has the id or title \"%1\".").arg(idOrTitle));
+    Table table({QStringLiteral("ID"), QStringLiteral("TITLE"), QStringLiteral("PLATFORM"), QStringLiteral("YEAR")}, 1);
+    for (const GamePtr &game : games.first(std::min(games.size(), candidatesShown)))
+        table.add({game->id, game->title, game->platform,
+                   game->releaseYear ? QString::number(*game->releaseYear) : QString()});
+    table.print(context.errors());
+    if (games.size() > candidatesShown)
+        context.errors().line(QStringLiteral("… and %1 more").arg(games.size() - candidatesShown));
+    throw CliError(QStringLiteral("\"%1\" names %2 games. Use the id of one.").arg(idOrTitle).arg(games.size()));
+}
+
+GameList selectGames(const GameList &games, const GameFilter &filter) {
+    const QByteArray lowerCased = filter.search.toLower().toUtf8();
+    const QString platform = filter.platform.isNull() ? QString() : platformNamed(games, filter.platform);
+    GameList selected;
+    for (const GamePtr &game : games)
+        if ((platform.isNull() || game->platform == platform) && (lowerCased.isEmpty() || matches(*game, lowerCased)))
+            selected << game;
+    std::stable_sort(selected.begin(), selected.end(),
+                     [](const GamePtr &a, const GamePtr &b) { return sortKey(*a) < sortKey(*b); });
+    return selected;
+}
+
+QString gameStateText(const Game &game) {
+    if (game.isInstalled)
+        return QStringLiteral("installed");
+    if (game.isCompressed)
+        return QStringLiteral("compressed");
+    return game.isDownloadable ? QStringLiteral("downloadable") : QStringLiteral("missing");
+}
+
+} // namespace ludarium

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+namespace ludarium {
+
+class Output;
+
+/// Aligned columns. Cells are escaped for the terminal when they are added.
+class Table {
+  public:
+    /// `flexible` is the column that shrinks when the lines are too long for the terminal.
+    explicit Table(QStringList headings, int flexible = 0);
+
+    void add(const QStringList &cells);
+    /// A row that is shown faintly.
+    void addFaint(const QStringList &cells);
+    void print(Output &output) const;
+
+  private:
+    struct Row {
+        QStringList cells;
+        bool faint = false;
+    };
+    QStringList m_headings;
+    int m_flexible;
+    QList<Row> m_rows;
+};
+
+/// "Name:    value" lines with their values under one another. A value of several lines keeps them, each indented.
+class FieldList {
+  public:
+    /// Adds nothing when the value is empty.
+    void add(const QString &name, const QString &value);
+    void print(Output &output) const;
+
+  private:
+    QList<std::pair<QString, QString>> m_fields;
+};
+
+} // namespace ludarium

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "Models/EmulatorType.h"
+
+#include <QString>
+#include <optional>
+
+namespace ludarium {
+
+/// The DOSBox build that a collection names for a game.
+struct EmulatorRequirement {
+    EmulatorType emulatorType = EmulatorType::vanilla;
+    QString version;            ///< name of the build, as the collection writes it
+    QString wineExecutablePath; ///< below eXo/emulators/dosbox, with "/"; null when absent
+};
+
+/// The emulator that a known exception asks for.
+enum class EmulatorOverride { staging, dosboxX, ece, scummvm };
+
+} // namespace ludarium

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "Models/Game.h"
+
+#include <QString>
+
+/// Where a game lives in its collection, from the Windows-style paths of its record.
+namespace ludarium::GameFolders {
+
+/// The piece after the first one that begins with "!" and is not the last, else the piece before a last piece with a
+/// "."; empty otherwise. The name is data as it stands and need not be usable.
+QString extractGameFolderName(const QString &path);
+/// The folder of a path, below the collection; empty when the path leaves the collection.
+QString scriptFolder(const QString &path, const QString &collection);
+/// The folder of the installed game by its platform; empty when its name is not a usable folder name.
+QString dataFolder(const Game &game, const QString &collection);
+
+} // namespace ludarium::GameFolders

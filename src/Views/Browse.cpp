@@ -1,0 +1,162 @@
+#include "Views/Browse.h"
+
+#include "Host/AppLogger.h"
+#include "Services/Library/GameLibrary.h"
+#include "Views/GridGeometry.h"
+
+#include <algorithm>
+#include <chrono>
+
+namespace ludarium {
+
+namespace {
+
+constexpr std::chrono::milliseconds searchDelay{150};
+
+} // namespace
+
+Browse::Browse(AppState &state, std::shared_ptr<CoverStore> covers, QObject *parent)
+    : QObject(parent), m_state(state), m_games(std::move(covers)), m_searchText(state.searchText()) {
+    m_debounce.setSingleShot(true);
+    m_debounce.setInterval(searchDelay);
+    connect(&m_debounce, &QTimer::timeout, this, [this] {
+        m_state.setSearchText(m_searchText);
+        Q_EMIT filteredChanged();
+    });
+    connect(&state, &AppState::filteredGamesChanged, this, &Browse::refresh);
+    connect(&state, &AppState::viewSettingsChanged, this, &Browse::viewSettingsChanged);
+    connect(&state, &AppState::selectionChanged, this, [this] {
+        followSelection();
+        Q_EMIT titleChanged();
+        Q_EMIT filteredChanged();
+    });
+    refresh();
+}
+
+void Browse::refresh() {
+    m_games.setGames(m_state.filteredGames());
+    followSelection();
+}
+
+void Browse::followSelection() {
+    const int row = m_games.rowOf(m_state.selectedGameId());
+    if (std::exchange(m_currentRow, row) != row)
+        Q_EMIT currentRowChanged();
+}
+
+QString Browse::title() const {
+    return m_state.selectedPlatform().isEmpty() ? QStringLiteral("All Games") : m_state.selectedPlatform();
+}
+
+void Browse::setSearchText(const QString &text) {
+    if (m_searchText == text)
+        return;
+    m_searchText = text;
+    Q_EMIT searchTextChanged();
+    m_debounce.stop();
+    if (text.isEmpty()) {
+        m_state.setSearchText(text);
+        Q_EMIT filteredChanged();
+    } else {
+        m_debounce.start();
+    }
+}
+
+void Browse::setCurrentRow(int row) {
+    const GamePtr game = m_games.game(row);
+    m_state.setSelectedGameId(game ? game->id : QString());
+}
+
+QString Browse::viewMode() const {
+    return viewModeText(m_state.viewMode());
+}
+
+void Browse::setViewMode(const QString &text) {
+    if (const auto mode = viewModeFromText(text)) {
+        m_state.setViewMode(*mode);
+        save();
+    }
+}
+
+QString Browse::gridSize() const {
+    return gridSizeText(m_state.gridSize());
+}
+
+void Browse::setGridSize(const QString &text) {
+    if (const auto size = gridSizeFromText(text)) {
+        m_state.setGridSize(*size);
+        save();
+    }
+}
+
+QString Browse::sortOrder() const {
+    return sortOrderText(m_state.sortOrder());
+}
+
+void Browse::setSortOrder(const QString &text) {
+    if (const auto order = sortOrderFromText(text)) {
+        m_state.setSortOrder(*order);
+        save();
+    }
+}
+
+void Browse::save() {
+    try {
+        m_state.saveViewSettings();
+    } catch (const std::exception &error) {
+        Log::error(QStringLiteral("Failed to save the view settings: %1").arg(QString::fromUtf8(error.what())));
+    }
+}
+
+bool Browse::isFiltered() const {
+    return !m_state.searchText().isEmpty() || !m_state.selectedPlatform().isEmpty();
+}
+
+int Browse::columnsFor(double width) const {
+    return gridColumns(width, m_state.gridSize());
+}
+
+int Browse::widestCell() const {
+    return cellWidths(m_state.gridSize()).maximum;
+}
+
+/// Up and down go by a row of the grid while duplicates are grouped, and by one game otherwise.
+int Browse::rowsPerStep(int columns) const {
+    return m_state.viewMode() == ViewMode::grid && m_state.groupDuplicateGames() ? columns : 1;
+}
+
+void Browse::moveLeft() {
+    setCurrentRow(stepRow(Step::previous, m_currentRow, m_games.count(), 1));
+}
+
+void Browse::moveRight() {
+    setCurrentRow(stepRow(Step::next, m_currentRow, m_games.count(), 1));
+}
+
+void Browse::moveUp(int columns) {
+    setCurrentRow(stepRow(Step::up, m_currentRow, m_games.count(), rowsPerStep(columns)));
+}
+
+void Browse::moveDown(int columns) {
+    setCurrentRow(stepRow(Step::down, m_currentRow, m_games.count(), rowsPerStep(columns)));
+}
+
+void Browse::moveBy(int rows) {
+    if (m_games.count() > 0)
+        setCurrentRow(std::clamp(m_currentRow + rows, 0, m_games.count() - 1));
+}
+
+void Browse::clearFilters() {
+    m_state.setSelectedPlatform({});
+}
+
+bool Browse::selectTitle(const QString &title) {
+    for (int row = 0; row < m_games.count(); ++row)
+        if (m_games.game(row)->title == title) {
+            setCurrentRow(row);
+            return true;
+        }
+    return false;
+}
+
+} // namespace ludarium

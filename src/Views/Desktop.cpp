@@ -1,0 +1,103 @@
+#include "Views/Desktop.h"
+
+#include "App/AppState.h"
+#include "Host/Async.h"
+#include "Host/Host.h"
+#include "Services/Library/GameLibrary.h"
+#include "Views/CoverImageProvider.h"
+#include "Views/DesktopColorScheme.h"
+#include "Views/IconImageProvider.h"
+
+#include <QPointer>
+
+namespace ludarium {
+
+namespace {
+
+constexpr char engineProperty[] = "ludarium.desktop";
+
+QCoro::Task<> tell(Dialogs &dialogs, QString title, QString text) {
+    Alert alert;
+    alert.title = title;
+    alert.text = text;
+    alert.buttons.append(QStringLiteral("OK"));
+    alert.style = Alert::Style::Warning;
+    co_await dialogs.ask(alert);
+}
+
+} // namespace
+
+Desktop::Desktop(AppState &state, QmlDialogs &dialogs, AppLogger &logger, QObject *parent)
+    : QObject(parent), m_state(state), m_dialogs(dialogs), m_coverStore(std::make_shared<CoverStore>()),
+      m_browse(state, m_coverStore), m_sidebar(state), m_detail(state, m_coverStore), m_library(state), m_launch(state),
+      m_log(state.host(), logger), m_appearance(state.host()), m_start(state) {
+    m_coverStore->setCollection(state.collectionPath());
+    connect(&state, &AppState::collectionPathChanged, this,
+            [this] { m_coverStore->setCollection(m_state.collectionPath()); });
+    connect(&state.gameLibrary(), &GameLibrary::errorMessageChanged, this, &Desktop::libraryErrorChanged);
+    connect(&m_log, &LogModel::copied, this, [this] { Q_EMIT toast(QStringLiteral("Log copied to the clipboard")); });
+    libraryErrorChanged();
+}
+
+Desktop::~Desktop() = default;
+
+void Desktop::installInto(QQmlEngine &engine) {
+    QQmlEngine::setObjectOwnership(this, QQmlEngine::CppOwnership);
+    engine.setProperty(engineProperty, QVariant::fromValue<QObject *>(this));
+    engine.addImportPath(QStringLiteral("qrc:/qml"));
+    m_coverProvider = new CoverImageProvider(m_coverStore);
+    engine.addImageProvider(QStringLiteral("cover"), m_coverProvider);
+    engine.addImageProvider(QStringLiteral("icon"), new IconImageProvider);
+}
+
+Desktop *Desktop::create(QQmlEngine *engine, QJSEngine *) {
+    return qobject_cast<Desktop *>(engine->property(engineProperty).value<QObject *>());
+}
+
+void Desktop::followDesktopColors() {
+    m_colorScheme = std::make_unique<DesktopColorScheme>();
+    connect(m_colorScheme.get(), &DesktopColorScheme::darkChanged, &m_appearance, &Appearance::setDark);
+}
+
+QString Desktop::version() const {
+    return QStringLiteral(LUDARIUM_VERSION);
+}
+
+QString Desktop::fileManagerName() const {
+    return m_state.host().paths.layout() == HostLayout::MacOS ? QStringLiteral("Finder")
+                                                              : QStringLiteral("File Manager");
+}
+
+void Desktop::chooseCollection() {
+    spawn(askForCollection(), "choosing a collection folder");
+}
+
+QCoro::Task<> Desktop::askForCollection() {
+    if (m_dialogs.isChoosingFolder())
+        co_return;
+    const QPointer<Desktop> self(this);
+    const std::optional<QString> folder = co_await m_dialogs.chooseFolder(QStringLiteral("Select"));
+    if (self && folder)
+        openCollection(*folder);
+}
+
+void Desktop::openCollection(const QString &folder) {
+    m_state.setSelectedGameId({});
+    m_state.setSelectedPlatform({});
+    m_browse.setSearchText({});
+    m_state.setCollectionPath(folder);
+}
+
+void Desktop::refreshLibrary() {
+    if (!m_state.collectionPath().isEmpty())
+        spawn(m_state.gameLibrary().loadCollection(m_state.collectionPath()), "loading the collection again");
+}
+
+void Desktop::libraryErrorChanged() {
+    const QString error = m_state.gameLibrary().errorMessage();
+    if (!error.isEmpty())
+        spawn(tell(m_dialogs, QStringLiteral("The collection could not be loaded"), error),
+              "telling why a collection did not load");
+}
+
+} // namespace ludarium

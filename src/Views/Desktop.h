@@ -1,0 +1,92 @@
+#pragma once
+
+#include "Views/Appearance.h"
+#include "Views/Browse.h"
+#include "Views/CoverStore.h"
+#include "Views/GameDetail.h"
+#include "Views/LaunchStatus.h"
+#include "Views/LibraryStatus.h"
+#include "Views/LogModel.h"
+#include "Views/QmlDialogs.h"
+#include "Views/SidebarModel.h"
+#include "Views/StartScreen.h"
+
+#include <QQmlEngine>
+#include <memory>
+
+namespace ludarium {
+
+class CoverImageProvider;
+class DesktopColorScheme;
+
+/// Everything that the window is fed from, under the name `App`: one view model for each part of it, and the commands
+/// that belong to no part.
+class Desktop : public QObject {
+    Q_OBJECT
+    QML_NAMED_ELEMENT(App)
+    QML_SINGLETON
+    Q_PROPERTY(ludarium::Browse *browse READ browse CONSTANT)
+    Q_PROPERTY(ludarium::SidebarModel *sidebar READ sidebar CONSTANT)
+    Q_PROPERTY(ludarium::GameDetail *detail READ detail CONSTANT)
+    Q_PROPERTY(ludarium::LibraryStatus *library READ library CONSTANT)
+    Q_PROPERTY(ludarium::LaunchStatus *launch READ launch CONSTANT)
+    Q_PROPERTY(ludarium::QmlDialogs *dialogs READ dialogs CONSTANT)
+    Q_PROPERTY(ludarium::LogModel *log READ log CONSTANT)
+    Q_PROPERTY(ludarium::Appearance *appearance READ appearance CONSTANT)
+    Q_PROPERTY(ludarium::StartScreen *start READ start CONSTANT)
+    Q_PROPERTY(QString version READ version CONSTANT)
+    Q_PROPERTY(QString fileManagerName READ fileManagerName CONSTANT)
+  public:
+    Desktop(AppState &state, QmlDialogs &dialogs, AppLogger &logger, QObject *parent = nullptr);
+    ~Desktop() override;
+
+    /// Makes this object the `App` of an engine and adds the image providers. The engine must not outlive it.
+    void installInto(QQmlEngine &engine);
+    /// Takes dark or light from the desktop, now and when it changes there.
+    void followDesktopColors();
+    static Desktop *create(QQmlEngine *engine, QJSEngine *);
+
+    Browse *browse() { return &m_browse; }
+    SidebarModel *sidebar() { return &m_sidebar; }
+    GameDetail *detail() { return &m_detail; }
+    LibraryStatus *library() { return &m_library; }
+    LaunchStatus *launch() { return &m_launch; }
+    QmlDialogs *dialogs() { return &m_dialogs; }
+    LogModel *log() { return &m_log; }
+    Appearance *appearance() { return &m_appearance; }
+    StartScreen *start() { return &m_start; }
+    QString version() const;
+    /// "Finder", or what takes its place.
+    QString fileManagerName() const;
+    /// Null before `installInto`.
+    CoverImageProvider *covers() { return m_coverProvider; }
+
+    /// Asks for a folder and opens it.
+    Q_INVOKABLE void chooseCollection();
+    Q_INVOKABLE void openCollection(const QString &folder);
+    Q_INVOKABLE void refreshLibrary();
+
+  Q_SIGNALS:
+    /// A short note about finished work.
+    void toast(const QString &text);
+
+  private:
+    QCoro::Task<> askForCollection();
+    void libraryErrorChanged();
+
+    AppState &m_state;
+    QmlDialogs &m_dialogs;
+    std::shared_ptr<CoverStore> m_coverStore;
+    CoverImageProvider *m_coverProvider = nullptr;
+    Browse m_browse;
+    SidebarModel m_sidebar;
+    GameDetail m_detail;
+    LibraryStatus m_library;
+    LaunchStatus m_launch;
+    LogModel m_log;
+    Appearance m_appearance;
+    StartScreen m_start;
+    std::unique_ptr<DesktopColorScheme> m_colorScheme;
+};
+
+} // namespace ludarium

@@ -1,0 +1,12 @@
+#include "Views/DesktopWorkspace.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+
+namespace ludarium {
+
+void DesktopWorkspace::copyToClipboard(const QString &text) {
+    QGuiApplication::clipboard()->setText(text);
+}
+
+} // namespace ludarium

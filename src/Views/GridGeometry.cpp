@@ -1,0 +1,62 @@
+#include "Views/GridGeometry.h"
+
+#include "Models/ViewSettings.h"
+
+#include <algorithm>
+
+namespace ludarium {
+
+namespace {
+
+constexpr double gap = 16;
+constexpr double margin = 16;
+constexpr double estimatedWidth = 784;
+
+} // namespace
+
+CellWidths cellWidths(GridSize size) {
+    switch (size) {
+    case GridSize::small:
+        return {120, 170};
+    case GridSize::medium:
+        return {160, 210};
+    case GridSize::large:
+        return {200, 250};
+    case GridSize::extraLarge:
+        return {250, 300};
+    }
+    return {160, 210};
+}
+
+int gridColumns(double width, GridSize size) {
+    const int minimum = cellWidths(size).minimum;
+    if (width <= 0)
+        return std::max(1, int(estimatedWidth / (minimum + gap)));
+    return std::max(1, int((width - 2 * margin + gap) / (minimum + gap)));
+}
+
+int stepRow(Step step, int current, int count, int columns) {
+    if (count == 0)
+        return -1;
+    if (current < 0 || current >= count)
+        return 0;
+    const int far = std::max(1, columns);
+    int wanted = current;
+    switch (step) {
+    case Step::previous:
+        wanted -= 1;
+        break;
+    case Step::next:
+        wanted += 1;
+        break;
+    case Step::up:
+        wanted -= far;
+        break;
+    case Step::down:
+        wanted += far;
+        break;
+    }
+    return wanted < 0 || wanted >= count ? current : wanted;
+}
+
+} // namespace ludarium

@@ -1,0 +1,48 @@
+#include "Views/StartScreen.h"
+
+#include "App/AppState.h"
+#include "Host/Async.h"
+#include "Host/Clock.h"
+#include "Host/Host.h"
+#include "Host/Settings.h"
+#include "Host/SettingsStore.h"
+#include "Services/Library/GameLibrary.h"
+
+#include <QPointer>
+#include <chrono>
+
+namespace ludarium {
+
+namespace {
+
+using std::chrono::milliseconds;
+constexpr milliseconds shortest{800};
+constexpr milliseconds pollInterval{100};
+constexpr milliseconds afterHiding{300};
+
+} // namespace
+
+void StartScreen::begin() {
+    spawn(run(), "the splash screen");
+}
+
+QCoro::Task<> StartScreen::run() {
+    const QPointer<StartScreen> self(this);
+    Clock &clock = m_state.host().clock;
+    co_await clock.sleep(shortest);
+    while (self && m_state.gameLibrary().isLoading())
+        co_await clock.sleep(pollInterval);
+    if (!self)
+        co_return;
+    m_visible = false;
+    Q_EMIT visibleChanged();
+    co_await clock.sleep(afterHiding);
+    if (!self)
+        co_return;
+    if (!m_state.host().settings.value(Settings::hasCompletedFirstRun))
+        Q_EMIT firstRunNeeded();
+    else if (m_state.collectionPath().isEmpty())
+        Q_EMIT folderNeeded();
+}
+
+} // namespace ludarium

@@ -1,0 +1,15 @@
+import QtQuick
+import Ludarium
+
+AppButton {
+    required property int index
+    required property string modelData
+
+    readonly property bool stacked: (parent as Grid)?.columns === 1 && (parent as Grid)?.width > implicitWidth
+
+    width: stacked && parent ? parent.width : Math.max(88, implicitWidth)
+    focus: index === 0
+    text: modelData
+    primary: index === 0
+    onClicked: App.dialogs.answer(index)
+}

@@ -1,0 +1,87 @@
+import QtQuick
+import QtQuick.Window
+import Ludarium
+
+// The picture of a game with its own proportions, standing on the lower edge; until it is there, and where there is
+// none, a cover drawn from the title.
+Item {
+    id: art
+
+    required property string source
+    required property string title
+    required property string initials
+    required property real hue
+    property alias verticalAlignment: picture.verticalAlignment
+
+    readonly property bool hasPicture: picture.status === Image.Ready && picture.implicitWidth > 1
+    // The part of the item that the cover takes.
+    readonly property real coverWidth: hasPicture ? picture.paintedWidth : width
+    readonly property real coverHeight: hasPicture ? picture.paintedHeight : height
+    readonly property real coverX: (width - coverWidth) / 2
+    readonly property real coverY: picture.verticalAlignment === Image.AlignTop ? 0 : height - coverHeight
+    // Requested in steps, so that dragging the window's edge does not decode every cover at every width.
+    readonly property int requestWidth: Math.ceil(width / 40) * 40 * Screen.devicePixelRatio
+
+    Rectangle {
+        id: placeholder
+
+        anchors.fill: parent
+        radius: Theme.radiusCover
+        opacity: art.hasPicture ? 0 : 1
+        visible: opacity > 0
+        color: Theme.coverColor(art.hue)
+
+        Behavior on opacity {
+            NumberAnimation {
+                duration: Theme.slow
+            }
+        }
+
+        AppText {
+            anchors.centerIn: parent
+            anchors.verticalCenterOffset: -parent.height * 0.06
+            text: art.initials
+            color: Theme.coverText
+            font.pixelSize: Math.max(14, parent.width * 0.26)
+            font.weight: Font.Medium
+            opacity: 0.9
+            Accessible.ignored: true
+        }
+        AppText {
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.bottom: parent.bottom
+            anchors.margins: Theme.space12
+            visible: parent.width > 80
+            text: art.title
+            color: Theme.coverText
+            font.pixelSize: Theme.textCaption
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.Wrap
+            maximumLineCount: 2
+            opacity: 0.85
+            Accessible.ignored: true
+        }
+    }
+
+    Image {
+        id: picture
+
+        anchors.fill: parent
+        asynchronous: true
+        source: art.requestWidth > 0 ? art.source : ""
+        sourceSize.width: art.requestWidth
+        sourceSize.height: Math.round(art.requestWidth * art.height / Math.max(1, art.width))
+        fillMode: Image.PreserveAspectFit
+        verticalAlignment: Image.AlignBottom
+        smooth: true
+        opacity: art.hasPicture ? 1 : 0
+        Accessible.ignored: true
+
+        Behavior on opacity {
+            NumberAnimation {
+                duration: Theme.slow
+            }
+        }
+    }
+}

@@ -1,0 +1,7 @@
+import Ludarium
+
+AppMenuItem {
+    choice: true
+    chosen: App.browse.gridSize === text
+    onTriggered: App.browse.gridSize = text
+}

@@ -1,0 +1,72 @@
+pragma Singleton
+import QtQuick
+import Ludarium
+
+// Every token of the look: colour, spacing, radius, type and motion. No other file holds a literal colour.
+QtObject {
+    id: theme
+
+    // Order of the swatches: window, sidebar, surface, raised, hover, border, text, second text, accent, text on accent, selection,
+    // danger, warning, success.
+    readonly property var palettes: ({
+            "System Dark": ["#16181d", "#1b1e24", "#1f232a", "#272c35", "#2e343f", "#343b46", "#eceef2", "#a4adbb", "#6aa3ff", "#0b1524", "#2a3f60", "#ff8f86", "#f0bd60", "#6fd093"],
+            "System Light": ["#f6f7f9", "#eceef2", "#ffffff", "#eceff4", "#e2e6ed", "#d3d8e0", "#1a1d23", "#515a68", "#1d5fd0", "#ffffff", "#d3e2fb", "#b3261e", "#7d5200", "#1b6b3c"],
+            "Retro Purple": ["#191324", "#1f182d", "#251d36", "#2f2545", "#392d53", "#43365f", "#f2ecfb", "#b9a9d3", "#c79bff", "#22103d", "#47307a", "#ff93a4", "#f5c264", "#7fd8a4"],
+            "Ocean Blue": ["#0d1a26", "#11212f", "#152838", "#1c3448", "#234057", "#2a4a64", "#e8f2f9", "#9fb8cb", "#54c0f0", "#04202f", "#17517a", "#ff958c", "#f2c265", "#6fd5b0"],
+            "Forest Green": ["#111a15", "#16221b", "#1a2921", "#22352a", "#2a4134", "#324c3d", "#eaf4ed", "#a3bbac", "#74d39a", "#08240f", "#235b3b", "#ff968a", "#eec364", "#8fdc86"],
+            "Midnight Glass": ["#08090d", "#0e1016", "#12151d", "#1a1e29", "#222735", "#2a3040", "#f0f2f8", "#a0a8bb", "#9db4ff", "#0c1230", "#2b3566", "#ff8f95", "#edc06a", "#79d3ad"]
+        })
+    readonly property var names: ["System", "Retro Purple", "Ocean Blue", "Forest Green", "Midnight Glass"]
+    readonly property string paletteName: App.appearance.theme === "System" ? (App.appearance.dark ? "System Dark" : "System Light") : App.appearance.theme
+    readonly property var swatch: palettes[paletteName] ?? palettes["System Dark"]
+    readonly property bool dark: paletteName !== "System Light"
+
+    readonly property color window: swatch[0]
+    readonly property color sidebar: swatch[1]
+    readonly property color surface: swatch[2]
+    readonly property color raised: swatch[3]
+    readonly property color hover: swatch[4]
+    readonly property color border: swatch[5]
+    readonly property color text: swatch[6]
+    readonly property color textSecondary: swatch[7]
+    readonly property color accent: swatch[8]
+    readonly property color accentText: swatch[9]
+    readonly property color selection: swatch[10]
+    readonly property color danger: swatch[11]
+    readonly property color warning: swatch[12]
+    readonly property color success: swatch[13]
+    readonly property color transparent: "transparent"
+    readonly property color scrim: Qt.rgba(0, 0, 0, dark ? 0.6 : 0.35)
+    readonly property color shadow: Qt.rgba(0, 0, 0, dark ? 0.35 : 0.12)
+    readonly property color coverText: "#ffffff"
+
+    // Placeholder covers: the title's own hue, dark enough for white letters whatever it is.
+    function coverColor(hue: real): color {
+        return Qt.hsla(hue, 0.3, 0.27, 1);
+    }
+
+    readonly property int space4: 4
+    readonly property int space8: 8
+    readonly property int space12: 12
+    readonly property int space16: 16
+    readonly property int space24: 24
+
+    readonly property int radiusSmall: 4
+    readonly property int radius: 6
+    readonly property int radiusCover: 8
+    readonly property int radiusDialog: 12
+
+    // Pixels at a text scale of 1; text follows the user's scale up to 2.
+    readonly property real textScale: App.appearance.textScale
+    readonly property int textCaption: Math.round(11 * textScale)
+    readonly property int textSmall: Math.round(12 * textScale)
+    readonly property int textBody: Math.round(13 * textScale)
+    readonly property int textTitle: Math.round(16 * textScale)
+    readonly property int textHeadline: Math.round(20 * textScale)
+    readonly property int textLarge: Math.round(30 * textScale)
+    readonly property int rowHeight: Math.round(30 * textScale)
+    readonly property int controlHeight: Math.round(32 * textScale)
+
+    readonly property int fast: App.appearance.reducedMotion ? 0 : 120
+    readonly property int slow: App.appearance.reducedMotion ? 0 : 200
+}

@@ -1,0 +1,18 @@
+# Any finding of qmllint fails: in Qt 6.4 warnings alone leave its exit status 0. A component is also one small file.
+execute_process(COMMAND ${QMLLINT} -I ${MODULES} ${FILES}
+    RESULT_VARIABLE STATUS OUTPUT_VARIABLE OUTPUT ERROR_VARIABLE OUTPUT_ERROR)
+string(APPEND OUTPUT "${OUTPUT_ERROR}")
+if(NOT STATUS EQUAL 0 OR OUTPUT MATCHES "Warning:|Error:")
+    message(FATAL_ERROR "qmllint found:\n${OUTPUT}")
+endif()
+foreach(FILE IN LISTS FILES)
+    file(STRINGS ${FILE} LINES)
+    list(LENGTH LINES COUNT)
+    if(COUNT GREATER_EQUAL 250)
+        message(FATAL_ERROR "${FILE} has ${COUNT} lines; cut it by meaning")
+    endif()
+    file(READ ${FILE} TEXT)
+    if(NOT FILE MATCHES "/Theme\\.qml$" AND TEXT MATCHES "\"#[0-9a-fA-F][0-9a-fA-F][0-9a-fA-F]|Qt\\.(rgba|hsla|hsva)\\(|color: \"")
+        message(FATAL_ERROR "${FILE} holds a literal colour; it belongs in Theme.qml")
+    endif()
+endforeach()

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QObject>
+#include <memory>
+
+class QQmlEngine;
+
+namespace ludarium::test {
+
+class DesktopFixture;
+
+/// Gives the engine of Qt Quick Test the program's `App`, with the fixture collection open, and a handle to what a
+/// test of a component cannot reach by itself.
+class QuickSetup : public QObject {
+    Q_OBJECT
+  public:
+    QuickSetup();
+    ~QuickSetup() override;
+
+    /// Asks a question as a service does; the answer comes by `answered`.
+    Q_INVOKABLE void ask(const QString &title, const QString &text, const QStringList &buttons);
+    Q_INVOKABLE void askForFolder();
+
+  public Q_SLOTS:
+    void qmlEngineAvailable(QQmlEngine *engine);
+
+  Q_SIGNALS:
+    void answered(int button);
+    void folderAnswered(const QString &folder);
+
+  private:
+    std::unique_ptr<DesktopFixture> m_fixture;
+};
+
+} // namespace ludarium::test

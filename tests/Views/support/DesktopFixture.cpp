@@ -1,0 +1,61 @@
+#include "support/DesktopFixture.h"
+
+#include "Services/Library/GameLibrary.h"
+#include "Views/CoverImageProvider.h"
+#include "support/FixtureCollection.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+
+namespace ludarium::test {
+
+DesktopFixture::DesktopFixture(bool systemClock)
+    : host{machine.host().paths,        machine.host().settings,
+           machine.host().processes,    machine.host().http,
+           machine.host().workspace,    dialogs,
+           machine.host().terminal,     systemClock ? static_cast<Clock &>(realClock) : machine.host().clock,
+           machine.host().notifications},
+      emulators(host), state(host, emulators), desktop(state, dialogs, *AppLogger::shared()) {
+    desktop.appearance()->setReducedMotion(true);
+}
+
+QString DesktopFixture::collection() {
+    const QString folder = machine.scratch() + QStringLiteral("/collection");
+    if (!QDir(folder).exists())
+        FixtureCollection::write(folder);
+    return folder;
+}
+
+bool DesktopFixture::load() {
+    state.setCollectionPath(collection());
+    return waitUntil([&] {
+        return !state.gameLibrary().isLoading() && desktop.browse()->games()->count() > 0 &&
+               desktop.sidebar()->platformCount() > 0;
+    });
+}
+
+QQuickWindow &DesktopFixture::window(QSize size) {
+    if (m_engine.rootObjects().isEmpty()) {
+        desktop.installInto(m_engine);
+        m_engine.load(QUrl(QStringLiteral("qrc:/qml/Ludarium/Main.qml")));
+        if (m_engine.rootObjects().isEmpty())
+            throw std::runtime_error("the main window could not be made");
+    }
+    auto *window = qobject_cast<QQuickWindow *>(m_engine.rootObjects().constFirst());
+    window->resize(size);
+    window->show();
+    window->requestActivate();
+    return *window;
+}
+
+QImage DesktopFixture::picture(QQuickWindow &window) {
+    int quiet = 0;
+    waitUntil([&] {
+        quiet = desktop.covers()->pending() == 0 ? quiet + 1 : 0;
+        QThread::msleep(5);
+        return quiet > 20;
+    });
+    return window.grabWindow();
+}
+
+} // namespace ludarium::test
