@@ -129,14 +129,17 @@ TEST_F(CurlHttpClientTest, RefusesWhatIsNeitherHttpsNorLoopbackAlsoAfterARedirec
     const QByteArray refused[] = {"http://192.0.2.1/x", "http://example.com/", "ftp://127.0.0.1/x",
                                   "file:///etc/passwd", "gopher://127.0.0.1/", "http://127.0.0.1.example.com/",
                                   "http:///x"};
+    // The rule refuses, before anything is connected.
+    const auto refusal = testing::AnyOf(testing::HasSubstr("only encrypted connections"),
+                                        testing::HasSubstr("are not allowed"), testing::HasSubstr("is not valid"));
     for (const QByteArray &target : refused) {
-        EXPECT_NE(errorOf([&] { await(client.send(get(QUrl::fromEncoded(target)))); }), QStringLiteral("no error"))
+        EXPECT_THAT(errorOf([&] { await(client.send(get(QUrl::fromEncoded(target)))); }).toStdString(), refusal)
             << target.constData();
+        if (target == "http:///x")
+            continue; // as a location it is relative
         server.on(QStringLiteral("/away"), redirect(target));
-        if (QUrl::fromEncoded(target).host().isEmpty() && target.startsWith("http"))
-            continue; // a location without a host is relative
-        EXPECT_NE(errorOf([&] { await(client.send(get(server.url(QStringLiteral("/away"))))); }),
-                  QStringLiteral("no error"))
+        EXPECT_THAT(errorOf([&] { await(client.send(get(server.url(QStringLiteral("/away"))))); }).toStdString(),
+                    refusal)
             << target.constData();
     }
 }
