@@ -53,7 +53,7 @@ bool isNoGame(QStringView filename) {
 
 QString AriaIndex::parseAria2cOutput(const QString &output) {
     QStringList lines;
-    std::optional<qint64> index;
+    QString index; // null while no entry waits for its size
     QString path;
     for (QStringView line : QStringView(output).tokenize(u'\n')) {
         line = line.trimmed();
@@ -65,14 +65,14 @@ QString AriaIndex::parseAria2cOutput(const QString &output) {
         const QStringView left = line.first(bar).trimmed();
         const QStringView right = line.sliced(bar + 1);
         if (const auto number = strictInteger(left)) {
-            index = number;
+            index = QString::number(*number);
             path = right.toString();
-        } else if (left.isEmpty() && index) {
+        } else if (left.isEmpty() && !index.isNull()) {
             const QStringView size = right.trimmed();
             if (!isSizeText(size))
                 continue;
-            lines.append(QString::number(*index) + u':' + size.toString() + u':' + path);
-            index.reset();
+            lines.append(index + u':' + size.toString() + u':' + path);
+            index = QString();
         }
     }
     return lines.join(u'\n');
