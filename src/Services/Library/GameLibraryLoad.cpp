@@ -21,6 +21,15 @@ namespace ludarium {
 
 namespace {
 
+/// The library was destroyed while its load was waiting for something.
+struct Abandoned {};
+
+/// To be called after every wait of a step, before the library is touched again.
+void requireAlive(const QPointer<GameLibrary> &library) {
+    if (!library)
+        throw Abandoned();
+}
+
 /// The record to change: the shared one itself while nobody else holds it, which is so until a list is published.
 Game &changeable(GamePtr &game) {
     if (game.use_count() != 1)
@@ -110,15 +119,19 @@ bool GameLibrary::validateCollectionStructure(const QString &collection) {
 QCoro::Task<> GameLibrary::step(QString status, double progress) {
     setStatus(status, progress);
     // A turn of the event loop, so that the interface can show the status.
+    const QPointer<GameLibrary> self(this);
     co_await m_host.clock.sleep(std::chrono::milliseconds(0));
+    requireAlive(self);
 }
 
 QCoro::Task<bool> GameLibrary::mayUseReadOnly(QString collection) {
+    const QPointer<GameLibrary> self(this);
     // A folder that is gone is not a read-only one: a cached library is shown all the same.
     auto testWritable = [collection] {
         return !QFileInfo::exists(collection) || ::access(QFile::encodeName(collection).constData(), W_OK) == 0;
     };
     const bool writable = co_await runOnPool(testWritable);
+    requireAlive(self);
     if (writable)
         co_return true;
     Log::warning(QStringLiteral("Collection volume is read-only: %1").arg(collection));
@@ -131,20 +144,24 @@ QCoro::Task<bool> GameLibrary::mayUseReadOnly(QString collection) {
     alert.buttons = QStringList{QStringLiteral("Continue Anyway"), QStringLiteral("Cancel")};
     alert.style = Alert::Style::Warning;
     const int answer = co_await m_host.dialogs.ask(alert);
+    requireAlive(self);
     co_return answer == 0;
 }
 
 QCoro::Task<> GameLibrary::offerSetup(QString collection) {
+    const QPointer<GameLibrary> self(this);
     if (!m_services.setupStatus || !m_services.promptSetup || !m_services.runSetup ||
         (m_services.isSettingUp && m_services.isSettingUp()))
         co_return;
     const auto status = m_services.setupStatus;
     auto readStatus = [=] { return status(collection); };
     const LibraryServices::Setup setup = co_await runOnPool(readStatus);
+    requireAlive(self);
     if (!setup.needsSetup)
         co_return;
     co_await step(QStringLiteral("Collection needs setup..."), m_loadingProgress);
     const bool wanted = co_await m_services.promptSetup(collection);
+    requireAlive(self);
     if (!wanted)
         co_return;
     co_await step(QStringLiteral("Running collection setup..."), m_loadingProgress);
@@ -154,6 +171,7 @@ QCoro::Task<> GameLibrary::offerSetup(QString collection) {
     } catch (...) {
         failure = currentExceptionText();
     }
+    requireAlive(self);
     if (!failure.isEmpty()) {
         Log::error(QStringLiteral("Collection setup failed: %1").arg(failure));
         co_return;
@@ -163,12 +181,14 @@ QCoro::Task<> GameLibrary::offerSetup(QString collection) {
 }
 
 QCoro::Task<> GameLibrary::offerRepair(QString collection) {
+    const QPointer<GameLibrary> self(this);
     if (!m_services.setupStatus || !m_services.promptRepair || !m_services.repairMetadataExtraction ||
         (m_services.isSettingUp && m_services.isSettingUp()))
         co_return;
     const auto status = m_services.setupStatus;
     auto readStatus = [=] { return status(collection); };
     const LibraryServices::Setup setup = co_await runOnPool(readStatus);
+    requireAlive(self);
     if (setup.incomplete.isEmpty())
         co_return;
     co_await step(QStringLiteral("Checking metadata extraction..."), m_loadingProgress);
@@ -176,6 +196,7 @@ QCoro::Task<> GameLibrary::offerRepair(QString collection) {
     for (const QString &name : setup.incomplete) {
         Log::info(QStringLiteral("Collection %1 needs metadata repair").arg(name));
         const bool wanted = co_await m_services.promptRepair(collection, name);
+        requireAlive(self);
         if (!wanted)
             continue;
         co_await step(QStringLiteral("Repairing %1 metadata...").arg(name), m_loadingProgress);
@@ -185,6 +206,7 @@ QCoro::Task<> GameLibrary::offerRepair(QString collection) {
         } catch (...) {
             failure = currentExceptionText();
         }
+        requireAlive(self);
         if (failure.isEmpty())
             Log::info(QStringLiteral("Metadata repair completed for %1").arg(name));
         else
@@ -194,6 +216,7 @@ QCoro::Task<> GameLibrary::offerRepair(QString collection) {
 
 /// Everything that comes before the first game is read; false when the user cancelled.
 QCoro::Task<bool> GameLibrary::prepare(QString collection) {
+    const QPointer<GameLibrary> self(this);
     const bool goOn = co_await mayUseReadOnly(collection);
     if (!goOn) {
         setLoading(false);
@@ -209,9 +232,11 @@ QCoro::Task<bool> GameLibrary::prepare(QString collection) {
             services.loadScummVMDatabase(collection);
     };
     co_await runOnPool(loadDatabases);
+    requireAlive(self);
     co_await step(QStringLiteral("Checking download-on-demand support..."), m_loadingProgress);
     if (services.ensureDownloadIndex)
         co_await services.ensureDownloadIndex(collection);
+    requireAlive(self);
     auto loadIndexes = [collection, services] {
         if (services.loadDownloadIndex)
             services.loadDownloadIndex(collection);
@@ -219,6 +244,7 @@ QCoro::Task<bool> GameLibrary::prepare(QString collection) {
             services.loadRequirements(collection);
     };
     co_await runOnPool(loadIndexes);
+    requireAlive(self);
     co_return true;
 }
 
@@ -246,6 +272,8 @@ QCoro::Task<> GameLibrary::loadCollection(QString collection) {
             co_await finishCacheLoad(std::move(*cached));
         else
             co_await fullLoad(collection);
+    } catch (const Abandoned &) {
+        co_return;
     } catch (...) {
         failure = currentExceptionText();
     }
@@ -301,8 +329,7 @@ QCoro::Task<> GameLibrary::finishCacheLoad(CachedCollectionData data) {
         return games;
     };
     auto refreshed = co_await runOnPool(refresh);
-    if (!self)
-        co_return;
+    requireAlive(self);
     m_playlists = std::move(data.playlists);
     m_allPlatforms = std::move(data.platforms);
     co_await step(QStringLiteral("Using cached installation data..."), 0.8);
@@ -311,14 +338,15 @@ QCoro::Task<> GameLibrary::finishCacheLoad(CachedCollectionData data) {
     struct Prepared {
         QList<Platform> platforms;
         MetadataIndexes metadata;
+        std::shared_ptr<const LibraryIndex> index;
     };
-    auto prepareSidebar = [platforms, refreshed] {
-        return Prepared{platformsWithPlayableGames(platforms, refreshed), MetadataIndexes::build(refreshed)};
+    auto prepareSidebar = [platforms, refreshed, services = m_services] {
+        return Prepared{platformsWithPlayableGames(platforms, refreshed), MetadataIndexes::build(refreshed),
+                        LibraryIndex::build(refreshed, services.mt32Titles ? services.mt32Titles() : QSet<QString>())};
     };
     const Prepared prepared = co_await runOnPool(prepareSidebar);
-    if (!self)
-        co_return;
-    publish(std::move(refreshed));
+    requireAlive(self);
+    publish(std::move(refreshed), prepared.index);
     m_platforms = prepared.platforms;
     co_await step(QStringLiteral("Building indexes..."), 0.9);
     m_metadata = prepared.metadata;
@@ -345,8 +373,7 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
     co_await step(QStringLiteral("No cache found. Loading from XML files (first time only)..."), 0);
     auto validate = [collection] { return validateCollectionStructure(collection); };
     const bool valid = co_await runOnPool(validate);
-    if (!self)
-        co_return;
+    requireAlive(self);
     if (!valid) {
         setStatus(QStringLiteral("Validation failed"), m_loadingProgress);
         setErrorMessage(QStringLiteral("Invalid collection. Expected folders: Data/, eXo/, Images/"));
@@ -358,8 +385,7 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
     co_await step(QStringLiteral("Loading platforms..."), 0.1);
     auto parsePlatforms = [collection] { return LaunchBoxParser().parsePlatforms(collection); };
     QList<Platform> platforms = co_await runOnPool(parsePlatforms);
-    if (!self)
-        co_return;
+    requireAlive(self);
     m_allPlatforms = platforms.isEmpty() ? Platform::defaultPlatforms() : std::move(platforms);
     m_platforms = m_allPlatforms;
     Q_EMIT platformsChanged();
@@ -395,8 +421,7 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
         return result;
     };
     Loaded loaded = co_await runOnPool(parseGames);
-    if (!self)
-        co_return;
+    requireAlive(self);
 
     co_await step(QStringLiteral("Processing %1 games...").arg(loaded.games.size()), 0.5);
     const LibraryServices services = m_services;
@@ -406,6 +431,7 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
         return std::move(loaded);
     };
     loaded = co_await runOnPool(associate);
+    requireAlive(self);
     co_await step(QStringLiteral("Loading emulator requirements..."), 0.55);
     if (services.requirement) {
         auto applyRequirements = [loaded = std::move(loaded), services]() mutable {
@@ -428,9 +454,9 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
             return std::move(loaded);
         };
         loaded = co_await runOnPool(applyRequirements);
+        requireAlive(self);
     }
-    if (!self)
-        co_return;
+    requireAlive(self);
 
     const bool skip = skipInstallCheck();
     co_await step(
@@ -473,8 +499,7 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
         return result;
     };
     Checked checked = co_await runOnPool(checkDisk);
-    if (!self)
-        co_return;
+    requireAlive(self);
     if (!skip && services.checkStatus) {
         m_installedIds = checked.installed;
         m_compressedIds = checked.compressed;
@@ -516,8 +541,7 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
         return result;
     };
     Applied applied = co_await runOnPool(applyUserData);
-    if (!self)
-        co_return;
+    requireAlive(self);
     publish(std::move(applied.games), applied.index);
     m_platforms = applied.platforms;
     Q_EMIT platformsChanged();
@@ -527,12 +551,13 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
     co_await step(QStringLiteral("Loading playlists..."), 0.9);
     auto parsePlaylists = [collection] { return LaunchBoxParser().parsePlaylists(collection); };
     QList<Playlist> playlists = co_await runOnPool(parsePlaylists);
+    requireAlive(self);
     co_await step(QStringLiteral("Applying playlist filters..."), 0.9);
     const GameList published = m_games;
     auto fillPlaylists = [playlists, published] { return applyPlaylistFilters(playlists, published); };
-    m_playlists = co_await runOnPool(fillPlaylists);
-    if (!self)
-        co_return;
+    QList<Playlist> filled = co_await runOnPool(fillPlaylists);
+    requireAlive(self);
+    m_playlists = std::move(filled);
     Q_EMIT playlistsChanged();
     buildRecentlyPlayedList();
 

@@ -1,6 +1,7 @@
 #include "Services/Library/GameLibrary.h"
 
 #include "GameFactory.h"
+#include "Host/Async.h"
 #include "Host/Settings.h"
 #include "support/TestHost.h"
 
@@ -251,6 +252,23 @@ TEST_F(GameLibraryTest, ChangesOneGameWithoutTouchingTheOthers) {
     EXPECT_EQ(library->games().constData(), list); // no copy of the list was made
     library->toggleFavorite(QStringLiteral("not here"));
     EXPECT_TRUE(library->userData().favoriteIds().contains(QStringLiteral("not here")));
+}
+
+TEST_F(GameLibraryTest, MayBeDestroyedAtAnyStepOfALoad) {
+    const QString collection = makeCollection();
+    for (const bool cached : {false, true})
+        for (int turns = 0; turns < 40; ++turns) {
+            if (!cached)
+                LibraryCache(host.host().paths).clear();
+            auto library = std::make_unique<GameLibrary>(host, services);
+            spawn(library->loadCollection(collection), "loading");
+            for (int i = 0; i < turns && library->isLoading(); ++i)
+                QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 5);
+            library.reset();
+            QThreadPool::globalInstance()->waitForDone();
+            for (int i = 0; i < 5; ++i)
+                QCoreApplication::processEvents();
+        }
 }
 
 TEST_F(GameLibraryTest, AsksBeforeItUsesAReadOnlyCollection) {
