@@ -172,8 +172,18 @@ TEST_F(CurlHttpClientTest, RefusesHeadersThatSmuggleLines) {
 
 TEST_F(CurlHttpClientTest, AcceptsABodyAtTheLimitAndRefusesOneByteMore) {
     server.on(QStringLiteral("/announced"), Response{.body = QByteArray(100'000, 'x')});
-    for (const auto &[limit, accepted] : {std::pair{100'000, true}, {99'999, false}, {0, false}}) {
-        HttpRequest request = get(server.url(QStringLiteral("/announced")));
+    server.on(QStringLiteral("/chunked"), Response{.body = QByteArray(100'000, 'x'), .announced = false});
+    const struct {
+        const char *path;
+        qint64 limit;
+        bool accepted;
+    } cases[] = {{"/announced", 100'000, true},
+                 {"/announced", 99'999, false},
+                 {"/announced", 0, false},
+                 {"/chunked", 100'000, true},
+                 {"/chunked", 99'999, false}};
+    for (const auto &[path, limit, accepted] : cases) {
+        HttpRequest request = get(server.url(QString::fromLatin1(path)));
         request.limit = limit;
         const QString error = errorOf([&] { await(client.send(request)); });
         EXPECT_EQ(error == QLatin1String("no error"), accepted) << limit << " " << error.toStdString();
