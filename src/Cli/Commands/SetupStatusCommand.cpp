@@ -1,3 +1,4 @@
+#include "Cli/CliError.h"
 #include "Cli/Command.h"
 #include "Cli/CommandContext.h"
 #include "Cli/Commands/Commands.h"
@@ -7,6 +8,7 @@
 #include "Host/Async.h"
 #include "Services/Collections/ExoPackSetupManager.h"
 
+#include <QFileInfo>
 #include <nlohmann/json.hpp>
 
 namespace ludarium {
@@ -75,8 +77,10 @@ void printAsTable(Output &output, const SetupStatus &status) {
                    set.metadataExtractionIncomplete ? QStringLiteral("incomplete")
                                                     : packed(set.hasMetadataArchive, set.metadataExtracted),
                    packed(set.hasXOMetadata, set.xoMetadataExtracted), yesNo(set.needsSetup())});
-    table.print(output);
-    output.line();
+    if (!status.collections.isEmpty()) {
+        table.print(output);
+        output.line();
+    }
     FieldList fields;
     fields.add(QStringLiteral("Needs setup"), yesNo(status.needsSetup()));
     for (const Part &part : parts())
@@ -91,6 +95,8 @@ class SetupStatusCommand : public Command {
 
     QCoro::Task<int> run(CommandContext &context) override {
         const QString folder = context.collectionPath();
+        if (!QFileInfo(folder).isDir())
+            throw CliError(QStringLiteral("There is no folder \"%1\".").arg(folder));
         auto look = [folder] { return ExoPackSetupManager().getSetupStatus(folder); };
         const SetupStatus status = co_await runOnPool(look);
         if (context.json())
