@@ -86,11 +86,12 @@ int runDesktop(const DesktopOptions &options) {
     window->show();
     if (!picture)
         frame.startObserving(*window);
-    QObject::connect(&instance, &SingleInstance::messageReceived, &desktop, [&desktop, window](const QByteArray &folder) {
-        raise(*window);
-        if (!folder.isEmpty())
-            desktop.openCollection(QString::fromUtf8(folder));
-    });
+    QObject::connect(&instance, &SingleInstance::messageReceived, &desktop,
+                     [&desktop, window](const QByteArray &folder) {
+                         raise(*window);
+                         if (!folder.isEmpty())
+                             desktop.openCollection(QString::fromUtf8(folder));
+                     });
     openFirstCollection(state, options.folder);
     desktop.start()->begin();
 
