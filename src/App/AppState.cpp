@@ -7,33 +7,38 @@
 #include "Host/SettingsStore.h"
 #include "Services/Launch/GameLauncher.h"
 #include "Services/Library/GameLibrary.h"
+#include "Services/Library/LibraryBrowser.h"
+#include "Services/Library/PlaySessionTracker.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <algorithm>
 
 namespace ludarium {
 
-namespace {
-
-/// Sorting key of a title: the sort title where there is one.
-const QByteArray &sortKey(const Game &game) {
-    return game.searchSortTitle.isEmpty() ? game.searchTitle : game.searchSortTitle;
-}
-
-} // namespace
-
 AppState::AppState(Host &host, EmulatorManager &emulators, QObject *parent)
     : QObject(parent), m_host(host), m_library(std::make_unique<GameLibrary>(host)),
-      m_launcher(std::make_unique<GameLauncher>(host, emulators)) {
-    connect(m_library.get(), &GameLibrary::gamesChanged, this, &AppState::filteredGamesChanged);
+      m_browser(std::make_unique<LibraryBrowser>(*m_library)),
+      m_launcher(std::make_unique<GameLauncher>(host, emulators)),
+      m_tracker(std::make_unique<PlaySessionTracker>(host)) {
+    connect(m_browser.get(), &LibraryBrowser::changed, this, &AppState::filteredGamesChanged);
+    m_tracker->onSessionEnded = [this](const QString &id, double seconds) { m_library->addPlayTime(id, seconds); };
+    m_launcher->onStarted = [this](GamePtr game, std::optional<ProcessId> process) {
+        m_library->recordPlay(game->id, 0);
+        m_tracker->startSession(std::move(game), process);
+    };
+    connect(m_library.get(), &GameLibrary::isLoadingChanged, this, [this] {
+        if (!m_library->isLoading())
+            m_tracker->recover([this](const QString &id) { return m_library->game(id); });
+    });
     m_viewMode = viewModeFromText(host.settings.value(Settings::viewMode)).value_or(m_viewMode);
     m_gridSize = gridSizeFromText(host.settings.value(Settings::gridSize)).value_or(m_gridSize);
     m_sortOrder = sortOrderFromText(host.settings.value(Settings::sortOrder)).value_or(m_sortOrder);
     m_groupDuplicateGames = host.settings.value(Settings::groupDuplicateGames);
 }
 
-AppState::~AppState() = default;
+AppState::~AppState() {
+    m_tracker->suspend();
+}
 
 void AppState::restoreCollection() {
     const QString path = m_host.settings.value(Settings::collectionPath);
@@ -116,20 +121,11 @@ void AppState::setSearchText(const QString &text) {
 }
 
 GameList AppState::filteredGames() const {
-    const QByteArray wanted = m_searchText.trimmed().toLower().toUtf8();
-    GameList result;
-    for (const GamePtr &game : m_library->games()) {
-        if (!m_selectedPlatform.isEmpty() && game->platform != m_selectedPlatform)
-            continue;
-        if (!wanted.isEmpty() && !game->searchTitle.contains(wanted) && !game->searchSortTitle.contains(wanted) &&
-            !game->searchDeveloper.contains(wanted) && !game->searchPublisher.contains(wanted) &&
-            !game->searchGenre.contains(wanted) && !game->searchSeries.contains(wanted))
-            continue;
-        result.append(game);
-    }
-    std::stable_sort(result.begin(), result.end(),
-                     [](const GamePtr &a, const GamePtr &b) { return sortKey(*a) < sortKey(*b); });
-    return result;
+    BrowseQuery query;
+    query.search = m_searchText;
+    query.platform = m_selectedPlatform;
+    query.sortOrder = m_sortOrder;
+    return m_browser->filteredGames(query);
 }
 
 } // namespace ludarium

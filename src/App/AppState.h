@@ -13,6 +13,8 @@ struct Host;
 class EmulatorManager;
 class GameLauncher;
 class GameLibrary;
+class LibraryBrowser;
+class PlaySessionTracker;
 
 /// The global state of the interface, one for the life of the process. Assigning a collection path is the one road by
 /// which a collection reaches the program.
@@ -26,6 +28,8 @@ class AppState : public QObject {
 
     GameLibrary &gameLibrary() { return *m_library; }
     GameLauncher &gameLauncher() { return *m_launcher; }
+    LibraryBrowser &browser() { return *m_browser; }
+    PlaySessionTracker &sessionTracker() { return *m_tracker; }
     Host &host() { return m_host; }
 
     void restoreCollection();
@@ -64,7 +68,9 @@ class AppState : public QObject {
 
     Host &m_host;
     std::unique_ptr<GameLibrary> m_library;
+    std::unique_ptr<LibraryBrowser> m_browser;
     std::unique_ptr<GameLauncher> m_launcher;
+    std::unique_ptr<PlaySessionTracker> m_tracker;
     QString m_collectionPath;
     ViewMode m_viewMode = ViewMode::grid;
     GridSize m_gridSize = GridSize::medium;

@@ -129,14 +129,17 @@ TEST_F(CurlHttpClientTest, RefusesWhatIsNeitherHttpsNorLoopbackAlsoAfterARedirec
     const QByteArray refused[] = {"http://192.0.2.1/x", "http://example.com/", "ftp://127.0.0.1/x",
                                   "file:///etc/passwd", "gopher://127.0.0.1/", "http://127.0.0.1.example.com/",
                                   "http:///x"};
+    // The rule refuses, before anything is connected.
+    const auto refusal = testing::AnyOf(testing::HasSubstr("only encrypted connections"),
+                                        testing::HasSubstr("are not allowed"), testing::HasSubstr("is not valid"));
     for (const QByteArray &target : refused) {
-        EXPECT_NE(errorOf([&] { await(client.send(get(QUrl::fromEncoded(target)))); }), QStringLiteral("no error"))
+        EXPECT_THAT(errorOf([&] { await(client.send(get(QUrl::fromEncoded(target)))); }).toStdString(), refusal)
             << target.constData();
+        if (target == "http:///x")
+            continue; // as a location it is relative
         server.on(QStringLiteral("/away"), redirect(target));
-        if (QUrl::fromEncoded(target).host().isEmpty() && target.startsWith("http"))
-            continue; // a location without a host is relative
-        EXPECT_NE(errorOf([&] { await(client.send(get(server.url(QStringLiteral("/away"))))); }),
-                  QStringLiteral("no error"))
+        EXPECT_THAT(errorOf([&] { await(client.send(get(server.url(QStringLiteral("/away"))))); }).toStdString(),
+                    refusal)
             << target.constData();
     }
 }
@@ -169,8 +172,18 @@ TEST_F(CurlHttpClientTest, RefusesHeadersThatSmuggleLines) {
 
 TEST_F(CurlHttpClientTest, AcceptsABodyAtTheLimitAndRefusesOneByteMore) {
     server.on(QStringLiteral("/announced"), Response{.body = QByteArray(100'000, 'x')});
-    for (const auto &[limit, accepted] : {std::pair{100'000, true}, {99'999, false}, {0, false}}) {
-        HttpRequest request = get(server.url(QStringLiteral("/announced")));
+    server.on(QStringLiteral("/chunked"), Response{.body = QByteArray(100'000, 'x'), .announced = false});
+    const struct {
+        const char *path;
+        qint64 limit;
+        bool accepted;
+    } cases[] = {{"/announced", 100'000, true},
+                 {"/announced", 99'999, false},
+                 {"/announced", 0, false},
+                 {"/chunked", 100'000, true},
+                 {"/chunked", 99'999, false}};
+    for (const auto &[path, limit, accepted] : cases) {
+        HttpRequest request = get(server.url(QString::fromLatin1(path)));
         request.limit = limit;
         const QString error = errorOf([&] { await(client.send(request)); });
         EXPECT_EQ(error == QLatin1String("no error"), accepted) << limit << " " << error.toStdString();

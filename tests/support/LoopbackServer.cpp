@@ -69,6 +69,15 @@ struct LoopbackServer::State {
         to.status = response.status;
         for (const auto &[name, value] : response.headers)
             to.set_header(name.toStdString(), value.toStdString());
+        if (!response.announced) {
+            to.set_chunked_content_provider(response.contentType.toStdString(),
+                                            [response](size_t, httplib::DataSink &sink) {
+                                                sink.write(response.body.constData(), size_t(response.body.size()));
+                                                sink.done();
+                                                return true;
+                                            });
+            return;
+        }
         if (response.cutAfter < 0) {
             to.set_content(response.body.toStdString(), response.contentType.toStdString());
             return;

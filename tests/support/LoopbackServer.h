@@ -31,6 +31,7 @@ class LoopbackServer {
         /// stays open for `hold` and is then closed.
         qint64 cutAfter = -1;
         std::chrono::milliseconds hold{0};
+        bool announced = true; ///< false: sent in chunks, without a length
     };
     /// Called on a thread of the server's.
     using Handler = std::function<Response(const Request &request)>;

@@ -119,7 +119,8 @@ void Brush::cloud(double x, double y, double width, const QColor &color) {
                         length(size * 0.75));
     }
     painter.save();
-    painter.setClipRect(QRectF(m_area.left(), m_area.top(), m_area.width(), at(0, y).y() - m_area.top()));
+    painter.setClipRect(QRectF(m_area.left(), m_area.top(), m_area.width(), at(0, y).y() - m_area.top()),
+                        Qt::IntersectClip);
     painter.setBrush(color);
     painter.drawPath(path);
     painter.restore();

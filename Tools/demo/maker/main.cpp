@@ -54,7 +54,8 @@ void addArt(const Tree &tree, const DemoGame &game, const Sources &sources) {
     if (wants("box"))
         add(QStringLiteral("Box - Front"), 1, QStringLiteral("jpg"), jpeg(front, 82));
     if (wants("back") && !shots.isEmpty())
-        add(QStringLiteral("Box - Back"), 1, QStringLiteral("jpg"), jpeg(boxBack(game, shots.first()), 80));
+        add(QStringLiteral("Box - Back"), 1, QStringLiteral("jpg"),
+            jpeg(boxBack(game, shots.value(1, shots.first())), 80));
     if (wants("box3d"))
         add(QStringLiteral("Box - 3D"), 1, QStringLiteral("png"),
             png(boxStanding(front, game).scaled(288, 360, Qt::KeepAspectRatio, Qt::SmoothTransformation)));

@@ -84,11 +84,15 @@ class EveryTable : public testing::TestWithParam<std::tuple<HostLayout, LocatedP
 
 TEST_P(EveryTable, FindsEachCandidateWhenItIsAlone) {
     const auto [layout, program] = GetParam();
+    Machine machine(layout);
     for (const ProgramCandidate &candidate : onDisk(program, layout)) {
-        Machine machine(layout);
         ASSERT_EQ(machine.find(program), std::nullopt);
         const QString path = machine.put(candidate);
         EXPECT_EQ(machine.find(program), path) << qPrintable(candidate.text);
+        ASSERT_TRUE(QFile::remove(path) || QDir().rmdir(path));
+        // The folders of an application would count as one.
+        for (const QString &folder : {u"/Applications"_s, u"~/Applications"_s})
+            ASSERT_TRUE(QDir(machine.host.host().paths.resolve(folder)).removeRecursively());
     }
 }
 

@@ -374,6 +374,7 @@ TEST_F(Launching, OffersAWindowsBuildOnlyWhenWineAndTheBuildAreThere) {
     launch(game);
     // A build outside its folder is none.
     write(u"eXo/dosbox.exe"_s);
+    write(u"eXo/emulators/dosbox/readme.txt"_s);
     build = u"../../dosbox.exe"_s;
     launch(game);
     EXPECT_EQ(error(), "");

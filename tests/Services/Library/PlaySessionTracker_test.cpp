@@ -1,0 +1,201 @@
+#include "Services/Library/PlaySessionTracker.h"
+
+#include "GameFactory.h"
+#include "Host/SafeFiles.h"
+#include "support/TestHost.h"
+
+#include <QCoreApplication>
+#include <QCoro/QCoroTimer>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <csignal>
+#include <gtest/gtest.h>
+
+namespace ludarium::test {
+
+namespace {
+
+struct ListingCase {
+    const char *name;
+    const char *listing;
+    qint64 pid; ///< 0: none
+};
+
+/// Lets the event loop run until something holds, for a while.
+template<typename Test>
+bool eventually(const Test &test) {
+    QElapsedTimer timer;
+    timer.start();
+    while (!test() && timer.elapsed() < 10'000)
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
+    return test();
+}
+
+/// A clock that is moved by hand and whose sleeps are short but real, so that a watch over a process ends with it.
+class WatchClock : public ManualClock {
+  public:
+    QCoro::Task<> sleep(std::chrono::milliseconds) override { co_await QCoro::sleepFor(std::chrono::milliseconds(10)); }
+};
+
+class PlaySessionTrackerTest : public testing::Test {
+  protected:
+    TestHost host;
+    WatchClock clock;
+    Host machine{host.host().paths,        host.host().settings, host.host().processes, host.host().http,
+                 host.host().workspace,    host.host().dialogs,  host.host().terminal,  clock,
+                 host.host().notifications};
+    QList<std::pair<QString, double>> ended;
+    GamePtr game = makeGame(QStringLiteral("g"), QStringLiteral("Fjord Raiders"));
+
+    std::unique_ptr<PlaySessionTracker> makeTracker() {
+        auto tracker = std::make_unique<PlaySessionTracker>(machine);
+        tracker->onSessionEnded = [this](const QString &id, double seconds) { ended.append({id, seconds}); };
+        return tracker;
+    }
+    ProcessId start(const QByteArray &seconds) {
+        ProcessSpec spec;
+        spec.program = QStringLiteral("/bin/sleep");
+        spec.arguments = QStringList{QString::fromLatin1(seconds)};
+        return await(host.host().processes.startEmulator(spec));
+    }
+    QString journalFile() { return host.host().paths.state() + QStringLiteral("/session.json"); }
+    SessionJournal journal() { return SessionJournal(journalFile()); }
+    GamePtr find(const QString &id) { return id == game->id ? game : GamePtr(); }
+};
+
+} // namespace
+
+class EmulatorListing : public testing::TestWithParam<ListingCase> {};
+
+TEST_P(EmulatorListing, GivesTheFirstKnownEmulator) {
+    const auto pid = PlaySessionTracker::emulatorInListing(GetParam().listing);
+    EXPECT_EQ(pid.value_or(0), GetParam().pid);
+}
+
+INSTANTIATE_TEST_SUITE_P(Listings, EmulatorListing,
+                         testing::Values(ListingCase{"header_only", "  PID COMMAND\n", 0}, ListingCase{"empty", "", 0},
+                                         ListingCase{"first_wins",
+                                                     "PID COMM\n 12 bash\n 13 /usr/bin/DOSBox\n 14 mame\n", 13},
+                                         ListingCase{"part_of_a_name", "9 /opt/x/retroarch-qt --menu\n", 9},
+                                         ListingCase{"folder_does_not_count", "9 /opt/dosbox/helper\n", 0},
+                                         ListingCase{"no_number", "x dosbox\n-- dosbox\n99999999999 dosbox\n", 0}),
+                         [](const auto &info) { return std::string(info.param.name); });
+
+TEST_F(PlaySessionTrackerTest, ClosesTheSessionOfAnEmulatorThatEndsAtOnce) {
+    const ProcessId process = start("0");
+    await(host.host().processes.waitForEmulator(process));
+    const auto tracker = makeTracker();
+    tracker->startSession(game, process);
+    EXPECT_TRUE(eventually([&] { return !tracker->isTracking(); }));
+    ASSERT_EQ(ended.size(), 1);
+    EXPECT_EQ(ended[0].first, QStringLiteral("g"));
+    EXPECT_FALSE(QFile::exists(journalFile()));
+}
+
+TEST_F(PlaySessionTrackerTest, MeasuresByTheMonotonicClockUntilTheNextGameStarts) {
+    const auto tracker = makeTracker();
+    const ProcessId process = start("60");
+    tracker->startSession(game, process);
+    EXPECT_TRUE(journal().read());
+    const double before = std::chrono::duration<double>(clock.elapsed).count();
+    clock.current = clock.current.addDays(-3); // somebody set the clock
+    clock.advance(std::chrono::seconds(59));
+    tracker->startSession(makeGame(QStringLiteral("h"), QStringLiteral("Other")), std::nullopt);
+    const double after = std::chrono::duration<double>(clock.elapsed).count();
+    ASSERT_EQ(ended.size(), 1);
+    EXPECT_NEAR(ended[0].second, after - before, 0.001);
+    EXPECT_EQ(tracker->currentGame()->id, QStringLiteral("h"));
+    tracker->endSession();
+    EXPECT_EQ(ended.size(), 2);
+    ::kill(static_cast<pid_t>(process.pid), SIGTERM);
+}
+
+TEST_F(PlaySessionTrackerTest, JournalsAnOpenSessionEveryHalfMinute) {
+    const auto tracker = makeTracker();
+    SessionJournal::Entry entry{game->id, game->title, clock.now(), 0, std::nullopt, {}};
+    journal().write(entry);
+    // A process that never ends as far as this test goes: our own.
+    const ProcessId self = start("60");
+    entry.process = self;
+    journal().write(entry);
+    tracker->recover([&](const QString &id) { return find(id); });
+    ASSERT_TRUE(tracker->isTracking());
+    clock.advance(std::chrono::seconds(31));
+    EXPECT_TRUE(eventually([&] { return journal().read()->seconds >= 30; }));
+    ::kill(static_cast<pid_t>(self.pid), SIGTERM);
+    EXPECT_TRUE(eventually([&] { return !tracker->isTracking(); }));
+    ASSERT_EQ(ended.size(), 1);
+    EXPECT_GE(ended[0].second, 31);
+}
+
+TEST_F(PlaySessionTrackerTest, ReportsWhatAnEarlierRunLeftOpen) {
+    journal().write({game->id, game->title, clock.now(), 754.5, ProcessId{999'999'999, 1}, {}});
+    const auto tracker = makeTracker();
+    tracker->recover([&](const QString &id) { return find(id); });
+    EXPECT_FALSE(tracker->isTracking());
+    EXPECT_EQ(ended, (QList<std::pair<QString, double>>{{QStringLiteral("g"), 754.5}}));
+    EXPECT_FALSE(journal().read());
+    tracker->recover([&](const QString &id) { return find(id); });
+    EXPECT_EQ(ended.size(), 1);
+}
+
+TEST_F(PlaySessionTrackerTest, LeavesASessionAloneThatAnotherProgramMeasures) {
+    const ProcessId other = start("60");
+    const SessionJournal::Entry entry{game->id, game->title, clock.now(), 12, ProcessId{999'999'999, 1}, other};
+    journal().write(entry);
+    const auto tracker = makeTracker();
+    tracker->recover([&](const QString &id) { return find(id); });
+    EXPECT_TRUE(ended.isEmpty());
+    EXPECT_TRUE(journal().read());
+    ::kill(static_cast<pid_t>(other.pid), SIGTERM);
+}
+
+TEST_F(PlaySessionTrackerTest, HandsARunningGameOverToTheNextStart) {
+    const ProcessId process = start("60");
+    auto tracker = makeTracker();
+    tracker->startSession(game, process);
+    clock.advance(std::chrono::seconds(40));
+    tracker->suspend();
+    tracker.reset();
+    EXPECT_TRUE(ended.isEmpty());
+    SessionJournal::Entry entry = *journal().read();
+    EXPECT_EQ(entry.seconds, 40);
+    entry.owner = {999'999'999, 1}; // the program has ended
+    journal().write(entry);
+    clock.advance(std::chrono::seconds(20));
+    const auto next = makeTracker();
+    next->recover([&](const QString &id) { return find(id); });
+    EXPECT_TRUE(next->isTracking());
+    ::kill(static_cast<pid_t>(process.pid), SIGTERM);
+    EXPECT_TRUE(eventually([&] { return !next->isTracking(); }));
+    ASSERT_EQ(ended.size(), 1);
+    EXPECT_EQ(ended[0].second, 60);
+}
+
+TEST_F(PlaySessionTrackerTest, SetsAJournalAsideThatItCannotRead) {
+    for (const QByteArray &bytes :
+         {QByteArray("{"), QByteArray("{\"gameId\":\"g\",\"seconds\":-4}"), QByteArray("\0\0", 2)}) {
+        QDir().mkpath(host.host().paths.state());
+        ASSERT_EQ(writeAtomically(journalFile(), bytes), QString());
+        const auto tracker = makeTracker();
+        tracker->recover([&](const QString &id) { return find(id); });
+        EXPECT_FALSE(QFile::exists(journalFile()));
+    }
+    EXPECT_TRUE(ended.isEmpty());
+    EXPECT_FALSE(QDir(host.host().paths.state()).entryList({QStringLiteral("session.json.corrupt-*")}).isEmpty());
+}
+
+TEST_F(PlaySessionTrackerTest, CutsTheMinutesThatItReports) {
+    const auto tracker = makeTracker();
+    QList<int> minutes;
+    tracker->reportSession = [&](GamePtr, int reported, QDateTime) { minutes.append(reported); };
+    for (const int seconds : {59, 60, 150}) {
+        tracker->startSession(game, std::nullopt);
+        clock.advance(std::chrono::seconds(seconds));
+        tracker->endSession();
+    }
+    EXPECT_EQ(minutes, (QList<int>{0, 1, 2}));
+}
+
+} // namespace ludarium::test
