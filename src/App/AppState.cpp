@@ -15,8 +15,8 @@
 
 namespace ludarium {
 
-AppState::AppState(Host &host, EmulatorManager &emulators, QObject *parent)
-    : QObject(parent), m_host(host), m_library(std::make_unique<GameLibrary>(host)),
+AppState::AppState(Host &host, EmulatorManager &emulators, LibraryServices services, QObject *parent)
+    : QObject(parent), m_host(host), m_library(std::make_unique<GameLibrary>(host, std::move(services))),
       m_browser(std::make_unique<LibraryBrowser>(*m_library)),
       m_launcher(std::make_unique<GameLauncher>(host, emulators)),
       m_tracker(std::make_unique<PlaySessionTracker>(host)) {

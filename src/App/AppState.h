@@ -2,6 +2,7 @@
 
 #include "Models/Game.h"
 #include "Models/ViewSettings.h"
+#include "Services/Library/LibraryServices.h"
 
 #include <QCoro/QCoroTask>
 #include <QObject>
@@ -23,7 +24,7 @@ class AppState : public QObject {
   public:
     /// Creates the library and the launcher and restores the settings. `restoreCollection` then brings back the
     /// folder of the last run; it is a call of its own so that the command line can name another folder.
-    AppState(Host &host, EmulatorManager &emulators, QObject *parent = nullptr);
+    AppState(Host &host, EmulatorManager &emulators, LibraryServices services = {}, QObject *parent = nullptr);
     ~AppState() override;
 
     GameLibrary &gameLibrary() { return *m_library; }

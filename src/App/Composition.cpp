@@ -10,9 +10,42 @@
 #include "Host/PlainWorkspace.h"
 #include "Host/SqliteSettingsStore.h"
 #include "Host/SystemTerminal.h"
+#include "Services/Collections/AriaIndexManager.h"
+#include "Services/Collections/ExoPackSetupManager.h"
 #include "Services/Emulators/EmulatorManager.h"
+#include "Services/Launch/GameLauncher.h"
+#include "Services/Library/InstallationStatus.h"
+#include "Services/Library/LibraryServices.h"
 
 namespace ludarium {
+
+namespace {
+
+/// What the library asks of other rooms. The functions run on the thread pool, perhaps longer than the program's
+/// objects live, so each holds what it uses.
+LibraryServices libraryServices(std::shared_ptr<ExoPackSetupManager> setup,
+                                std::shared_ptr<AriaIndexManager> downloads) {
+    LibraryServices services;
+    services.setupStatus = [setup](const QString &collection) {
+        const SetupStatus status = setup->getSetupStatus(collection);
+        LibraryServices::Setup result{status.needsSetup(), {}};
+        for (const CollectionSetupStatus &set : status.collections)
+            if (set.metadataExtractionIncomplete)
+                result.incomplete.append(ExoCollection::of(set.collectionType).displayName);
+        return result;
+    };
+    services.loadDownloadIndex = [downloads](const QString &collection) { downloads->loadIndex(collection); };
+    const auto status = std::make_shared<InstallationStatus>(downloads);
+    services.checkStatus = [status](const GameList &games, const QString &collection) {
+        return status->check(games, collection);
+    };
+    services.checkGame = [status](const GamePtr &game, const QString &collection) {
+        return status->checkGame(game, collection);
+    };
+    return services;
+}
+
+} // namespace
 
 struct Composition::Private {
     HostPaths paths;
@@ -27,6 +60,8 @@ struct Composition::Private {
     NotificationCenter notifications;
     std::unique_ptr<Host> host;
     std::unique_ptr<EmulatorManager> emulators;
+    std::shared_ptr<ExoPackSetupManager> setup;
+    std::shared_ptr<AriaIndexManager> downloads;
     std::unique_ptr<AppState> appState;
 
     explicit Private(HostPaths machine) : paths(std::move(machine)), processes(paths), terminal(paths) {}
@@ -42,7 +77,12 @@ Composition::Composition(Options options) : d(std::make_unique<Private>(HostPath
     d->host.reset(new Host{d->paths, *d->settings, d->processes, d->http, *d->workspace, *d->dialogs, d->terminal,
                            d->clock, d->notifications});
     d->emulators = std::make_unique<EmulatorManager>(*d->host);
-    d->appState = std::make_unique<AppState>(*d->host, *d->emulators);
+    d->setup = std::make_shared<ExoPackSetupManager>();
+    d->downloads = std::make_shared<AriaIndexManager>();
+    d->appState = std::make_unique<AppState>(*d->host, *d->emulators, libraryServices(d->setup, d->downloads));
+    d->appState->gameLauncher().liteCollectionTest = [setup = d->setup](const QString &collection) {
+        return setup->isLiteCollection(collection);
+    };
 }
 
 Composition::~Composition() {

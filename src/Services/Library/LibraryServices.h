@@ -17,7 +17,7 @@ struct GameStatus {
     bool isInstalled = false;
     bool isCompressed = false;
     bool isDownloadable = false;
-    OptionalText downloadSize;
+    OptionalText downloadSize = {};
     bool operator==(const GameStatus &) const = default;
 
     static GameStatus of(const Game &game) {
