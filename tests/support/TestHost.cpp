@@ -155,7 +155,8 @@ TestHost::TestHost(HostLayout layout) {
 
 TestHost::~TestHost() {
     // Work on the pool may still write into this machine's folders.
-    QThreadPool::globalInstance()->waitForDone();
+    if (QThreadPool *pool = QThreadPool::globalInstance())
+        pool->waitForDone();
     AppLogger::setShared(m_formerLogger);
 }
 
