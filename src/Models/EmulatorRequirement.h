@@ -12,6 +12,9 @@ struct EmulatorRequirement {
     EmulatorType emulatorType = EmulatorType::vanilla;
     QString version;            ///< name of the build, as the collection writes it
     QString wineExecutablePath; ///< below eXo/emulators/dosbox, with "/"; null when absent
+    /// Where the collection says so: the title as written there, and the line of eXo/util/dosbox.txt; 0 when unknown.
+    QString listedTitle = {};
+    int line = 0;
 };
 
 /// The emulator that a known exception asks for.

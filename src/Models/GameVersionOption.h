@@ -40,6 +40,8 @@ struct GameVersionOption {
     std::optional<QStringList> setupCommands; ///< DOS commands
     /// False puts C: at the folder above the game's, true at the game's folder itself.
     bool mountAtGameLevel = false;
+    /// Where the version is known from, in words; empty when nobody said.
+    QString origin = {};
 };
 
 /// The versions that a game offers, in menu order.

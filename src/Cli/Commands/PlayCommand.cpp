@@ -1,3 +1,4 @@
+#include "App/AppState.h"
 #include "Cli/CliDialogs.h"
 #include "Cli/CliError.h"
 #include "Cli/Command.h"
@@ -15,6 +16,7 @@
 #include "Host/ProcessRunner.h"
 #include "Services/Launch/GameLauncher.h"
 #include "Services/Library/GameLibrary.h"
+#include "Services/Library/PlaySessionTracker.h"
 
 #include <QCoro/QCoroFuture>
 #include <QPromise>
@@ -99,6 +101,9 @@ class PlayCommand : public Command {
         WaitOutcome outcome;
         if (m_wait && process)
             outcome = co_await waitForGame(context.host().processes, *process);
+        // The tracker looks once a second: the play time is stored before the program leaves only when it is told.
+        if (m_wait && process && !outcome.interrupted)
+            context.appState().sessionTracker().endSession();
         report(context, *game, process, outcome);
     }
 

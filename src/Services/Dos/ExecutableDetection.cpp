@@ -181,6 +181,12 @@ std::optional<DetectedExecutable> autoDetectExecutable(FolderView &view, const Q
     return pick(candidates, folder, subfolder);
 }
 
+bool folderHasExecutables(FolderView &view, const QString &folder) {
+    const QList<Entry> entries = findExecutables(view, folder);
+    return std::any_of(entries.cbegin(), entries.cend(),
+                       [](const Entry &entry) { return !entry.name.startsWith(u'.'); });
+}
+
 bool isValidDatabaseExecutable(const QString &executable) {
     const QString text = executable.trimmed().toLower();
     // "call " with nothing behind it has lost its blank to the trimming.

@@ -17,6 +17,9 @@ struct DetectedExecutable {
 /// The one program of a folder that most likely is the game; none when there is no candidate.
 std::optional<DetectedExecutable> autoDetectExecutable(FolderView &view, const QString &folder);
 
+/// Whether a folder itself holds a program that is no setup or driver.
+bool folderHasExecutables(FolderView &view, const QString &folder);
+
 /// Whether a program of the version database can be started as it stands.
 bool isValidDatabaseExecutable(const QString &executable);
 
