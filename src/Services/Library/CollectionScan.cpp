@@ -86,7 +86,8 @@ struct Scanner {
     void addArchive(NameTable &table, std::string_view name) {
         add(table, name, NameTable::archive);
         const std::string_view loose = withoutYear(name);
-        add(table, loose, NameTable::archiveTitle);
+        // A year is the same in the key.
+        table.add(std::string_view(key).substr(0, key.size() - (name.size() - loose.size())), NameTable::archiveTitle);
         forArticleVariants(loose, [&](const std::string &variant) { add(table, variant, NameTable::archiveTitle); });
     }
 

@@ -9,7 +9,9 @@
 #include "Services/Library/MetadataIndexes.h"
 
 #include <QElapsedTimer>
-#include <charconv>
+#include <QtConcurrent/QtConcurrentMap>
+#include <string>
+#include <utility>
 
 namespace ludarium {
 
@@ -47,18 +49,6 @@ constexpr ArchiveNames archiveNames(GameFamily family) {
     return {};
 }
 
-std::string replaced(std::string_view text, std::string_view what, std::string_view by) {
-    std::string result;
-    for (size_t from = 0;;) {
-        const size_t at = text.find(what, from);
-        result += text.substr(from, at - from);
-        if (at == std::string_view::npos)
-            return result;
-        result += by;
-        from = at + what.size();
-    }
-}
-
 /// What a platform's name says of all its games. Games come in runs of one platform.
 struct PlatformKind {
     QString name;
@@ -83,6 +73,8 @@ class Classifier {
 
     GameStatus classify(const Game &game, const PlatformKind &platform) {
         const NameTable &names = m_scan.names(platform.family);
+        if (std::exchange(m_family, platform.family) != platform.family)
+            m_configBase = {};
         if (names.isEmpty())
             return {};
         const ConfigurationNames configuration = ConfigurationNames::of(game.configurationPath);
@@ -99,26 +91,44 @@ class Classifier {
   private:
     bool hasArchive(const Game &game, ArchiveNames wanted, const NameTable &names, QStringView configBase) {
         if (wanted.configBase && !configBase.isEmpty()) {
-            assignNameKey(m_other, configBase);
-            if (names.has(m_other, NameTable::archive))
+            // Most games of a family call it the same.
+            if (configBase != m_configBase) {
+                m_configBase = configBase;
+                assignNameKey(m_other, configBase);
+                m_configBaseIsArchive = names.has(m_other, NameTable::archive);
+            }
+            if (m_configBaseIsArchive)
                 return true;
         }
         m_year.clear();
-        if (wanted.years && game.releaseYear) {
-            char digits[16];
-            const auto end = std::to_chars(digits, digits + sizeof digits, *game.releaseYear).ptr;
-            m_year.append(" (").append(digits, end).append(")");
-        }
-        assignNameKey(m_title, std::string_view(game.searchTitle.constData(), size_t(game.searchTitle.size())));
-        if (hasTitle(m_title, names))
+        // An archive "{title} (1995)" stands as "{title}" too, so only a year of another kind has to be tried.
+        if (wanted.years && game.releaseYear && (*game.releaseYear < 1000 || *game.releaseYear > 9999))
+            m_year = " (" + std::to_string(*game.releaseYear) + ')';
+        const std::string_view title = titleKey(game);
+        if (hasTitle(title, names))
             return true;
-        if (m_title.find(':') == std::string::npos)
+        if (title.find(':') == std::string_view::npos)
             return false;
-        return hasTitle(replaced(m_title, ": ", " - "), names) ||
-               (wanted.noColon && hasTitle(replaced(replaced(m_title, ": ", " "), ":", ""), names));
+        assignReplaced(m_form, title, " - ");
+        if (hasTitle(m_form, names))
+            return true;
+        if (!wanted.noColon)
+            return false;
+        assignReplaced(m_form, title, " ");
+        std::erase(m_form, ':');
+        return hasTitle(m_form, names);
     }
 
-    bool hasTitle(const std::string &title, const NameTable &names) {
+    /// The title in lower case as it stands in the record, made anew only where composing may change it.
+    std::string_view titleKey(const Game &game) {
+        const std::string_view title(game.searchTitle.constData(), size_t(game.searchTitle.size()));
+        if (isAscii(title))
+            return title;
+        assignNameKey(m_title, title);
+        return m_title;
+    }
+
+    bool hasTitle(std::string_view title, const NameTable &names) {
         if (names.has(title, NameTable::archive | NameTable::archiveTitle))
             return true;
         if (m_year.empty())
@@ -127,12 +137,45 @@ class Classifier {
         return names.has(m_other, NameTable::archive);
     }
 
+    /// `text` with `by` for each ": ".
+    static void assignReplaced(std::string &result, std::string_view text, std::string_view by) {
+        result.clear();
+        for (size_t from = 0;;) {
+            const size_t at = text.find(": ", from);
+            result += text.substr(from, at - from);
+            if (at == std::string_view::npos)
+                return;
+            result += by;
+            from = at + 2;
+        }
+    }
+
     const CollectionScan &m_scan;
     std::string m_folder;
     std::string m_title;
+    std::string m_form;
     std::string m_other;
     std::string m_year;
+    QStringView m_configBase; ///< of a game before, in this family
+    bool m_configBaseIsArchive = false;
+    GameFamily m_family = GameFamily::dos;
 };
+
+/// Brings the records of the games to come into the cache: each game is looked at once, and its parts lie all over
+/// the memory.
+void prefetch(const GameList &games, qsizetype at) {
+    if (at + 12 < games.size()) {
+        const Game &game = *games[at + 12];
+        __builtin_prefetch(&game.platform);
+        __builtin_prefetch(&game.configurationPath);
+        __builtin_prefetch(&game.searchTitle);
+    }
+    if (at + 6 < games.size()) {
+        const Game &game = *games[at + 6];
+        __builtin_prefetch(game.configurationPath.constData());
+        __builtin_prefetch(game.searchTitle.constData());
+    }
+}
 
 const IndexEntry *findDownload(const AriaIndex &index, const Game &game, const QString &collection) {
     const QString folder = ConfigurationNames::of(game.configurationPath).folder.toString();
@@ -148,6 +191,18 @@ const IndexEntry *findDownload(const AriaIndex &index, const Game &game, const Q
     const QString script = scriptName(collection, folder, {".bat"_L1});
     return script.isEmpty() ? nullptr : index.getDownloadInfoByTitle(script, true);
 }
+
+void offerDownload(GameStatus &status, const AriaIndex &index, const Game &game, const QString &collection) {
+    if (index.isEmpty())
+        return;
+    if (const IndexEntry *entry = findDownload(index, game, collection)) {
+        status.isDownloadable = true;
+        status.downloadSize = entry->sizeFormatted();
+    }
+}
+
+/// Games that one thread checks at a time.
+constexpr qsizetype partSize = 2'000;
 
 } // namespace
 
@@ -202,25 +257,30 @@ QList<GameStatus> InstallationStatus::check(const GameList &games, const QString
     const CollectionScan scan = CollectionScan::scanCollectionDirectories(collection, !index->isEmpty());
     Log::debug(u"⏱️ Directory scan: %1ms"_s.arg(timer.restart()));
 
-    QList<GameStatus> statuses;
-    statuses.reserve(games.size());
-    Classifier classifier(scan);
-    PlatformKind platform;
-    for (const GamePtr &game : games) {
-        platform.assign(game->platform);
-        GameStatus status{.isInstalled = platform.alwaysInstalled};
-        if (!platform.alwaysInstalled) {
-            status = classifier.classify(*game, platform);
-            const bool isThere = status.isInstalled || status.isCompressed;
-            if (!isThere && platform.family == GameFamily::dos && !index->isEmpty()) {
-                if (const IndexEntry *entry = findDownload(*index, *game, collection)) {
-                    status.isDownloadable = true;
-                    status.downloadSize = entry->sizeFormatted();
-                }
+    QList<GameStatus> statuses(games.size());
+    GameStatus *const results = statuses.data();
+    QList<qsizetype> starts;
+    for (qsizetype start = 0; start < games.size(); start += partSize)
+        starts.append(start);
+    const auto checkPart = [&](qsizetype start) {
+        const qsizetype end = std::min(start + partSize, games.size());
+        Classifier classifier(scan);
+        PlatformKind platform;
+        for (qsizetype i = start; i < end; ++i) {
+            prefetch(games, i);
+            const Game &game = *games[i];
+            platform.assign(game.platform);
+            if (platform.alwaysInstalled) {
+                results[i].isInstalled = true;
+                continue;
             }
+            results[i] = classifier.classify(game, platform);
+            if (!results[i].isInstalled && !results[i].isCompressed && platform.family == GameFamily::dos)
+                offerDownload(results[i], *index, game, collection);
         }
-        statuses.append(std::move(status));
-    }
+    };
+    // The thread that waits here takes its share of the parts, so a pool that is busy elsewhere only makes it slower.
+    QtConcurrent::blockingMap(starts, checkPart);
     Log::debug(u"⏱️ Analysis: %1ms"_s.arg(timer.elapsed()));
     return statuses;
 }

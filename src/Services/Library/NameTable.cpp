@@ -24,15 +24,18 @@ void assignUnicodeKey(std::string &key, const QString &text) {
 
 } // namespace
 
-void assignNameKey(std::string &key, std::string_view utf8) {
-    key.resize(utf8.size());
+bool isAscii(std::string_view text) {
     char all = 0;
-    for (size_t i = 0; i < utf8.size(); ++i) {
-        all = static_cast<char>(all | utf8[i]);
-        key[i] = lowerAscii(utf8[i]);
-    }
-    if ((static_cast<unsigned char>(all) & 0x80) != 0)
-        assignUnicodeKey(key, QString::fromUtf8(utf8.data(), qsizetype(utf8.size())));
+    for (const char c : text)
+        all = static_cast<char>(all | c);
+    return (static_cast<unsigned char>(all) & 0x80) == 0;
+}
+
+void assignNameKey(std::string &key, std::string_view utf8) {
+    if (!isAscii(utf8))
+        return assignUnicodeKey(key, QString::fromUtf8(utf8.data(), qsizetype(utf8.size())));
+    key.resize(utf8.size());
+    std::transform(utf8.begin(), utf8.end(), key.begin(), lowerAscii);
 }
 
 void assignNameKey(std::string &key, QStringView text) {
@@ -56,7 +59,7 @@ size_t NameTable::find(std::uint32_t hash, std::string_view key) const {
 }
 
 void NameTable::grow() {
-    std::vector<Slot> old(std::max<size_t>(64, m_slots.size() * 2));
+    std::vector<Slot> old(std::max<size_t>(1024, m_slots.size() * 4));
     old.swap(m_slots);
     const size_t mask = m_slots.size() - 1;
     for (const Slot &slot : old) {
@@ -77,6 +80,7 @@ void NameTable::add(std::string_view key, Kind kind) {
     if (m_count * 2 >= m_slots.size())
         grow();
     const std::uint32_t hash = hashOf(key);
+    m_present[presentBit(hash) / 64] |= std::uint64_t(1) << (presentBit(hash) % 64);
     Slot &slot = m_slots[find(hash, key)];
     if (slot.length == 0) {
         slot.hash = hash;
@@ -91,7 +95,10 @@ void NameTable::add(std::string_view key, Kind kind) {
 std::uint8_t NameTable::kinds(std::string_view key) const {
     if (key.empty() || m_count == 0)
         return 0;
-    return m_slots[find(hashOf(key), key)].kinds;
+    const std::uint32_t hash = hashOf(key);
+    if ((m_present[presentBit(hash) / 64] >> (presentBit(hash) % 64) & 1) == 0)
+        return 0;
+    return m_slots[find(hash, key)].kinds;
 }
 
 } // namespace ludarium

@@ -14,6 +14,8 @@ namespace ludarium {
 void assignNameKey(std::string &key, std::string_view utf8);
 void assignNameKey(std::string &key, QStringView text);
 
+bool isAscii(std::string_view text);
+
 /// A set of names, each with what is there under it. Tens of thousands of names go in, hundreds of thousands are asked
 /// for, nearly all of which are not there: so it is one flat table over one block of text, without a node or an
 /// allocation a name.
@@ -35,11 +37,17 @@ class NameTable {
         std::uint16_t length = 0; ///< 0: free
         std::uint8_t kinds = 0;
     };
+    static constexpr std::uint32_t presentBits = 1 << 18;
+    static constexpr std::uint32_t presentBit(std::uint32_t hash) { return hash >> (32 - 18); }
+
     size_t find(std::uint32_t hash, std::string_view key) const;
     void grow();
 
     std::string m_text;
     std::vector<Slot> m_slots; ///< a power of two of them, at most half in use
+    /// A bit for a few bits of each hash that is there, small enough to stay in the processor's cache: it answers for
+    /// most names that are not in the table.
+    std::vector<std::uint64_t> m_present = std::vector<std::uint64_t>(presentBits / 64);
     size_t m_count = 0;
 };
 
