@@ -2,6 +2,7 @@
 
 #include "Host/AppLogger.h"
 #include "Host/SafeFiles.h"
+#include "Host/ShareOut.h"
 #include "Models/Platform.h"
 #include "Services/Collections/AriaIndexManager.h"
 #include "Services/Library/CollectionScan.h"
@@ -9,7 +10,6 @@
 #include "Services/Library/MetadataIndexes.h"
 
 #include <QElapsedTimer>
-#include <QtConcurrent/QtConcurrentMap>
 #include <string>
 #include <utility>
 
@@ -259,10 +259,8 @@ QList<GameStatus> InstallationStatus::check(const GameList &games, const QString
 
     QList<GameStatus> statuses(games.size());
     GameStatus *const results = statuses.data();
-    QList<qsizetype> starts;
-    for (qsizetype start = 0; start < games.size(); start += partSize)
-        starts.append(start);
-    const auto checkPart = [&](qsizetype start) {
+    const auto checkPart = [&](size_t part) {
+        const qsizetype start = static_cast<qsizetype>(part) * partSize;
         const qsizetype end = std::min(start + partSize, games.size());
         Classifier classifier(scan);
         PlatformKind platform;
@@ -279,8 +277,8 @@ QList<GameStatus> InstallationStatus::check(const GameList &games, const QString
                 offerDownload(results[i], *index, game, collection);
         }
     };
-    // The thread that waits here takes its share of the parts, so a pool that is busy elsewhere only makes it slower.
-    QtConcurrent::blockingMap(starts, checkPart);
+    // Two checks may run at a time (a load's and one that the user asked for), both on the pool.
+    shareOut(static_cast<size_t>((games.size() + partSize - 1) / partSize), checkPart);
     Log::debug(u"⏱️ Analysis: %1ms"_s.arg(timer.elapsed()));
     return statuses;
 }
