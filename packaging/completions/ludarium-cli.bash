@@ -12,7 +12,7 @@ _ludarium_cli() {
             compopt -o filenames 2>/dev/null
             return
             ;;
-        --search | --platform | --limit)
+        --search | --platform | --limit | --game-version)
             return
             ;;
     esac
@@ -40,7 +40,7 @@ _ludarium_cli() {
             fi
             ;;
         games) words="$common --search --platform --limit" ;;
-        play) words="$common --wait --dry-run" ;;
+        play) words="$common --game-version --wait --dry-run" ;;
         log) words="$common --path" ;;
     esac
     mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")

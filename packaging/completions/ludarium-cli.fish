@@ -21,6 +21,7 @@ complete -c ludarium-cli -n '__fish_seen_subcommand_from demo' -a '(__fish_compl
 complete -c ludarium-cli -n '__fish_seen_subcommand_from games' -l search -x -d 'Only games with this text'
 complete -c ludarium-cli -n '__fish_seen_subcommand_from games' -l platform -x -d 'Only games of this platform'
 complete -c ludarium-cli -n '__fish_seen_subcommand_from games' -l limit -x -d 'At most this many'
+complete -c ludarium-cli -n '__fish_seen_subcommand_from play' -l game-version -x -d 'Version to play'
 complete -c ludarium-cli -n '__fish_seen_subcommand_from play' -l wait -d 'Wait until the game has ended'
 complete -c ludarium-cli -n '__fish_seen_subcommand_from play' -l dry-run -d 'Print what would be started and why'
 complete -c ludarium-cli -n '__fish_seen_subcommand_from log' -l path -d 'Print only where the log is'
