@@ -2,7 +2,7 @@
 
 _ludarium_cli() {
     local common="--collection --home --json --verbose --help --version"
-    local commands="demo platforms games show playlists play emulators log"
+    local commands="demo load refresh status platforms games search show playlists collections facets groups recent stats favorite rate note progress play emulators setup-status log"
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
     local command="" word i
 
@@ -12,7 +12,11 @@ _ludarium_cli() {
             compopt -o filenames 2>/dev/null
             return
             ;;
-        --search | --platform | --limit | --game-version)
+        --search | --platform | --limit | --genre | --developer | --publisher | --year | --playlist | --collection-id | --game-version)
+            return
+            ;;
+        --sort)
+            mapfile -t COMPREPLY < <(compgen -W "title year developer rating recent plays" -- "$current")
             return
             ;;
     esac
@@ -39,7 +43,18 @@ _ludarium_cli() {
                 return
             fi
             ;;
+        refresh) words="$common --clear-cache" ;;
         games) words="$common --search --platform --limit" ;;
+        search)
+            words="$common --genre --developer --publisher --year --platform --playlist --collection-id"
+            words+=" --favorites --installed --sort --limit"
+            ;;
+        facets) words="$common genres developers publishers series years" ;;
+        groups) words="$common --search --limit" ;;
+        favorite) words="$common --off" ;;
+        rate) words="$common 0 1 2 3 4 5" ;;
+        note) words="$common --clear" ;;
+        progress) words="$common notPlayed playing beaten completed mastered" ;;
         play) words="$common --game-version --wait --dry-run" ;;
         log) words="$common --path" ;;
     esac

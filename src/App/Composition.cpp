@@ -5,7 +5,6 @@
 #include "Host/AppLogger.h"
 #include "Host/Clock.h"
 #include "Host/CurlHttpClient.h"
-#include "Host/Dialogs.h"
 #include "Host/LocalProcessRunner.h"
 #include "Host/NotificationCenter.h"
 #include "Host/PlainWorkspace.h"

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "Host/Dialogs.h"
 #include "Host/Host.h"
+#include "Host/Workspace.h"
 
 #include <QString>
 #include <memory>

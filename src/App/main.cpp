@@ -1,5 +1,7 @@
 #include "App/AppState.h"
 #include "App/Composition.h"
+#include "Host/HostPaths.h"
+#include "Host/SingleInstance.h"
 #include "Views/Desktop.h"
 #include "Views/DesktopOptions.h"
 #include "Views/DesktopWorkspace.h"
@@ -31,20 +33,35 @@ QList<QRectF> usableScreens() {
     return screens;
 }
 
-void openCollection(AppState &state, const QString &folder) {
+void openFirstCollection(AppState &state, const QString &folder) {
     if (folder.isEmpty())
         state.restoreCollection();
     else
         state.setCollectionPath(folder);
 }
 
+void raise(QWindow &window) {
+    window.show();
+    window.raise();
+    window.requestActivate();
+}
+
 int runDesktop(const DesktopOptions &options) {
     const bool picture = !options.screenshot.isEmpty();
+    // A picture is taken beside a running instance and disturbs it as little as it is disturbed.
+    const HostPaths paths = HostPaths::native(options.home);
+    SingleInstance instance(paths.state());
+    if (!picture && !instance.tryBecomePrimary()) {
+        if (instance.sendToPrimary(options.folder.toUtf8()))
+            return EXIT_SUCCESS;
+        std::fputs("Ludarium is running already but does not answer.\n", stderr);
+        return EXIT_FAILURE;
+    }
     auto ownedDialogs = std::make_unique<QmlDialogs>();
     QmlDialogs &dialogs = *ownedDialogs;
     Composition composition({.home = options.home,
                              .dialogs = std::move(ownedDialogs),
-                             .workspace = std::make_unique<DesktopWorkspace>(HostPaths::native(options.home))});
+                             .workspace = std::make_unique<DesktopWorkspace>(paths)});
     AppState &state = composition.appState();
     Desktop desktop(state, dialogs, composition.logger());
     QQmlApplicationEngine engine;
@@ -69,7 +86,13 @@ int runDesktop(const DesktopOptions &options) {
     window->show();
     if (!picture)
         frame.startObserving(*window);
-    openCollection(state, options.folder);
+    QObject::connect(&instance, &SingleInstance::messageReceived, &desktop,
+                     [&desktop, window](const QByteArray &folder) {
+                         raise(*window);
+                         if (!folder.isEmpty())
+                             desktop.openCollection(QString::fromUtf8(folder));
+                     });
+    openFirstCollection(state, options.folder);
     desktop.start()->begin();
 
     std::unique_ptr<ScreenshotTaker> taker;

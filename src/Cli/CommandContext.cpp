@@ -21,8 +21,12 @@ Host &CommandContext::host() {
     return m_composition.host();
 }
 
+AppState &CommandContext::appState() {
+    return m_composition.appState();
+}
+
 GameLauncher &CommandContext::launcherFor(const GameLibrary &library, bool prepare) {
-    GameLauncher &launcher = m_composition.appState().gameLauncher();
+    GameLauncher &launcher = appState().gameLauncher();
     if (!prepare)
         launcher.collectionPreparation = {};
     if (launcher.collectionURL() != library.collectionURL())
@@ -30,15 +34,19 @@ GameLauncher &CommandContext::launcherFor(const GameLibrary &library, bool prepa
     return launcher;
 }
 
+QString CommandContext::collectionPath() {
+    if (!m_options.collection.isEmpty())
+        return m_options.collection;
+    const QString remembered = host().settings.value(Settings::collectionPath);
+    if (remembered.isEmpty() || !QFileInfo::exists(remembered))
+        throw LaunchError(LaunchError::Case::noCollectionPath);
+    return remembered;
+}
+
 QCoro::Task<GameLibrary *> CommandContext::loadLibrary() {
     // Not by way of AppState::setCollectionPath: that remembers the folder.
-    QString collection = m_options.collection;
-    if (collection.isEmpty()) {
-        collection = m_composition.host().settings.value(Settings::collectionPath);
-        if (collection.isEmpty() || !QFileInfo::exists(collection))
-            throw LaunchError(LaunchError::Case::noCollectionPath);
-    }
-    GameLibrary &library = m_composition.appState().gameLibrary();
+    const QString collection = collectionPath();
+    GameLibrary &library = appState().gameLibrary();
     co_await library.loadCollection(collection);
     if (!library.errorMessage().isEmpty())
         throw CliError(library.errorMessage());

@@ -6,6 +6,7 @@
 
 namespace ludarium {
 
+class AppState;
 class CliDialogs;
 class Composition;
 class GameLauncher;
@@ -28,13 +29,16 @@ class CommandContext {
 
     Composition &composition() { return m_composition; }
     Host &host();
+    AppState &appState();
     CliDialogs &dialogs() { return m_dialogs; }
     /// The launcher, told the collection of a loaded library. Only what launches calls this: with `prepare` the
     /// launcher makes the collection ready, and listing writes nothing.
     GameLauncher &launcherFor(const GameLibrary &library, bool prepare);
 
-    /// The library of the collection that is named on the command line, else of the remembered one, loaded. Throws
-    /// LaunchError::noCollectionPath, or CliError with the library's own message.
+    /// The folder that is named on the command line, else the remembered one. Throws LaunchError::noCollectionPath.
+    QString collectionPath();
+    /// The library of that collection, loaded. Throws LaunchError::noCollectionPath, or CliError with the library's
+    /// own message.
     QCoro::Task<GameLibrary *> loadLibrary();
 
   private:

@@ -30,6 +30,13 @@ const CLI::Validator &notNegative() {
     return validator;
 }
 
+std::vector<std::string> listOf(const QStringList &texts) {
+    std::vector<std::string> list;
+    for (const QString &text : texts)
+        list.push_back(text.toStdString());
+    return list;
+}
+
 } // namespace
 
 void CommandOptions::argument(const char *name, QString &value, const char *description) {
@@ -39,6 +46,37 @@ void CommandOptions::argument(const char *name, QString &value, const char *desc
         ->required()
         ->check(notEmpty())
         ->type_name("");
+}
+
+void CommandOptions::optionalArgument(const char *name, QString &value, const char *description) {
+    m_app
+        .add_option_function<std::string>(
+            name, [&value](const std::string &text) { value = decoded(text); }, description)
+        ->check(notEmpty())
+        ->type_name("");
+}
+
+void CommandOptions::choiceArgument(const char *name, QString &value, const QStringList &choices,
+                                    const char *description) {
+    choice(name, value, choices, description);
+    m_app.get_option(name)->type_name("");
+}
+
+void CommandOptions::numberArgument(const char *name, std::optional<int> &value, int smallest, int largest,
+                                    const char *description) {
+    m_app
+        .add_option_function<int>(
+            name, [&value](const int &number) { value = number; }, description)
+        ->check(CLI::Range(smallest, largest))
+        ->type_name("");
+}
+
+void CommandOptions::choice(const char *option, QString &value, const QStringList &choices, const char *description) {
+    m_app
+        .add_option_function<std::string>(
+            option, [&value](const std::string &text) { value = decoded(text); }, description)
+        ->check(CLI::IsMember(listOf(choices)))
+        ->type_name("WORD");
 }
 
 void CommandOptions::text(const char *option, const char *valueName, QString &value, const char *description) {

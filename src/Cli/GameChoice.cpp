@@ -14,30 +14,6 @@ namespace {
 
 constexpr qsizetype candidatesShown = 50;
 
-bool matches(const Game &game, const QByteArray &lowerCased) {
-    return game.searchTitle.contains(lowerCased) || game.searchSortTitle.contains(lowerCased) ||
-           game.searchDeveloper.contains(lowerCased) || game.searchPublisher.contains(lowerCased) ||
-           game.searchGenre.contains(lowerCased) || game.searchSeries.contains(lowerCased);
-}
-
-const QByteArray &sortKey(const Game &game) {
-    return game.searchSortTitle.isEmpty() ? game.searchTitle : game.searchSortTitle;
-}
-
-/// The platform's name as the games spell it.
-QString platformNamed(const GameList &games, const QString &name) {
-    QString otherCase;
-    for (const GamePtr &game : games) {
-        if (game->platform == name)
-            return name;
-        if (otherCase.isNull() && game->platform.compare(name, Qt::CaseInsensitive) == 0)
-            otherCase = game->platform;
-    }
-    if (otherCase.isNull())
-        throw CliError(QStringLiteral("No game has the platform \"%1\". See: ludarium-cli platforms").arg(name));
-    return otherCase;
-}
-
 } // namespace
 
 GameList gamesNamed(const GameList &games, const QString &idOrTitle) {
@@ -69,18 +45,6 @@ GamePtr chooseGame(CommandContext &context, const GameLibrary &library, const QS
     if (games.size() > candidatesShown)
         context.errors().line(QStringLiteral("… and %1 more").arg(games.size() - candidatesShown));
     throw CliError(QStringLiteral("\"%1\" names %2 games. Use the id of one.").arg(idOrTitle).arg(games.size()));
-}
-
-GameList selectGames(const GameList &games, const GameFilter &filter) {
-    const QByteArray lowerCased = filter.search.toLower().toUtf8();
-    const QString platform = filter.platform.isNull() ? QString() : platformNamed(games, filter.platform);
-    GameList selected;
-    for (const GamePtr &game : games)
-        if ((platform.isNull() || game->platform == platform) && (lowerCased.isEmpty() || matches(*game, lowerCased)))
-            selected << game;
-    std::stable_sort(selected.begin(), selected.end(),
-                     [](const GamePtr &a, const GamePtr &b) { return sortKey(*a) < sortKey(*b); });
-    return selected;
 }
 
 QString gameStateText(const Game &game) {

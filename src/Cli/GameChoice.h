@@ -17,16 +17,6 @@ GameList gamesNamed(const GameList &games, const QString &idOrTitle);
 /// none, throws CliError.
 GamePtr chooseGame(CommandContext &context, const GameLibrary &library, const QString &idOrTitle);
 
-/// Which games to list.
-struct GameFilter {
-    QString search;   ///< in title, sort title, developer, publisher, genre and series, ignoring case; empty: all
-    QString platform; ///< the exact name, else the name ignoring case; null: all
-};
-
-/// In order of their sort titles; games with the same keep their order. Throws CliError when the filter names a
-/// platform that no game has.
-GameList selectGames(const GameList &games, const GameFilter &filter);
-
 /// "installed", "compressed", "downloadable" or "missing".
 QString gameStateText(const Game &game);
 

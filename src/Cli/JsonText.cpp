@@ -39,18 +39,6 @@ void addWallClockTime(Json &object, const char *key, const std::optional<QDateTi
         object[key] = date->toString(u"yyyy-MM-ddTHH:mm:ss").toStdString();
 }
 
-void addInstant(Json &object, const char *key, const std::optional<QDateTime> &date) {
-    if (date && date->isValid())
-        object[key] = date->toUTC().toString(Qt::ISODate).toStdString();
-}
-
-Json jsonTexts(const QStringList &texts) {
-    Json list = Json::array();
-    for (const QString &text : texts)
-        list.push_back(jsonText(text));
-    return list;
-}
-
 /// One element as UTF-8. JSON leaves DEL and the C1 control characters as they are; a terminal obeys them.
 QByteArray serialized(const Json &json, int indent) {
     const std::string text = json.dump(indent, ' ', false, Json::error_handler_t::replace);
@@ -77,6 +65,18 @@ Json jsonText(const QString &text) {
 void addText(Json &object, const char *key, const QString &text) {
     if (!text.isNull())
         object[key] = jsonText(text);
+}
+
+Json jsonTexts(const QStringList &texts) {
+    Json list = Json::array();
+    for (const QString &text : texts)
+        list.push_back(jsonText(text));
+    return list;
+}
+
+void addInstant(Json &object, const char *key, const std::optional<QDateTime> &moment) {
+    if (moment && moment->isValid())
+        object[key] = moment->toUTC().toString(Qt::ISODate).toStdString();
 }
 
 Json toJson(const Game &game) {

@@ -3,7 +3,9 @@
 #include <nlohmann/json_fwd.hpp>
 
 #include <QByteArray>
+#include <QDateTime>
 #include <QString>
+#include <QStringList>
 #include <optional>
 
 namespace ludarium {
@@ -22,8 +24,11 @@ using Json = nlohmann::ordered_json;
 inline constexpr int jsonSchema = 1;
 
 Json jsonText(const QString &text);
+Json jsonTexts(const QStringList &texts);
 /// Adds a member unless the text is null.
 void addText(Json &object, const char *key, const QString &text);
+/// Adds a moment in ISO form, in UTC, unless there is none.
+void addInstant(Json &object, const char *key, const std::optional<QDateTime> &moment);
 
 /// A record by its serial names, fields without a value left out: numbers as numbers, flags as booleans, dates in ISO
 /// form (a collection's dates are wall-clock times without a zone). What the user and the disk add follows under the

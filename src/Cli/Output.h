@@ -24,12 +24,12 @@ class Output {
     /// The reader of a pipe has had enough: what is written now goes nowhere, and that is no failure.
     bool readerGone() const { return m_readerGone; }
 
-    /// Writes what is buffered. Throws std::system_error when anything written so far did not arrive.
+    /// Writes what is buffered; a failure is kept for `finish`.
+    void flush();
+    /// The same. Throws std::system_error when anything written so far did not arrive.
     void finish();
 
   private:
-    void flush();
-
     int m_descriptor;
     int m_columns = 0;
     bool m_colours = false;

@@ -8,7 +8,6 @@
 #include "Cli/TerminalText.h"
 #include "Host/AppLogger.h"
 #include "Host/Async.h"
-#include "Host/Workspace.h"
 
 #include <QCoreApplication>
 #include <QTimer>

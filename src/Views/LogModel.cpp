@@ -10,6 +10,13 @@
 
 namespace ludarium {
 
+namespace {
+
+/// Bytes that tell one log file from another: the first line's time is among them.
+constexpr qint64 headSize = 64;
+
+} // namespace
+
 LogModel::LogModel(Host &host, AppLogger &logger, QObject *parent)
     : QAbstractListModel(parent), m_host(host), m_logger(logger) {
     m_timer.setInterval(500);
@@ -65,27 +72,26 @@ bool LogModel::isShown(const QString &line) const {
     return m_filter.isEmpty() || line.contains(m_filter, Qt::CaseInsensitive);
 }
 
-LogModel::Chunk LogModel::readFrom(const QString &file, qint64 start, QByteArray rest) {
+LogModel::Chunk LogModel::readFrom(const QString &file, Place place) {
     Chunk chunk;
     QFile log(file);
     if (!log.open(QIODevice::ReadOnly)) {
-        chunk.restart = start > 0;
+        chunk.restart = place.position > 0;
         return chunk;
     }
-    chunk.restart = log.size() < start;
-    if (chunk.restart) {
-        start = 0;
-        rest.clear();
-    }
-    log.seek(start);
+    // Clearing and rotation put another file in the place of this one; its first line has another time.
+    const QByteArray head = log.peek(headSize);
+    chunk.restart = log.size() < place.position || !head.startsWith(place.head);
+    if (chunk.restart)
+        place = {};
+    log.seek(place.position);
     const QByteArray text = log.readAll();
-    chunk.end = start + text.size();
-    chunk.rest = rest + text;
-    const qsizetype lastBreak = chunk.rest.lastIndexOf('\n');
-    if (lastBreak >= 0) {
-        chunk.lines = QString::fromUtf8(chunk.rest.left(lastBreak)).split(QLatin1Char('\n'));
-        chunk.rest = chunk.rest.mid(lastBreak + 1);
+    QByteArray pending = place.rest + text;
+    if (const qsizetype lastBreak = pending.lastIndexOf('\n'); lastBreak >= 0) {
+        chunk.lines = QString::fromUtf8(pending.left(lastBreak)).split(QLatin1Char('\n'));
+        pending.remove(0, lastBreak + 1);
     }
+    chunk.place = {place.position + text.size(), head, pending};
     return chunk;
 }
 
@@ -93,14 +99,12 @@ QCoro::Task<> LogModel::readMore() {
     if (std::exchange(m_reading, true))
         co_return;
     const QPointer<LogModel> self(this);
-    const QString file = m_logger.logFile();
-    auto read = [file, start = m_position, rest = m_rest] { return readFrom(file, start, rest); };
+    auto read = [file = m_logger.logFile(), place = m_place] { return readFrom(file, place); };
     const Chunk chunk = co_await runOnPool(read);
     if (!self)
         co_return;
     m_reading = false;
-    m_position = chunk.end;
-    m_rest = chunk.rest;
+    m_place = chunk.place;
     if (chunk.restart)
         m_lines = chunk.lines;
     else

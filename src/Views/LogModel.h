@@ -11,7 +11,7 @@ struct Host;
 class AppLogger;
 
 /// The lines of the log file, followed while somebody looks. Reading is done on the pool, from where the last reading
-/// ended; a file that became shorter is read anew.
+/// ended; a file that begins otherwise than before, or became shorter, is read anew.
 class LogModel : public QAbstractListModel {
     Q_OBJECT
     QML_ANONYMOUS
@@ -47,13 +47,18 @@ class LogModel : public QAbstractListModel {
     void copied();
 
   private:
-    struct Chunk {
-        bool restart = false;
-        qint64 end = 0;
-        QStringList lines;
+    /// What is known of the file that was read: how far, how it began, and the start of a line without its end.
+    struct Place {
+        qint64 position = 0;
+        QByteArray head;
         QByteArray rest;
     };
-    static Chunk readFrom(const QString &file, qint64 start, QByteArray rest);
+    struct Chunk {
+        bool restart = false;
+        QStringList lines;
+        Place place;
+    };
+    static Chunk readFrom(const QString &file, Place place);
     QCoro::Task<> readMore();
     QCoro::Task<> copy();
     void show(const QStringList &added, bool restart);
@@ -65,8 +70,7 @@ class LogModel : public QAbstractListModel {
     QString m_filter;
     QStringList m_lines;
     QStringList m_shown;
-    qint64 m_position = 0;
-    QByteArray m_rest; ///< a line whose end is not written yet
+    Place m_place;
     bool m_reading = false;
 };
 

@@ -8,8 +8,12 @@
 #include <QDateTime>
 #include <QDir>
 #include <QDirIterator>
+#include <QElapsedTimer>
 #include <QFile>
+#include <QJsonDocument>
 #include <QProcess>
+#include <QStandardPaths>
+#include <QThread>
 #include <gtest/gtest.h>
 
 namespace ludarium::test {
@@ -35,6 +39,41 @@ QByteArray dosboxConfiguration(const QByteArray &folder, const QByteArray &progr
 }
 
 } // namespace
+
+QJsonObject json(const CliResult &result) {
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(result.output, &error);
+    EXPECT_EQ(error.error, QJsonParseError::NoError) << result.output.toStdString() << result.errors.toStdString();
+    EXPECT_EQ(document.object().value(QStringLiteral("schema")).toInt(), 1);
+    return document.object();
+}
+
+QStringList members(const QJsonArray &objects, const char *key) {
+    QStringList result;
+    for (const QJsonValue &value : objects)
+        result << value.toObject().value(QString::fromUtf8(key)).toString();
+    return result;
+}
+
+bool hasDosbox() {
+    return !QStandardPaths::findExecutable(QStringLiteral("dosbox")).isEmpty();
+}
+
+std::optional<qint64> startedDosbox(qint64 parent) {
+    const QString children = QStringLiteral("/proc/%1/task/%1/children").arg(parent);
+    QElapsedTimer timer;
+    for (timer.start(); timer.elapsed() < 30'000; QThread::msleep(20)) {
+        QFile file(children);
+        if (!file.open(QIODevice::ReadOnly))
+            break;
+        for (const QByteArray &child : file.readAll().simplified().split(' ')) {
+            QFile name(QStringLiteral("/proc/%1/comm").arg(QString::fromUtf8(child)));
+            if (name.open(QIODevice::ReadOnly) && name.readAll().startsWith("dosbox"))
+                return child.toLongLong();
+        }
+    }
+    return std::nullopt;
+}
 
 CliRun::CliRun() : environment(QProcessEnvironment::systemEnvironment()) {
     for (const auto &[name, value] : {std::pair{"SDL_VIDEODRIVER", "dummy"}, {"SDL_AUDIODRIVER", "dummy"}})

@@ -1,11 +1,14 @@
 #pragma once
 
 #include <QByteArray>
+#include <QJsonArray>
+#include <QJsonObject>
 #include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
 #include <map>
+#include <optional>
 
 namespace ludarium::test {
 
@@ -16,6 +19,14 @@ struct CliResult {
     QByteArray errors;
     int errorLines() const { return int(errors.count('\n')); }
 };
+
+/// The document that a run printed; fails the test when it is none of ours.
+QJsonObject json(const CliResult &result);
+/// One member of each object of a list.
+QStringList members(const QJsonArray &objects, const char *key);
+bool hasDosbox();
+/// The dosbox that the process with this id has started, waited for up to 30 s.
+std::optional<qint64> startedDosbox(qint64 parent);
 
 /// Runs the real command line program with a home of its own.
 class CliRun {

@@ -1,11 +1,12 @@
 #include "e2e/CliRun.h"
 
+#include "Host/HostPaths.h"
+
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
 #include <QRegularExpression>
@@ -19,27 +20,11 @@ namespace {
 
 using test::CliResult;
 using test::CliRun;
+using test::hasDosbox;
+using test::json;
+using test::members;
 using test::snapshot;
 using test::TinyCollection;
-
-QJsonObject json(const CliResult &result) {
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(result.output, &error);
-    EXPECT_EQ(error.error, QJsonParseError::NoError) << result.output.toStdString() << result.errors.toStdString();
-    EXPECT_EQ(document.object().value(QStringLiteral("schema")).toInt(), 1);
-    return document.object();
-}
-
-QStringList names(const QJsonArray &array, const char *key) {
-    QStringList result;
-    for (const QJsonValue &value : array)
-        result << value.toObject().value(QString::fromUtf8(key)).toString();
-    return result;
-}
-
-bool hasDosbox() {
-    return !QStandardPaths::findExecutable(QStringLiteral("dosbox")).isEmpty();
-}
 
 class Cli : public testing::Test {
   protected:
@@ -50,6 +35,8 @@ class Cli : public testing::Test {
         return QStringList{QStringLiteral("--collection"), collection.path()} + rest;
     }
     CliResult run(const QStringList &rest) const { return cli.run(on(rest)); }
+    /// The journal of an open play session.
+    QString sessionFile() const { return HostPaths::native(cli.home()).state() + QStringLiteral("/session.json"); }
 };
 
 TEST_F(Cli, ListsPlatformsGamesAndPlaylists) {
@@ -57,7 +44,7 @@ TEST_F(Cli, ListsPlatformsGamesAndPlaylists) {
     const auto before = snapshot(collection.path());
     const QJsonArray platformList =
         json(run({QStringLiteral("platforms"), QStringLiteral("--json")})).value(QStringLiteral("platforms")).toArray();
-    ASSERT_EQ(names(platformList, "Name"), QStringList{QStringLiteral("MS-DOS")});
+    ASSERT_EQ(members(platformList, "Name"), QStringList{QStringLiteral("MS-DOS")});
     EXPECT_EQ(platformList[0].toObject().value(QStringLiteral("games")).toInt(), 4);
     EXPECT_EQ(platformList[0].toObject().value(QStringLiteral("installed")).toInt(), 4);
 
@@ -68,8 +55,8 @@ TEST_F(Cli, ListsPlatformsGamesAndPlaylists) {
 
     const QJsonArray games =
         json(run({QStringLiteral("games"), QStringLiteral("--json")})).value(QStringLiteral("games")).toArray();
-    EXPECT_EQ(names(games, "Title"), (QStringList{QStringLiteral("Endless"), QStringLiteral("Saga One"),
-                                                  QStringLiteral("Saga Two"), QStringLiteral("Writer")}));
+    EXPECT_EQ(members(games, "Title"), (QStringList{QStringLiteral("Endless"), QStringLiteral("Saga One"),
+                                                    QStringLiteral("Saga Two"), QStringLiteral("Writer")}));
     const CliResult listed =
         run({QStringLiteral("games"), QStringLiteral("--search"), QStringLiteral("SAGA"), QStringLiteral("--platform"),
              QStringLiteral("ms-dos"), QStringLiteral("--limit"), QStringLiteral("1")});
@@ -79,7 +66,7 @@ TEST_F(Cli, ListsPlatformsGamesAndPlaylists) {
 
     const QJsonArray playlists =
         json(run({QStringLiteral("playlists"), QStringLiteral("--json")})).value(QStringLiteral("playlists")).toArray();
-    EXPECT_EQ(names(playlists, "Name"), QStringList{QStringLiteral("Best")});
+    EXPECT_EQ(members(playlists, "Name"), QStringList{QStringLiteral("Best")});
     EXPECT_EQ(playlists[0].toObject().value(QStringLiteral("GameId")).toArray(),
               QJsonArray{QStringLiteral("writer-id")});
     EXPECT_EQ(snapshot(collection.path()), before);
@@ -184,7 +171,7 @@ TEST_F(Cli, ReadsWhatItCanOfADamagedCollection) {
     const CliResult result = run({QStringLiteral("games"), QStringLiteral("--json")});
     EXPECT_EQ(result.status, 0) << result.errors.toStdString();
     EXPECT_TRUE(
-        names(json(result).value(QStringLiteral("games")).toArray(), "Title").contains(QStringLiteral("Writer")));
+        members(json(result).value(QStringLiteral("games")).toArray(), "Title").contains(QStringLiteral("Writer")));
     EXPECT_EQ(snapshot(collection.path()), before);
 }
 
@@ -250,6 +237,12 @@ TEST_F(Cli, PlaysAGameAndWaitsForItsEnd) {
     EXPECT_EQ(result.status, 0) << result.errors.toStdString();
     EXPECT_EQ(json(result).value(QStringLiteral("ended")), QJsonValue(true));
     EXPECT_TRUE(QFile::exists(collection.file(QStringLiteral("eXo/eXoDOS/writer/RAN.TXT"))));
+
+    EXPECT_FALSE(QFile::exists(sessionFile())) << "a short run leaves an open session";
+    const QJsonObject played =
+        json(run({QStringLiteral("show"), QStringLiteral("writer-id"), QStringLiteral("--json")}));
+    EXPECT_EQ(played.value(QStringLiteral("playCount")).toInt(), 1);
+    EXPECT_GT(played.value(QStringLiteral("playTime")).toDouble(), 0);
 }
 
 TEST_F(Cli, PlaysAGameOfTheDemoCollection) {
@@ -258,9 +251,27 @@ TEST_F(Cli, PlaysAGameOfTheDemoCollection) {
     QTemporaryDir folder;
     const QString demo = folder.filePath(QStringLiteral("demo with blanks"));
     ASSERT_EQ(cli.run({QStringLiteral("demo"), demo}).status, 0);
-    const CliResult result = cli.run({QStringLiteral("--collection"), demo, QStringLiteral("play"),
-                                      QStringLiteral("(Self-Running Demo)"), QStringLiteral("--wait")});
-    EXPECT_EQ(result.status, 0) << result.errors.toStdString();
+    const QStringList onDemo{QStringLiteral("--collection"), demo};
+    const QString game = QStringLiteral("(Self-Running Demo)");
+    QProcess process;
+    process.setProcessEnvironment(cli.environment);
+    process.start(CliRun::program(),
+                  cli.arguments(onDemo + QStringList{QStringLiteral("play"), game, QStringLiteral("--wait")}));
+    ASSERT_TRUE(process.waitForStarted());
+    ASSERT_TRUE(test::startedDosbox(process.processId()));
+    QElapsedTimer running;
+    running.start();
+    ASSERT_TRUE(process.waitForFinished(100'000));
+    const double seconds = double(running.elapsed()) / 1000;
+    EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
+    EXPECT_GT(seconds, 3) << "the demo runs for several seconds";
+
+    const QJsonObject played =
+        json(cli.run(onDemo + QStringList{QStringLiteral("show"), game, QStringLiteral("--json")}));
+    EXPECT_EQ(played.value(QStringLiteral("playCount")).toInt(), 1);
+    EXPECT_NEAR(played.value(QStringLiteral("playTime")).toDouble(), seconds, 2);
+    EXPECT_EQ(played.value(QStringLiteral("gameProgress")).toInt(), 1) << "a game that was played is being played";
+    EXPECT_FALSE(QFile::exists(sessionFile()));
     QFile score(demo + QStringLiteral("/eXo/eXoDOS/cc2demo/SCORE.DAT"));
     EXPECT_TRUE(score.open(QIODevice::ReadOnly)); // written at the end of its run
 }
@@ -268,27 +279,15 @@ TEST_F(Cli, PlaysAGameOfTheDemoCollection) {
 TEST_F(Cli, LeavesTheGameRunningWhenTheWaitingIsInterrupted) {
     if (!hasDosbox())
         GTEST_SKIP() << "no dosbox on this machine";
+    QElapsedTimer timer;
+    timer.start();
     QProcess process;
     process.setProcessEnvironment(cli.environment);
     process.start(CliRun::program(), cli.arguments(on({QStringLiteral("play"), QStringLiteral("Endless"),
                                                        QStringLiteral("--wait"), QStringLiteral("--json")})));
     ASSERT_TRUE(process.waitForStarted());
     // It is waiting once it has an emulator as its child.
-    const QString children = QStringLiteral("/proc/%1/task/%1/children").arg(process.processId());
-    QElapsedTimer timer;
-    timer.start();
-    QByteArray emulator;
-    while (emulator.isEmpty() && timer.elapsed() < 30'000) {
-        QThread::msleep(50);
-        QFile file(children);
-        if (!file.open(QIODevice::ReadOnly))
-            break;
-        for (const QByteArray &child : file.readAll().simplified().split(' ')) {
-            QFile name(QStringLiteral("/proc/%1/comm").arg(QString::fromUtf8(child)));
-            if (name.open(QIODevice::ReadOnly) && name.readAll().startsWith("dosbox"))
-                emulator = child;
-        }
-    }
+    ASSERT_TRUE(test::startedDosbox(process.processId()));
     QThread::msleep(500);
     ::kill(pid_t(process.processId()), SIGINT);
     ASSERT_TRUE(process.waitForFinished(30'000));
@@ -300,7 +299,19 @@ TEST_F(Cli, LeavesTheGameRunningWhenTheWaitingIsInterrupted) {
     const auto pid = pid_t(report.value(QStringLiteral("pid")).toInt());
     ASSERT_GT(pid, 1);
     EXPECT_EQ(::kill(pid, 0), 0) << "the game has ended with the waiting";
+    EXPECT_TRUE(QFile::exists(sessionFile()));
+
+    // Whichever command is next goes on with the session while the game runs, and closes it when it has ended.
+    const QStringList show{QStringLiteral("show"), QStringLiteral("endless-id"), QStringLiteral("--json")};
+    EXPECT_EQ(json(run(show)).value(QStringLiteral("playCount")).toInt(), 1);
+    EXPECT_TRUE(QFile::exists(sessionFile()));
     ::kill(pid, SIGKILL);
+    while (::kill(pid, 0) == 0 && timer.elapsed() < 30'000)
+        QThread::msleep(20);
+    const QJsonObject played = json(run(show));
+    EXPECT_FALSE(QFile::exists(sessionFile()));
+    EXPECT_GE(played.value(QStringLiteral("playTime")).toDouble(), 0.5);
+    EXPECT_LE(played.value(QStringLiteral("playTime")).toDouble(), double(timer.elapsed()) / 1000);
 }
 
 TEST_F(Cli, SaysThatDosboxIsMissing) {

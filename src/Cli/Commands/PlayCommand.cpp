@@ -1,5 +1,4 @@
 #include "App/AppState.h"
-#include "App/Composition.h"
 #include "Cli/CliDialogs.h"
 #include "Cli/CliError.h"
 #include "Cli/Command.h"
@@ -18,6 +17,7 @@
 #include "Services/Launch/GameLauncher.h"
 #include "Services/Launch/VersionCheck.h"
 #include "Services/Library/GameLibrary.h"
+#include "Services/Library/PlaySessionTracker.h"
 
 #include <QCoro/QCoroFuture>
 #include <QPromise>
@@ -69,7 +69,7 @@ class PlayCommand : public Command {
     QCoro::Task<int> run(CommandContext &context) override {
         const GameLibrary *library = co_await context.loadLibrary();
         const GamePtr game = chooseGame(context, *library, m_game);
-        const VersionCheck &check = context.composition().appState().versionCheck();
+        const VersionCheck &check = context.appState().versionCheck();
         const VersionCheck::Result versions = co_await check.checkVersionsAndLaunch(game->id, library->collectionURL());
         const std::optional<GameVersionOption> version = chooseVersion(context, versions);
         GameLauncher &launcher = context.launcherFor(*library, !m_dryRun);
@@ -130,6 +130,9 @@ class PlayCommand : public Command {
         WaitOutcome outcome;
         if (m_wait && process)
             outcome = co_await waitForGame(context.host().processes, *process);
+        // The tracker looks once a second: the play time is stored before the program leaves only when it is told.
+        if (m_wait && process && !outcome.interrupted)
+            context.appState().sessionTracker().endSession();
         report(context, *game, process, outcome);
     }
 

@@ -1,6 +1,8 @@
 #include "Cli/Command.h"
 #include "Cli/CommandContext.h"
+#include "Cli/CommandOptions.h"
 #include "Cli/Commands/Commands.h"
+#include "Cli/GameFilter.h"
 #include "Cli/JsonText.h"
 #include "Cli/Output.h"
 #include "Cli/Table.h"
@@ -15,10 +17,20 @@ namespace {
 class PlaylistsCommand : public Command {
   public:
     const char *name() const override { return "playlists"; }
-    const char *description() const override { return "List the playlists with the number of their games"; }
+    const char *description() const override {
+        return "List the playlists with the number of their games, or the games of one";
+    }
+
+    void declare(CommandOptions &options) override {
+        options.optionalArgument("ID-OR-NAME", m_filter.playlist, "Lists the games of this one");
+    }
 
     QCoro::Task<int> run(CommandContext &context) override {
         const GameLibrary *library = co_await context.loadLibrary();
+        if (!m_filter.playlist.isNull()) {
+            printGames(context, m_filter.select(context, *library));
+            co_return exitDone;
+        }
         if (context.json()) {
             JsonList list(context.output(), "playlists");
             for (const Playlist &playlist : library->playlists())
@@ -35,6 +47,9 @@ class PlaylistsCommand : public Command {
         table.print(context.output());
         co_return exitDone;
     }
+
+  private:
+    GameFilter m_filter;
 };
 
 } // namespace

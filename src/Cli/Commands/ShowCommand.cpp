@@ -49,7 +49,7 @@ QString emulatorText(const Game &game) {
     return text;
 }
 
-FieldList fields(const Game &game) {
+FieldList fields(const Game &game, const UserData &user) {
     FieldList list;
     list.add(QStringLiteral("Title"), game.title);
     list.add(QStringLiteral("Platform"), game.platform);
@@ -69,6 +69,8 @@ FieldList fields(const Game &game) {
         state += QStringLiteral(" (%1)").arg(game.downloadSize);
     list.add(QStringLiteral("State"), state);
     list.add(QStringLiteral("Favorite"), game.isFavorite ? QStringLiteral("yes") : QString());
+    list.add(QStringLiteral("Own rating"),
+             user.rating(game.id) > 0 ? QStringLiteral("%1 of 5").arg(user.rating(game.id)) : QString());
     list.add(QStringLiteral("Progress"), gameProgressText(game.gameProgress));
     list.add(QStringLiteral("Played"), game.playCount > 0 ? QStringLiteral("%1 times").arg(game.playCount) : QString());
     list.add(QStringLiteral("Play time"), playTimeText(game.playTime));
@@ -87,6 +89,7 @@ FieldList fields(const Game &game) {
         applications << QStringLiteral("%1 (%2)").arg(application.name, application.applicationPath);
     list.add(QStringLiteral("Also"), applications.join(u'\n'));
     list.add(QStringLiteral("ID"), game.id);
+    list.add(QStringLiteral("Own note"), user.notes(game.id));
     list.add(QStringLiteral("Notes"), game.notesText());
     list.add(QStringLiteral("Overview"), game.overviewText());
     return list;
@@ -107,9 +110,13 @@ class ShowCommand : public Command {
         if (context.json()) {
             Json document = jsonDocument();
             document.update(toJson(*game));
+            if (const int rating = library->userData().rating(game->id); rating > 0)
+                document["userRating"] = rating;
+            if (const QString note = library->userData().notes(game->id); !note.isEmpty())
+                document["userNotes"] = jsonText(note);
             printJson(context.output(), document);
         } else {
-            fields(*game).print(context.output());
+            fields(*game, library->userData()).print(context.output());
         }
         co_return exitDone;
     }

@@ -55,6 +55,8 @@ class GameLibrary : public QObject {
     bool isLoading() const { return m_isLoading; }
     QString loadingStatus() const { return m_loadingStatus; }
     double loadingProgress() const { return m_loadingProgress; }
+    /// Whether the last load took its games from the cache.
+    bool loadedFromCache() const { return m_loadedFromCache; }
     /// Empty when the last load went well.
     QString errorMessage() const { return m_errorMessage; }
 
@@ -130,6 +132,7 @@ class GameLibrary : public QObject {
     GameList m_recentlyPlayed;
     QElapsedTimer m_loadTimer;
     bool m_isLoading = false;
+    bool m_loadedFromCache = false;
     QString m_loadingStatus;
     double m_loadingProgress = 0;
     QString m_errorMessage;

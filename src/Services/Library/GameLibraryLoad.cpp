@@ -242,6 +242,7 @@ QCoro::Task<> GameLibrary::loadCollection(QString collection) {
         std::optional<CachedCollectionData> cached = co_await runOnPool(loadCache);
         if (!self)
             co_return;
+        m_loadedFromCache = cached.has_value();
         if (cached)
             co_await finishCacheLoad(std::move(*cached));
         else

@@ -8,7 +8,6 @@ AppButton {
     readonly property bool stacked: (parent as Grid)?.columns === 1 && (parent as Grid)?.width > implicitWidth
 
     width: stacked && parent ? parent.width : Math.max(88, implicitWidth)
-    focus: index === 0
     text: modelData
     primary: index === 0
     onClicked: App.dialogs.answer(index)

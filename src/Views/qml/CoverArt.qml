@@ -19,8 +19,18 @@ Item {
     readonly property real coverHeight: hasPicture ? picture.paintedHeight : height
     readonly property real coverX: (width - coverWidth) / 2
     readonly property real coverY: picture.verticalAlignment === Image.AlignTop ? 0 : height - coverHeight
-    // Requested in steps, so that dragging the window's edge does not decode every cover at every width.
-    readonly property int requestWidth: Math.ceil(width / 40) * 40 * Screen.devicePixelRatio
+    // What is asked for is exactly what is shown, so that nothing is scaled twice; but not every width that the
+    // dragged edge of a window goes through.
+    property int requestWidth: 0
+
+    onWidthChanged: requestWidth === 0 ? settled.triggered() : settled.restart()
+
+    Timer {
+        id: settled
+
+        interval: 150
+        onTriggered: art.requestWidth = Math.round(art.width * Screen.devicePixelRatio)
+    }
 
     Rectangle {
         id: placeholder
@@ -71,7 +81,7 @@ Item {
         asynchronous: true
         source: art.requestWidth > 0 ? art.source : ""
         sourceSize.width: art.requestWidth
-        sourceSize.height: Math.round(art.requestWidth * art.height / Math.max(1, art.width))
+        sourceSize.height: Math.round(art.requestWidth * 4 / 3)
         fillMode: Image.PreserveAspectFit
         verticalAlignment: Image.AlignBottom
         smooth: true

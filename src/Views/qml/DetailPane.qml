@@ -45,8 +45,8 @@ Rectangle {
 
                     anchors.horizontalCenter: parent.horizontalCenter
                     anchors.bottom: parent.bottom
-                    width: Math.min(parent.width, 240)
-                    height: width * 4 / 3
+                    width: Math.round(Math.min(parent.width, 240))
+                    height: Math.round(width * 4 / 3)
                     source: App.detail.cover
                     title: App.detail.title
                     initials: App.detail.initials

@@ -45,7 +45,7 @@ Item {
             id: art
 
             width: parent.width
-            height: width * 4 / 3
+            height: Math.round(width * 4 / 3)
             source: cell.cover
             title: cell.title
             initials: cell.initials

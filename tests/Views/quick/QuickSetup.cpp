@@ -22,6 +22,10 @@ void QuickSetup::qmlEngineAvailable(QQmlEngine *engine) {
         qFatal("The fixture collection could not be loaded");
 }
 
+void QuickSetup::cleanupTestCase() {
+    m_fixture.reset();
+}
+
 void QuickSetup::ask(const QString &title, const QString &text, const QStringList &buttons) {
     spawn(
         [](QuickSetup &setup, Alert alert) -> QCoro::Task<> {

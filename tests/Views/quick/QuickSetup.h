@@ -23,6 +23,7 @@ class QuickSetup : public QObject {
 
   public Q_SLOTS:
     void qmlEngineAvailable(QQmlEngine *engine);
+    void cleanupTestCase();
 
   Q_SIGNALS:
     void answered(int button);

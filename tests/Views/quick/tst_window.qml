@@ -198,6 +198,7 @@ TestCase {
     function test_aQuestionTakesTheKeyboard(data) {
         setup.ask("Incomplete", "Go on?", ["Repair", "Skip", "Cancel"]);
         tryVerify(() => window.activeFocusItem && window.activeFocusItem.text === "Repair");
+        verify(window.activeFocusItem.visualFocus);
         for (const key of data.keys)
             keyClick(key);
         tryCompare(answers, "count", 1);

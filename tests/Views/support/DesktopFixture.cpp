@@ -19,6 +19,10 @@ DesktopFixture::DesktopFixture(bool systemClock)
     desktop.appearance()->setReducedMotion(true);
 }
 
+DesktopFixture::~DesktopFixture() {
+    waitUntil([&] { return !state.gameLibrary().isLoading(); });
+}
+
 QString DesktopFixture::collection() {
     const QString folder = machine.scratch() + QStringLiteral("/collection");
     if (!QDir(folder).exists())

@@ -17,6 +17,8 @@ class DesktopFixture {
   public:
     /// With `systemClock` waits take real time, as a window needs them to.
     explicit DesktopFixture(bool systemClock = false);
+    /// Waits for a load that is still going on.
+    ~DesktopFixture();
 
     TestHost machine;
     QmlDialogs dialogs;

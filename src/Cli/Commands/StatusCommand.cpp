@@ -1,0 +1,134 @@
+#include "Cli/Command.h"
+#include "Cli/CommandContext.h"
+#include "Cli/CommandOptions.h"
+#include "Cli/Commands/Commands.h"
+#include "Cli/GameChoice.h"
+#include "Cli/JsonText.h"
+#include "Cli/Output.h"
+#include "Cli/Table.h"
+#include "Services/Library/GameLibrary.h"
+
+#include <QMap>
+#include <nlohmann/json.hpp>
+
+namespace ludarium {
+
+namespace {
+
+/// How many games there are in each state; every game counts once.
+struct StateCounts {
+    int games = 0;
+    int installed = 0;
+    int compressed = 0;
+    int downloadable = 0;
+    int missing = 0;
+
+    void add(const Game &game) {
+        ++games;
+        ++(game.isInstalled      ? installed
+           : game.isCompressed   ? compressed
+           : game.isDownloadable ? downloadable
+                                 : missing);
+    }
+    Json json() const {
+        Json object = Json::object();
+        object["games"] = games;
+        object["installed"] = installed;
+        object["compressed"] = compressed;
+        object["downloadable"] = downloadable;
+        object["missing"] = missing;
+        return object;
+    }
+    QStringList cells(const QString &name) const {
+        QStringList cells{name};
+        for (const int count : {games, installed, compressed, downloadable, missing})
+            cells << QString::number(count);
+        return cells;
+    }
+};
+
+class StatusCommand : public Command {
+  public:
+    const char *name() const override { return "status"; }
+    const char *description() const override { return "Tell which games are there, or look at one on the disk"; }
+
+    void declare(CommandOptions &options) override {
+        options.optionalArgument("ID-OR-TITLE", m_game, "Id, title or a part of the title; without it, all games");
+    }
+
+    QCoro::Task<int> run(CommandContext &context) override {
+        GameLibrary *library = co_await context.loadLibrary();
+        if (!m_game.isNull()) {
+            const GamePtr game = chooseGame(context, *library, m_game);
+            co_await library->updateGameStatus(game->id);
+            printOne(context, *library->game(game->id));
+            co_return exitDone;
+        }
+        // What the cache says may be old.
+        if (library->loadedFromCache())
+            co_await library->checkInstalledStatusSilent(library->collectionURL());
+        printTotals(context, library->games());
+        co_return exitDone;
+    }
+
+  private:
+    static void printOne(CommandContext &context, const Game &game) {
+        if (context.json()) {
+            Json document = jsonDocument();
+            addText(document, "ID", game.id);
+            addText(document, "Title", game.title);
+            document["state"] = jsonText(gameStateText(game));
+            document["installed"] = game.isInstalled;
+            document["compressed"] = game.isCompressed;
+            document["downloadable"] = game.isDownloadable;
+            addText(document, "downloadSize", game.downloadSize);
+            printJson(context.output(), document);
+            return;
+        }
+        FieldList fields;
+        fields.add(QStringLiteral("Title"), game.title);
+        fields.add(QStringLiteral("State"), gameStateText(game));
+        fields.add(QStringLiteral("Download size"), game.downloadSize);
+        fields.add(QStringLiteral("ID"), game.id);
+        fields.print(context.output());
+    }
+
+    static void printTotals(CommandContext &context, const GameList &games) {
+        QMap<QString, StateCounts> platforms;
+        StateCounts total;
+        for (const GamePtr &game : games) {
+            platforms[game->platform].add(*game);
+            total.add(*game);
+        }
+        if (context.json()) {
+            Json document = jsonDocument();
+            Json list = Json::array();
+            for (auto it = platforms.cbegin(); it != platforms.cend(); ++it) {
+                Json element = Json::object();
+                element["Name"] = jsonText(it.key());
+                element.update(it->json());
+                list.push_back(std::move(element));
+            }
+            document["platforms"] = std::move(list);
+            document["total"] = total.json();
+            printJson(context.output(), document);
+            return;
+        }
+        Table table({QStringLiteral("PLATFORM"), QStringLiteral("GAMES"), QStringLiteral("INSTALLED"),
+                     QStringLiteral("COMPRESSED"), QStringLiteral("DOWNLOADABLE"), QStringLiteral("MISSING")});
+        for (auto it = platforms.cbegin(); it != platforms.cend(); ++it)
+            table.add(it->cells(it.key()));
+        table.add(total.cells(QStringLiteral("All")));
+        table.print(context.output());
+    }
+
+    QString m_game;
+};
+
+} // namespace
+
+std::unique_ptr<Command> makeStatusCommand() {
+    return std::make_unique<StatusCommand>();
+}
+
+} // namespace ludarium

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "Cli/JsonText.h"
+
+namespace ludarium {
+
+class CommandContext;
+class GameLibrary;
+
+/// The words for how far the user has come, in the order of GameProgress: "notPlayed", "playing", …
+const QStringList &progressWords();
+
+/// Throws CliError unless a change has been stored.
+void requireStored(bool stored);
+
+/// Prints what the user has given a game as one document; with text output the line alone.
+void printUserData(CommandContext &context, const GameLibrary &library, const Game &game, const QString &line);
+
+} // namespace ludarium

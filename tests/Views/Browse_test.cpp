@@ -1,0 +1,164 @@
+#include "Services/Library/GameLibrary.h"
+#include "Views/CoverStore.h"
+#include "Views/GridGeometry.h"
+#include "support/DesktopFixture.h"
+#include "support/FixtureCollection.h"
+
+#include <QSignalSpy>
+#include <gtest/gtest.h>
+
+namespace ludarium::test {
+
+namespace {
+
+GamePtr game(const QString &id, const QString &title) {
+    auto made = std::make_shared<Game>();
+    made->id = id;
+    made->title = title;
+    made->platform = QStringLiteral("MS-DOS");
+    return made;
+}
+
+GameList games(int count) {
+    GameList list;
+    for (int i = 0; i < count; ++i)
+        list.append(game(QString::number(i), QStringLiteral("Game %1").arg(i)));
+    return list;
+}
+
+} // namespace
+
+TEST(GridGeometry, FitsAsManyColumnsAsTheMinimumWidthAllows) {
+    struct Case {
+        double width;
+        GridSize size;
+        int columns;
+    };
+    for (const auto &[width, size, columns] : {
+             Case{800, GridSize::medium, 4},
+             Case{0, GridSize::medium, 4},
+             Case{0, GridSize::small, 5},
+             Case{698, GridSize::medium, 3},
+             Case{1280, GridSize::extraLarge, 4},
+             Case{100, GridSize::large, 1},
+         })
+        EXPECT_EQ(gridColumns(width, size), columns) << width;
+}
+
+TEST(GridGeometry, StepsStayInsideTheList) {
+    struct Case {
+        Step step;
+        int current;
+        int count;
+        int columns;
+        int wanted;
+    };
+    for (const auto &[step, current, count, columns, wanted] : {
+             Case{Step::next, -1, 10, 4, 0},
+             Case{Step::up, -1, 10, 4, 0},
+             Case{Step::next, -1, 0, 4, -1},
+             Case{Step::next, 9, 10, 4, 9},
+             Case{Step::previous, 0, 10, 4, 0},
+             Case{Step::up, 3, 10, 4, 3},
+             Case{Step::up, 4, 10, 4, 0},
+             Case{Step::down, 5, 10, 4, 9},
+             Case{Step::down, 6, 10, 4, 6},
+             Case{Step::next, 50, 10, 4, 0},
+         })
+        EXPECT_EQ(stepRow(step, current, count, columns), wanted) << current << " of " << count;
+}
+
+TEST(GameListModel, AnnouncesOnlyTheRowsWhoseRecordsChanged) {
+    GameListModel model(std::make_shared<CoverStore>());
+    GameList list = games(10);
+    model.setGames(list);
+    QSignalSpy resets(&model, &GameListModel::modelReset);
+    QSignalSpy changes(&model, &GameListModel::dataChanged);
+
+    list[3] = game(QStringLiteral("3"), QStringLiteral("Renamed"));
+    list[4] = game(QStringLiteral("4"), QStringLiteral("Renamed too"));
+    list[9] = game(QStringLiteral("9"), QStringLiteral("The last"));
+    model.setGames(list);
+    EXPECT_EQ(resets.count(), 0);
+    ASSERT_EQ(changes.count(), 2);
+    EXPECT_EQ(changes[0][0].toModelIndex().row(), 3);
+    EXPECT_EQ(changes[0][1].toModelIndex().row(), 4);
+    EXPECT_EQ(changes[1][0].toModelIndex().row(), 9);
+    EXPECT_EQ(model.data(model.index(3), GameListModel::titleRole).toString(), QStringLiteral("Renamed"));
+
+    model.setGames(list);
+    EXPECT_EQ(changes.count(), 2) << "the same records are no change";
+    list.removeFirst();
+    model.setGames(list);
+    EXPECT_EQ(resets.count(), 1);
+}
+
+TEST(GameListModel, HasNothingOutsideTheList) {
+    GameListModel model(std::make_shared<CoverStore>());
+    model.setGames(games(2));
+    EXPECT_EQ(model.game(-1), nullptr);
+    EXPECT_EQ(model.game(2), nullptr);
+    EXPECT_EQ(model.rowOf(QStringLiteral("1")), 1);
+    EXPECT_EQ(model.rowOf(QStringLiteral("none")), -1);
+    EXPECT_FALSE(model.data(model.index(2), GameListModel::titleRole).isValid());
+}
+
+TEST(Browse, KeepsTheSelectedGameThroughSearchAndOrder) {
+    DesktopFixture fixture;
+    ASSERT_TRUE(fixture.load());
+    Browse &browse = *fixture.desktop.browse();
+    ASSERT_TRUE(browse.selectTitle(QStringLiteral("Copper Harbor")));
+    const int row = browse.currentRow();
+    browse.setSearchText(QStringLiteral("COPPER"));
+    EXPECT_EQ(browse.games()->count(), 36) << "a search waits for a pause";
+    ASSERT_TRUE(waitUntil([&] { return browse.games()->count() == 6; }));
+    EXPECT_EQ(browse.games()->game(browse.currentRow())->title, QStringLiteral("Copper Harbor"));
+    EXPECT_TRUE(browse.isFiltered());
+    browse.setSearchText(QStringLiteral("lantern"));
+    ASSERT_TRUE(waitUntil([&] { return browse.currentRow() == -1; }));
+    EXPECT_EQ(fixture.desktop.detail()->title(), QStringLiteral("Copper Harbor"));
+    browse.setSearchText({});
+    EXPECT_EQ(browse.currentRow(), row) << "an emptied field takes effect at once";
+    EXPECT_FALSE(browse.isFiltered());
+}
+
+TEST(Browse, WritesEachViewSettingAndIgnoresUnknownTexts) {
+    DesktopFixture fixture;
+    Browse &browse = *fixture.desktop.browse();
+    QSignalSpy changes(&browse, &Browse::viewSettingsChanged);
+    browse.setViewMode(QStringLiteral("Mosaic"));
+    browse.setGridSize(QStringLiteral("Huge"));
+    browse.setSortOrder(QStringLiteral("Colour"));
+    EXPECT_EQ(changes.count(), 0);
+    browse.setViewMode(QStringLiteral("List"));
+    browse.setGridSize(QStringLiteral("Extra Large"));
+    browse.setSortOrder(QStringLiteral("Year"));
+    EXPECT_EQ(fixture.machine.settings.rawValue(QStringLiteral("viewMode")).toString(), QStringLiteral("List"));
+    EXPECT_EQ(fixture.machine.settings.rawValue(QStringLiteral("gridSize")).toString(), QStringLiteral("Extra Large"));
+    EXPECT_EQ(fixture.machine.settings.rawValue(QStringLiteral("sortOrder")).toString(), QStringLiteral("Year"));
+    EXPECT_EQ(browse.widestCell(), 300);
+}
+
+TEST(Sidebar, CountsTheGamesOfEachPlatformThatTheLibraryLists) {
+    DesktopFixture fixture;
+    ASSERT_TRUE(fixture.load());
+    SidebarModel &sidebar = *fixture.desktop.sidebar();
+    const auto text = [&](int row) {
+        return sidebar.data(sidebar.index(row), SidebarModel::nameRole).toString() + QLatin1Char(' ') +
+               sidebar.data(sidebar.index(row), SidebarModel::gamesRole).toString();
+    };
+    ASSERT_TRUE(waitUntil([&] { return text(0) == QStringLiteral("All Games 36"); }));
+    ASSERT_EQ(sidebar.platformCount(), fixture.state.gameLibrary().platforms().size());
+    QStringList rows;
+    for (int row = 1; row <= sidebar.platformCount(); ++row)
+        rows << text(row);
+    EXPECT_TRUE(rows.contains(QStringLiteral("Apple IIGS 6"))) << qPrintable(rows.join(u','));
+    EXPECT_TRUE(rows.contains(QStringLiteral("ScummVM 6")));
+    sidebar.select(int(rows.indexOf(QStringLiteral("ScummVM 6"))) + 1);
+    EXPECT_EQ(fixture.desktop.browse()->title(), QStringLiteral("ScummVM"));
+    EXPECT_EQ(fixture.desktop.browse()->games()->count(), 6);
+    sidebar.select(99);
+    EXPECT_EQ(fixture.desktop.browse()->title(), QStringLiteral("ScummVM"));
+}
+
+} // namespace ludarium::test

@@ -1,0 +1,324 @@
+#include "e2e/CliRun.h"
+
+#include "Host/HostPaths.h"
+#include "Host/SqliteSettingsStore.h"
+#include "Services/Library/UserData.h"
+#include "support/Mount.h"
+
+#include <QDir>
+#include <QFile>
+#include <gtest/gtest.h>
+
+// The commands of the command line program that list a library and keep what the user gives its games, each a run of
+// the real program.
+namespace ludarium {
+namespace {
+
+using namespace Qt::StringLiterals;
+using test::CliResult;
+using test::json;
+using test::members;
+
+/// Seven games on two platforms; of those on the disk are "writer-id" and "endless-id".
+class CliLibrary : public testing::Test {
+  protected:
+    CliLibrary() {
+        collection.put(
+            u"Data/Platforms/ScummVM.xml"_s,
+            "<LaunchBox>"
+            "<Game><ID>alpha</ID><Title>Alpha</Title><Platform>ScummVM</Platform><Genre>Adventure; Puzzle</Genre>"
+            "<Developer>Sierra</Developer><Publisher>Plum</Publisher><Series>Greek</Series>"
+            "<ReleaseDate>1991-01-01T00:00:00</ReleaseDate><CommunityStarRating>4</CommunityStarRating></Game>"
+            "<Game><ID>beta</ID><Title>Beta</Title><Platform>ScummVM</Platform><Genre>Action</Genre>"
+            "<Developer>Origin</Developer><Publisher>Sierra</Publisher>"
+            "<ReleaseDate>1985-01-01T00:00:00</ReleaseDate><CommunityStarRating>5</CommunityStarRating></Game>"
+            "<Game><ID>talkie</ID><Title>Writer (Talkie)</Title><Platform>ScummVM</Platform></Game>"
+            "</LaunchBox>");
+    }
+
+    CliResult run(const QString &command, const QStringList &rest = {}) const {
+        return cli.run(QStringList{u"--collection"_s, collection.path(), command} + rest);
+    }
+    QJsonObject jsonOf(const QString &command, const QStringList &rest = {}) const {
+        const CliResult result = run(command, rest + QStringList{u"--json"_s});
+        EXPECT_EQ(result.status, 0) << result.errors.toStdString();
+        return json(result);
+    }
+    QStringList ids(const QString &command, const QStringList &rest = {}) const {
+        return members(jsonOf(command, rest).value(u"games"_s).toArray(), "ID");
+    }
+    /// A minute of "alpha" now and an hour of "beta" on the day before.
+    void playTwoGames() const {
+        SqliteSettingsStore settings(HostPaths::native(cli.home()).settingsFolder());
+        UserData user(settings);
+        const QDateTime now = QDateTime::currentDateTime();
+        user.recordPlay(u"beta"_s, 3600, now.addDays(-1));
+        user.recordPlay(u"alpha"_s, 60, now);
+    }
+
+    test::CliRun cli;
+    test::TinyCollection collection;
+};
+
+TEST_F(CliLibrary, FindsGamesAsTheDesktopProgramDoes) {
+    // Ratings come with the collection's own files only: the cache holds none.
+    EXPECT_EQ(ids(u"search"_s, {u"--sort"_s, u"rating"_s, u"--limit"_s, u"3"_s}),
+              (QStringList{u"beta"_s, u"writer-id"_s, u"alpha"_s}));
+    playTwoGames();
+    ASSERT_EQ(run(u"favorite"_s, {u"beta"_s}).status, 0);
+    const struct {
+        QStringList arguments;
+        QStringList expected;
+    } rows[] = {
+        {{}, {u"alpha"_s, u"beta"_s, u"endless-id"_s, u"saga-1"_s, u"saga-2"_s, u"writer-id"_s, u"talkie"_s}},
+        {{u"SIERRA"_s}, {u"alpha"_s, u"beta"_s}},
+        {{u"greek"_s}, {u"alpha"_s}},
+        {{u"nothing of this"_s}, {}},
+        {{u"--genre"_s, u"puzzle"_s}, {u"alpha"_s}},
+        {{u"--genre"_s, u"venture"_s}, {u"alpha"_s}},
+        {{u"--developer"_s, u"sierra"_s}, {u"alpha"_s}},
+        {{u"--publisher"_s, u"Sierra"_s}, {u"beta"_s}},
+        {{u"--year"_s, u"1991"_s}, {u"alpha"_s, u"writer-id"_s}},
+        {{u"--playlist"_s, u"best"_s}, {u"writer-id"_s}},
+        {{u"--playlist"_s, u"best-id"_s}, {u"writer-id"_s}},
+        {{u"--collection-id"_s, u"80s-classics"_s}, {u"beta"_s}},
+        {{u"--collection-id"_s, u"sierra games"_s}, {u"alpha"_s, u"beta"_s}},
+        {{u"--favorites"_s}, {u"beta"_s}},
+        {{u"--installed"_s}, {u"endless-id"_s, u"writer-id"_s}},
+        {{u"--sort"_s, u"year"_s, u"--platform"_s, u"scummvm"_s}, {u"talkie"_s, u"beta"_s, u"alpha"_s}},
+        {{u"--sort"_s, u"developer"_s, u"--year"_s, u"1991"_s}, {u"writer-id"_s, u"alpha"_s}},
+        {{u"--sort"_s, u"recent"_s, u"--limit"_s, u"2"_s}, {u"alpha"_s, u"beta"_s}},
+        {{u"--sort"_s, u"plays"_s, u"--limit"_s, u"2"_s}, {u"alpha"_s, u"beta"_s}},
+        {{u"--limit"_s, u"0"_s}, {}},
+    };
+    for (const auto &row : rows)
+        EXPECT_EQ(ids(u"search"_s, row.arguments), row.expected) << row.arguments.join(u' ').toStdString();
+}
+
+TEST_F(CliLibrary, RefusesNamesThatNothingHasInOneLine) {
+    const struct {
+        QStringList arguments;
+        const char *text;
+    } rows[] = {
+        {{u"search"_s, u"--genre"_s, u"Racing"_s}, "No game has the genre \"Racing\""},
+        {{u"search"_s, u"--genre"_s, QString()}, "No game has the genre"},
+        {{u"search"_s, u"--developer"_s, u"Sier"_s}, "No game has the developer \"Sier\""},
+        {{u"search"_s, u"--publisher"_s, u"Origin"_s}, "No game has the publisher \"Origin\""},
+        {{u"search"_s, u"--platform"_s, u"Amiga"_s}, "No game has the platform \"Amiga\""},
+        {{u"search"_s, u"--playlist"_s, u"Worst"_s}, "No playlist has the id or name \"Worst\""},
+        {{u"playlists"_s, u"Worst"_s}, "No playlist has the id or name \"Worst\""},
+        {{u"collections"_s, u"70s"_s}, "No collection has the id or name \"70s\""},
+        {{u"favorite"_s, u"Gamma"_s}, "No game has the id or title \"Gamma\""},
+        {{u"status"_s, u"Gamma"_s}, "No game has the id or title \"Gamma\""},
+    };
+    for (const auto &row : rows) {
+        const CliResult result = run(row.arguments.first(), row.arguments.sliced(1));
+        EXPECT_EQ(result.status, 1) << row.text;
+        EXPECT_EQ(result.output, "") << row.text;
+        EXPECT_EQ(result.errorLines(), 1) << result.errors.toStdString();
+        EXPECT_TRUE(result.errors.contains(row.text)) << result.errors.toStdString();
+    }
+    const CliResult several = run(u"collections"_s, {u"classics"_s});
+    EXPECT_EQ(several.status, 1);
+    EXPECT_TRUE(several.errors.contains("80s-classics") && several.errors.contains("names 2 collections"))
+        << several.errors.toStdString();
+}
+
+TEST_F(CliLibrary, ListsPlaylistsCollectionsFacetsAndGroups) {
+    EXPECT_EQ(ids(u"playlists"_s, {u"BEST"_s}), QStringList{u"writer-id"_s});
+
+    playTwoGames();
+    QHash<QString, int> counts;
+    for (const QJsonValue &value : jsonOf(u"collections"_s).value(u"collections"_s).toArray())
+        counts[value[u"section"_s].toString() + u'/' + value[u"id"_s].toString()] = value[u"games"_s].toInt();
+    EXPECT_EQ(counts.size(), 29);
+    EXPECT_EQ(counts[u"Smart Collections/unplayed"_s], 5);
+    EXPECT_EQ(counts[u"Smart Collections/installed"_s], 2);
+    EXPECT_EQ(counts[u"Studios/sierra-games"_s], 2);
+    EXPECT_EQ(counts[u"Genres/genre-puzzle"_s], 1);
+    EXPECT_EQ(ids(u"collections"_s, {u"most-played"_s}), (QStringList{u"alpha"_s, u"beta"_s}));
+
+    const QJsonObject facets = jsonOf(u"facets"_s);
+    EXPECT_EQ(facets.keys(),
+              (QStringList{u"developers"_s, u"genres"_s, u"publishers"_s, u"schema"_s, u"series"_s, u"years"_s}));
+    EXPECT_EQ(facets.value(u"genres"_s).toArray(), (QJsonArray{u"Action"_s, u"Adventure"_s, u"Puzzle"_s}));
+    EXPECT_EQ(facets.value(u"publishers"_s).toArray(), (QJsonArray{u"Plum"_s, u"Sierra"_s}));
+    EXPECT_EQ(facets.value(u"years"_s).toArray(), (QJsonArray{1985, 1990, 1991}));
+    EXPECT_EQ(jsonOf(u"facets"_s, {u"series"_s}).keys(), (QStringList{u"schema"_s, u"series"_s}));
+    EXPECT_EQ(run(u"facets"_s, {u"years"_s}).output, "FACET  VALUE\nyears  1985\nyears  1990\nyears  1991\n");
+
+    const QJsonArray groups = jsonOf(u"groups"_s).value(u"groups"_s).toArray();
+    ASSERT_EQ(groups.size(), 1);
+    EXPECT_EQ(groups[0][u"normalizedTitle"_s].toString(), u"writer"_s);
+    EXPECT_EQ(groups[0][u"primary"_s].toString(), u"writer-id"_s);
+    EXPECT_EQ(members(groups[0][u"variants"_s].toArray(), "ID"), (QStringList{u"writer-id"_s, u"talkie"_s}));
+    for (const QStringList &none : {QStringList{u"--search"_s, u"talkie"_s}, QStringList{u"--limit"_s, u"0"_s}})
+        EXPECT_EQ(jsonOf(u"groups"_s, none).value(u"groups"_s).toArray(), QJsonArray());
+}
+
+TEST_F(CliLibrary, KeepsWhatTheUserGivesAGame) {
+    const auto given = [this] {
+        const QJsonObject game = jsonOf(u"show"_s, {u"alpha"_s});
+        return QJsonArray{game.value(u"favorite"_s), game.value(u"userRating"_s), game.value(u"userNotes"_s),
+                          game.value(u"gameProgress"_s)};
+    };
+    const QJsonArray nothing{false, QJsonValue::Undefined, QJsonValue::Undefined, 0};
+    EXPECT_EQ(given(), nothing);
+    const struct {
+        const char *command;
+        QString value;
+        const char *printed;
+    } rows[] = {
+        {"favorite", {}, "Alpha is a favorite.\n"},
+        {"favorite", {}, "Alpha is a favorite.\n"}, // twice is no less
+        {"rate", u"4"_s, "Alpha: 4 of 5\n"},
+        {"note", u"Größe\n\x1b[31m"_s, "Größe\n\\x1b[31m\n"},
+        {"progress", u"mastered"_s, "Alpha: Mastered\n"},
+        {"rate", {}, "Alpha: 4 of 5\n"},
+        {"note", {}, "Größe\n\\x1b[31m\n"},
+        {"progress", {}, "Alpha: Mastered\n"},
+    };
+    for (const auto &row : rows) {
+        QStringList rest{u"alpha"_s};
+        if (!row.value.isNull())
+            rest << row.value;
+        const CliResult result = run(QString::fromUtf8(row.command), rest);
+        EXPECT_EQ(result.status, 0) << result.errors.toStdString();
+        EXPECT_EQ(result.output, row.printed);
+    }
+    EXPECT_EQ(given(), (QJsonArray{true, 4, u"Größe\n\x1b[31m"_s, 4}));
+    const QJsonObject data = jsonOf(u"rate"_s, {u"alpha"_s});
+    EXPECT_EQ(data.value(u"favorite"_s), QJsonValue(true));
+    EXPECT_EQ(data.value(u"progress"_s).toString(), u"mastered"_s);
+
+    for (const QStringList &arguments : {QStringList{u"favorite"_s, u"alpha"_s, u"--off"_s},
+                                         {u"rate"_s, u"alpha"_s, u"0"_s},
+                                         {u"note"_s, u"alpha"_s, u"--clear"_s},
+                                         {u"progress"_s, u"alpha"_s, u"notPlayed"_s}})
+        EXPECT_EQ(run(arguments.first(), arguments.sliced(1)).status, 0);
+    EXPECT_EQ(given(), nothing);
+    EXPECT_EQ(run(u"note"_s, {u"alpha"_s}).output, "");
+}
+
+TEST_F(CliLibrary, FailsWhenAChangeCannotBeStored) {
+    QTemporaryDir small;
+    const test::Mount mount = test::Mount::memory(small.path(), u"1m"_s);
+    if (!mount.ok())
+        GTEST_SKIP() << mount.reason().toStdString();
+    const QStringList onSmall{u"--home"_s, small.path(), u"--collection"_s, collection.path()};
+    const auto runThere = [&](const QStringList &rest) {
+        return cli.runProgram(test::CliRun::program(), onSmall + rest);
+    };
+    ASSERT_EQ(runThere({u"favorite"_s, u"beta"_s}).status, 0);
+    QFile filler(small.filePath(u"filler"_s));
+    ASSERT_TRUE(filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    while (filler.write(QByteArray(512, 'x')) == 512) {
+    }
+    // More than what the files have left of their last blocks.
+    const CliResult result = runThere({u"note"_s, u"alpha"_s, QString(60'000, u'n')});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_TRUE(result.errors.contains("could not be stored") || result.errors.contains("full"))
+        << result.errors.toStdString();
+    EXPECT_EQ(result.output, "");
+}
+
+TEST_F(CliLibrary, TellsWhatWasPlayed) {
+    EXPECT_EQ(ids(u"recent"_s), QStringList());
+    EXPECT_EQ(jsonOf(u"stats"_s).value(u"longestStreak"_s).toInt(), 0);
+    playTwoGames();
+    EXPECT_EQ(ids(u"recent"_s), (QStringList{u"alpha"_s, u"beta"_s}));
+
+    const QJsonObject stats = jsonOf(u"stats"_s);
+    const std::pair<const char *, double> figures[] = {
+        {"totalPlayTime", 3660},        {"gamesPlayed", 2},   {"gamesInstalled", 2}, {"favorites", 0},
+        {"averageSessionLength", 1830}, {"currentStreak", 2}, {"longestStreak", 2},
+    };
+    for (const auto &[name, expected] : figures)
+        EXPECT_EQ(stats.value(QString::fromUtf8(name)).toDouble(-1), expected) << name;
+    const int days = stats.value(u"daysPlayedThisMonth"_s).toInt();
+    EXPECT_TRUE(days == 2 || (days == 1 && QDate::currentDate().day() == 1)) << days;
+    EXPECT_EQ(stats.value(u"platformPlayTime"_s).toArray(),
+              (QJsonArray{QJsonObject{{u"name"_s, u"ScummVM"_s}, {u"seconds"_s, 3660}}}));
+    EXPECT_EQ(members(stats.value(u"genrePlayTime"_s).toArray(), "name"),
+              (QStringList{u"Action"_s, u"Adventure; Puzzle"_s}));
+    EXPECT_EQ(members(stats.value(u"mostPlayedGames"_s).toArray(), "ID"), (QStringList{u"beta"_s, u"alpha"_s}));
+    const QJsonArray history = stats.value(u"playHistory"_s).toArray();
+    ASSERT_EQ(history.size(), 30);
+    EXPECT_DOUBLE_EQ(history[28][u"hours"_s].toDouble(), 1);
+    EXPECT_DOUBLE_EQ(history[29][u"hours"_s].toDouble(), 60.0 / 3600);
+    const CliResult printed = run(u"stats"_s);
+    EXPECT_TRUE(printed.output.contains("Total play time:    1h 1m 0s\n") && printed.output.contains("2 days"))
+        << printed.output.toStdString();
+}
+
+TEST_F(CliLibrary, TellsTheStepsOfALoadAndUsesTheCacheUntilItIsCleared) {
+    for (const bool fromCache : {false, true}) {
+        const QJsonObject load = jsonOf(u"load"_s);
+        EXPECT_EQ(load.value(u"fromCache"_s), QJsonValue(fromCache));
+        EXPECT_EQ(load.value(u"games"_s).toInt(), 7);
+        EXPECT_EQ(load.value(u"playlists"_s).toInt(), 1);
+        const QJsonArray steps = load.value(u"steps"_s).toArray();
+        ASSERT_GT(steps.size(), 5);
+        EXPECT_EQ(steps.first()[u"status"_s].toString(), u"Checking collection..."_s);
+        EXPECT_EQ(steps.last()[u"status"_s].toString(),
+                  fromCache ? u"Ready! Loaded 7 games from cache ⚡"_s
+                            : u"Complete! Loaded 7 games. Next launch will be much faster!"_s);
+        for (qsizetype i = 1; i < steps.size(); ++i)
+            EXPECT_GE(steps[i][u"milliseconds"_s].toInt(), steps[i - 1][u"milliseconds"_s].toInt());
+        EXPECT_GE(load.value(u"milliseconds"_s).toInt(), steps.last()[u"milliseconds"_s].toInt());
+    }
+    const CliResult printed = run(u"load"_s);
+    EXPECT_TRUE(printed.output.contains(" ms    0 %  Checking collection...\n") &&
+                printed.output.contains("From cache:  yes\n"))
+        << printed.output.toStdString();
+
+    collection.put(u"Data/Platforms/More.xml"_s,
+                   "<LaunchBox><Game><ID>more</ID><Title>More</Title><Platform>MS-DOS</Platform></Game></LaunchBox>");
+    EXPECT_EQ(jsonOf(u"refresh"_s).value(u"games"_s).toInt(), 7);
+    EXPECT_EQ(jsonOf(u"refresh"_s, {u"--clear-cache"_s}).value(u"games"_s).toInt(), 8);
+}
+
+TEST_F(CliLibrary, TellsWhatTheDiskHasNotWhatTheCacheRemembers) {
+    const auto counts = [this] {
+        QStringList result;
+        const QJsonObject status = jsonOf(u"status"_s);
+        QJsonArray rows = status.value(u"platforms"_s).toArray();
+        rows.append(status.value(u"total"_s));
+        for (const QJsonValue &row : rows)
+            result << u"%1: %2 = %3 + %4"_s.arg(row[u"Name"_s].toString())
+                          .arg(row[u"games"_s].toInt())
+                          .arg(row[u"installed"_s].toInt())
+                          .arg(row[u"missing"_s].toInt());
+        return result;
+    };
+    const auto stateOfWriter = [this] { return jsonOf(u"status"_s, {u"writer-id"_s}).value(u"state"_s).toString(); };
+    EXPECT_EQ(counts(), (QStringList{u"MS-DOS: 4 = 2 + 2"_s, u"ScummVM: 3 = 0 + 3"_s, u": 7 = 2 + 5"_s}));
+    EXPECT_EQ(stateOfWriter(), u"installed"_s);
+
+    ASSERT_TRUE(QDir(collection.file(u"eXo/eXoDOS/writer"_s)).removeRecursively());
+    EXPECT_EQ(stateOfWriter(), u"missing"_s);
+    EXPECT_EQ(counts(), (QStringList{u"MS-DOS: 4 = 1 + 3"_s, u"ScummVM: 3 = 0 + 3"_s, u": 7 = 1 + 6"_s}));
+}
+
+TEST_F(CliLibrary, TellsWhatOfTheSetsIsUnpacked) {
+    collection.put(u"Content/!DOSmetadata.zip"_s, "zip");
+    collection.put(u"Content/XODOSMetadata.zip"_s, "zip");
+    const QJsonObject status = jsonOf(u"setup-status"_s);
+    EXPECT_EQ(status.value(u"needsSetup"_s), QJsonValue(true));
+    const QJsonArray sets = status.value(u"collections"_s).toArray();
+    ASSERT_EQ(members(sets, "name"), QStringList{u"eXoDOS"_s});
+    EXPECT_EQ(sets[0][u"metadataArchiveName"_s].toString(), u"!DOSmetadata.zip"_s);
+    EXPECT_EQ(sets[0][u"hasXOMetadata"_s], QJsonValue(true));
+    EXPECT_EQ(sets[0][u"xoMetadataExtracted"_s], QJsonValue(false));
+    const CliResult printed = run(u"setup-status"_s);
+    EXPECT_TRUE(printed.output.contains("\neXoDOS  unpacked  packed       yes\n") ||
+                printed.output.contains("\neXoDOS  incomplete  packed       yes\n"))
+        << printed.output.toStdString();
+
+    const CliResult none = cli.run({u"setup-status"_s, u"--collection"_s, collection.file(u"missing"_s)});
+    EXPECT_EQ(none.status, 1);
+    EXPECT_EQ(none.errorLines(), 1) << none.errors.toStdString();
+}
+
+} // namespace
+} // namespace ludarium
