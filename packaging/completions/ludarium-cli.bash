@@ -12,7 +12,7 @@ _ludarium_cli() {
             compopt -o filenames 2>/dev/null
             return
             ;;
-        --search | --platform | --limit | --genre | --developer | --publisher | --year | --playlist | --collection-id)
+        --search | --platform | --limit | --genre | --developer | --publisher | --year | --playlist | --collection-id | --game-version)
             return
             ;;
         --sort)
@@ -55,7 +55,7 @@ _ludarium_cli() {
         rate) words="$common 0 1 2 3 4 5" ;;
         note) words="$common --clear" ;;
         progress) words="$common notPlayed playing beaten completed mastered" ;;
-        play) words="$common --wait --dry-run" ;;
+        play) words="$common --game-version --wait --dry-run" ;;
         log) words="$common --path" ;;
     esac
     mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")

@@ -35,6 +35,7 @@ complete -c ludarium-cli -n '__fish_seen_subcommand_from demo' -a '(__fish_compl
 complete -c ludarium-cli -n '__fish_seen_subcommand_from games' -l search -x -d 'Only games with this text'
 complete -c ludarium-cli -n '__fish_seen_subcommand_from games' -l platform -x -d 'Only games of this platform'
 complete -c ludarium-cli -n '__fish_seen_subcommand_from games' -l limit -x -d 'At most this many'
+complete -c ludarium-cli -n '__fish_seen_subcommand_from play' -l game-version -x -d 'Version to play'
 complete -c ludarium-cli -n '__fish_seen_subcommand_from refresh' -l clear-cache -d 'Read the files of the collection instead of the cache'
 complete -c ludarium-cli -n '__fish_seen_subcommand_from search' -l genre -x -d 'Only games of this genre'
 complete -c ludarium-cli -n '__fish_seen_subcommand_from search' -l developer -x -d 'Only games of this developer'

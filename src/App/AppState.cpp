@@ -1,5 +1,6 @@
 #include "App/AppState.h"
 
+#include "App/LaunchDatabases.h"
 #include "Host/AppLogger.h"
 #include "Host/Async.h"
 #include "Host/Host.h"
@@ -15,11 +16,14 @@
 
 namespace ludarium {
 
-AppState::AppState(Host &host, EmulatorManager &emulators, LibraryServices services, QObject *parent)
+AppState::AppState(Host &host, EmulatorManager &emulators, const LaunchDatabases &databases, LibraryServices services,
+                   QObject *parent)
     : QObject(parent), m_host(host), m_library(std::make_unique<GameLibrary>(host, std::move(services))),
       m_browser(std::make_unique<LibraryBrowser>(*m_library)),
-      m_launcher(std::make_unique<GameLauncher>(host, emulators)),
+      m_launcher(std::make_unique<GameLauncher>(host, emulators, databases.dosCollaborators())),
+      m_versionCheck(std::make_unique<VersionCheck>(databases.versionCheckCollaborators(*m_library))),
       m_tracker(std::make_unique<PlaySessionTracker>(host)) {
+    m_launcher->setDosRouteCollaborators(databases.dosRouteCollaborators(host, emulators));
     connect(m_browser.get(), &LibraryBrowser::changed, this, &AppState::filteredGamesChanged);
     m_tracker->onSessionEnded = [this](const QString &id, double seconds) { m_library->addPlayTime(id, seconds); };
     m_launcher->onStarted = [this](GamePtr game, std::optional<ProcessId> process) {

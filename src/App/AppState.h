@@ -16,6 +16,8 @@ class GameLauncher;
 class GameLibrary;
 class LibraryBrowser;
 class PlaySessionTracker;
+class VersionCheck;
+struct LaunchDatabases;
 
 /// The global state of the interface, one for the life of the process. Assigning a collection path is the one road by
 /// which a collection reaches the program.
@@ -24,11 +26,14 @@ class AppState : public QObject {
   public:
     /// Creates the library and the launcher and restores the settings. `restoreCollection` then brings back the
     /// folder of the last run; it is a call of its own so that the command line can name another folder.
-    AppState(Host &host, EmulatorManager &emulators, LibraryServices services = {}, QObject *parent = nullptr);
+    AppState(Host &host, EmulatorManager &emulators, const LaunchDatabases &databases, LibraryServices services = {},
+             QObject *parent = nullptr);
     ~AppState() override;
 
     GameLibrary &gameLibrary() { return *m_library; }
     GameLauncher &gameLauncher() { return *m_launcher; }
+    /// What stands between the Play button and the launcher.
+    const VersionCheck &versionCheck() const { return *m_versionCheck; }
     LibraryBrowser &browser() { return *m_browser; }
     PlaySessionTracker &sessionTracker() { return *m_tracker; }
     Host &host() { return m_host; }
@@ -71,6 +76,7 @@ class AppState : public QObject {
     std::unique_ptr<GameLibrary> m_library;
     std::unique_ptr<LibraryBrowser> m_browser;
     std::unique_ptr<GameLauncher> m_launcher;
+    std::unique_ptr<VersionCheck> m_versionCheck;
     std::unique_ptr<PlaySessionTracker> m_tracker;
     QString m_collectionPath;
     ViewMode m_viewMode = ViewMode::grid;

@@ -1,6 +1,7 @@
 #include "App/Composition.h"
 
 #include "App/AppState.h"
+#include "App/LaunchDatabases.h"
 #include "Host/AppLogger.h"
 #include "Host/Clock.h"
 #include "Host/CurlHttpClient.h"
@@ -78,7 +79,10 @@ Composition::Composition(Options options) : d(std::make_unique<Private>(HostPath
     d->emulators = std::make_unique<EmulatorManager>(*d->host);
     d->setup = std::make_shared<ExoPackSetupManager>();
     d->downloads = std::make_shared<AriaIndexManager>();
-    d->appState = std::make_unique<AppState>(*d->host, *d->emulators, libraryServices(d->setup, d->downloads));
+    const LaunchDatabases databases(*d->host);
+    LibraryServices services = libraryServices(d->setup, d->downloads);
+    databases.addTo(services);
+    d->appState = std::make_unique<AppState>(*d->host, *d->emulators, databases, std::move(services));
     d->appState->gameLauncher().liteCollectionTest = [setup = d->setup](const QString &collection) {
         return setup->isLiteCollection(collection);
     };

@@ -5,7 +5,8 @@
 namespace ludarium {
 
 /// Questions without a window. Each is answered by the last button, which changes nothing; only a warning that offers
-/// to go on anyway is passed, because what a command then does is its own business.
+/// to go on anyway is passed, because what a command then does is its own business, and a game for a Windows build
+/// goes to the DOSBox of this machine.
 class CliDialogs : public Dialogs {
   public:
     QCoro::Task<int> ask(Alert alert) override;

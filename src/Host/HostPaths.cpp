@@ -170,6 +170,10 @@ QProcessEnvironment HostPaths::childEnvironment() const {
     return child;
 }
 
+QString HostPaths::systemSettingsAddress() const {
+    return m_layout == HostLayout::MacOS ? QStringLiteral("x-apple.systempreferences:") : QString();
+}
+
 QStringList HostPaths::programFolders() const {
     QStringList folders;
     for (const QString &folder : childEnvironment().value(pathVariable()).split(u':'))

@@ -58,6 +58,9 @@ class HostPaths {
     /// Name of the key combination that makes DOSBox change to the next disc image.
     QString discSwapKeys() const;
 
+    /// Address that opens the system's own settings; empty where there is none.
+    QString systemSettingsAddress() const;
+
     /// Folders that programs are looked for in, by name: `PATH` plus those that a program started from a file
     /// manager lacks. Already resolved under the root, each once.
     QStringList programFolders() const;

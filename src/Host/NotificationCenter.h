@@ -23,6 +23,7 @@ inline constexpr QLatin1StringView gameDownloadProgress{"GameDownloadProgress"};
 inline constexpr QLatin1StringView gameDownloadComplete{"GameDownloadComplete"};
 inline constexpr QLatin1StringView gameExtractionStarted{"GameExtractionStarted"};
 inline constexpr QLatin1StringView slowLoadDetected{"ImageLoader.slowLoadDetected"};
+inline constexpr QLatin1StringView openDependenciesSettings{"OpenDependenciesSettings"};
 } // namespace Notifications
 
 } // namespace ludarium

@@ -26,4 +26,20 @@ std::optional<EmulatorType> emulatorTypeFromText(const QString &text) {
     return std::nullopt;
 }
 
+QString emulatorTypeName(EmulatorType type) {
+    switch (type) {
+    case EmulatorType::staging:
+        return QStringLiteral("DOSBox Staging");
+    case EmulatorType::dosboxX:
+        return QStringLiteral("DOSBox-X");
+    case EmulatorType::ece:
+        return QStringLiteral("DOSBox ECE");
+    case EmulatorType::vanilla:
+        return QStringLiteral("DOSBox");
+    case EmulatorType::custom:
+        return QStringLiteral("Custom DOSBox");
+    }
+    Q_UNREACHABLE();
+}
+
 } // namespace ludarium

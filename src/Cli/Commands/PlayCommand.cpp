@@ -15,6 +15,7 @@
 #include "Host/Host.h"
 #include "Host/ProcessRunner.h"
 #include "Services/Launch/GameLauncher.h"
+#include "Services/Launch/VersionCheck.h"
 #include "Services/Library/GameLibrary.h"
 #include "Services/Library/PlaySessionTracker.h"
 
@@ -59,6 +60,7 @@ class PlayCommand : public Command {
 
     void declare(CommandOptions &options) override {
         options.argument("ID-OR-TITLE", m_game, "Id, title or a part of the title");
+        options.text("--game-version", "LABEL", m_label, "Version to play, when the game comes in several");
         options.flag("--wait", m_wait, "Wait until the game has ended; Ctrl-C ends the waiting, not the game");
         options.flag("--dry-run", m_dryRun, "Print what would be started and why, and start nothing");
         options.exclusive("--wait", "--dry-run");
@@ -67,17 +69,43 @@ class PlayCommand : public Command {
     QCoro::Task<int> run(CommandContext &context) override {
         const GameLibrary *library = co_await context.loadLibrary();
         const GamePtr game = chooseGame(context, *library, m_game);
+        const VersionCheck &check = context.appState().versionCheck();
+        const VersionCheck::Result versions = co_await check.checkVersionsAndLaunch(game->id, library->collectionURL());
+        const std::optional<GameVersionOption> version = chooseVersion(context, versions);
         GameLauncher &launcher = context.launcherFor(*library, !m_dryRun);
         if (m_dryRun)
-            co_await printPlan(context, launcher, game);
+            co_await printPlan(context, launcher, game, version);
         else
-            co_await play(context, launcher, game);
+            co_await play(context, launcher, game, version);
         co_return exitDone;
     }
 
   private:
-    QCoro::Task<> printPlan(CommandContext &context, GameLauncher &launcher, GamePtr game) {
-        const LaunchPlan plan = co_await launcher.plan(game);
+    /// The version that was named, or the only one. Without a name a game of several starts as it is installed.
+    std::optional<GameVersionOption> chooseVersion(CommandContext &context, const VersionCheck::Result &versions) {
+        QList<GameVersionOption> options;
+        if (versions.menu)
+            options = versions.menu->options;
+        else if (versions.version)
+            options = {*versions.version};
+        QStringList labels;
+        for (const GameVersionOption &option : std::as_const(options)) {
+            if (option.label.compare(m_label, Qt::CaseInsensitive) == 0)
+                return option;
+            labels.append(u'"' + escapedForTerminal(option.label) + u'"');
+        }
+        const QString list = labels.join(QStringLiteral(", "));
+        if (!m_label.isEmpty())
+            throw CliError(labels.isEmpty() ? QStringLiteral("No versions of this game are known.")
+                                            : QStringLiteral("No such version. It comes in: %1").arg(list));
+        if (versions.menu)
+            context.errors().line(QStringLiteral("Versions (name one with --game-version): %1").arg(list));
+        return versions.version;
+    }
+
+    QCoro::Task<> printPlan(CommandContext &context, GameLauncher &launcher, GamePtr game,
+                            std::optional<GameVersionOption> version) {
+        const LaunchPlan plan = co_await launcher.plan(game, version);
         if (context.json()) {
             Json document = jsonDocument();
             addText(document, "ID", game->id);
@@ -89,8 +117,9 @@ class PlayCommand : public Command {
         }
     }
 
-    QCoro::Task<> play(CommandContext &context, GameLauncher &launcher, GamePtr game) {
-        co_await launcher.launch(game);
+    QCoro::Task<> play(CommandContext &context, GameLauncher &launcher, GamePtr game,
+                       std::optional<GameVersionOption> version) {
+        co_await launcher.launch(game, LaunchMode::play, version);
         if (!launcher.launchError().isEmpty())
             throw CliError(launcher.launchError());
         const std::optional<ProcessId> process = launcher.lastProcess();
@@ -136,6 +165,7 @@ class PlayCommand : public Command {
     }
 
     QString m_game;
+    QString m_label;
     bool m_wait = false;
     bool m_dryRun = false;
 };

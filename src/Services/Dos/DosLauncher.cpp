@@ -89,6 +89,8 @@ QCoro::Task<DosPlanInput> DosLauncher::Private::gather(std::shared_ptr<Core> cor
         input.fix = others.communityFix(title, request.version ? request.version->label : QString());
     if (others.configOverrides)
         input.exceptionOverrides = others.configOverrides(title);
+    if (others.configOverrideOrigins)
+        input.exceptionOrigins = others.configOverrideOrigins(title);
     const std::optional<QString> dosbox = others.findDOSBox ? others.findDOSBox() : std::nullopt;
     if (!dosbox || dosbox->isEmpty())
         throw LaunchError(LaunchError::Case::emulatorNotFound, QStringLiteral("DOSBox Staging"));

@@ -33,6 +33,8 @@ struct LaunchFeedback {
 struct DosCollaborators {
     std::function<std::optional<QString>()> findDOSBox;
     std::function<QMap<QString, QString>(const QString &title)> configOverrides;
+    /// For each key of `configOverrides`, the id of the exception that sets it.
+    std::function<QMap<QString, QString>(const QString &title)> configOverrideOrigins;
     std::function<std::optional<CommunityFix>(const QString &title, const QString &versionLabel)> communityFix;
     std::function<void(const LaunchFeedback &)> scheduleLaunchFeedback;
 };

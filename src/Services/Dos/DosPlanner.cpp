@@ -114,6 +114,8 @@ class DirectLaunch {
         if (m_version)
             for (auto it = m_version->configChanges.cbegin(); it != m_version->configChanges.cend(); ++it)
                 m_overrides.insert(it.key(), it.value());
+        for (auto it = m_overrides.cbegin(); it != m_overrides.cend(); ++it)
+            decide(it.key(), it.value(), overrideReason(it.key()));
         const QString cycles = QStringLiteral("cycles");
         if (m_overrides.contains(cycles))
             return;
@@ -122,6 +124,14 @@ class DirectLaunch {
             Log::info(QStringLiteral("   Using cycles from dosbox.conf: %1").arg(*value));
             decide(cycles, *value, QStringLiteral("the game's configuration sets them"));
         }
+    }
+
+    QString overrideReason(const QString &key) const {
+        if (m_version && m_version->configChanges.contains(key))
+            return QStringLiteral("set by the version \"%1\"").arg(m_version->label);
+        const QString origin = m_input.exceptionOrigins.value(key);
+        return origin.isEmpty() ? QStringLiteral("set by a known exception")
+                                : QStringLiteral("set by the exception \"%1\"").arg(origin);
     }
 
     void addLaunchConfig(const GameVersionOption &version) {
@@ -274,9 +284,12 @@ DosConfigurationChoice chooseDosConfiguration(const DosPlanInput &input, FolderV
         choice.decisions.append({QStringLiteral("configuration"), path, reason});
         return choice;
     };
-    if (request.version)
-        choice.decisions.append(
-            {QStringLiteral("version"), request.version->label, QStringLiteral("chosen for this launch")});
+    if (request.version) {
+        const QString reason = QStringLiteral("chosen for this launch");
+        const QString &origin = request.version->origin;
+        choice.decisions.append({QStringLiteral("version"), request.version->label,
+                                 origin.isEmpty() ? reason : reason + QStringLiteral(", ") + origin});
+    }
     // The spellings as listed go first; another one serves as well as it did on the collection's own system.
     const QStringList names{QStringLiteral("dosbox.conf"), QStringLiteral("DOSBOX.CONF"), QStringLiteral("Dosbox.conf"),
                             QStringLiteral("launch.conf"), QStringLiteral("game.conf")};

@@ -17,6 +17,7 @@ struct DosPlanInput {
     QString dosbox; ///< path of the program
     DosBoxFlavour flavour;
     QMap<QString, QString> exceptionOverrides;
+    QMap<QString, QString> exceptionOrigins; ///< key to the exception that sets it
     std::optional<CommunityFix> fix;
 };
 

@@ -22,6 +22,13 @@ DosCollaborators withFindDOSBox(DosCollaborators collaborators, EmulatorManager 
     return collaborators;
 }
 
+QString requirementReason(const EmulatorRequirement &requirement) {
+    const QString build = u"the collection names the build \"%1\""_s.arg(requirement.version);
+    return requirement.line == 0 ? build
+                                 : build + u" (eXo/util/dosbox.txt, line %1, \"%2\")"_s.arg(
+                                               QString::number(requirement.line), requirement.listedTitle);
+}
+
 [[noreturn]] void fail(LaunchError::Case kind, const QString &detail = {}) {
     throw LaunchError(kind, detail);
 }
@@ -46,16 +53,19 @@ std::optional<EmulatorRequirement> DosRoute::requirement(const Game &game) const
 
 DosRoute::Choice DosRoute::chooseEmulator(const Game &game) const {
     Choice choice{EmulatorType::vanilla, u"the collection names no build"_s};
-    if (game.requiredEmulatorType)
+    const std::optional<EmulatorRequirement> found = requirement(game);
+    if (game.requiredEmulatorType && (!found || found->emulatorType != *game.requiredEmulatorType))
         choice = {*game.requiredEmulatorType, u"required by the game's record"_s};
-    else if (const std::optional<EmulatorRequirement> found = requirement(game))
-        choice = {found->emulatorType, u"the collection names the build \"%1\""_s.arg(found->version)};
+    else if (found)
+        choice = {found->emulatorType, requirementReason(*found)};
 
     const ExceptionFindings findings =
         collaborators.exceptions ? collaborators.exceptions(game.title) : ExceptionFindings{};
     if (findings.count > 0)
         Log::info(u"📋 Found %1 exception(s) for %2"_s.arg(findings.count).arg(game.title));
-    const QString byException = u"a known exception asks for it"_s;
+    const QString byException = findings.emulatorOrigin.isEmpty()
+                                    ? u"a known exception asks for it"_s
+                                    : u"the exception \"%1\" asks for it"_s.arg(findings.emulatorOrigin);
     if (findings.emulatorOverride)
         switch (*findings.emulatorOverride) {
         case EmulatorOverride::staging:

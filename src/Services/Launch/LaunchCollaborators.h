@@ -19,6 +19,7 @@ enum class ECELaunchChoice { wineECE, staging, cancelled };
 struct ExceptionFindings {
     qsizetype count = 0; ///< exceptions that fit the title
     std::optional<EmulatorOverride> emulatorOverride;
+    QString emulatorOrigin = {}; ///< id of the exception that names it
 };
 
 /// What the choice of a DOSBox build needs of other rooms. Absent functions stand for "nothing known"; without a
