@@ -1,5 +1,6 @@
 #include "support/DesktopFixture.h"
 
+#include "App/LaunchDatabases.h"
 #include "Services/Library/GameLibrary.h"
 #include "Views/CoverImageProvider.h"
 #include "support/FixtureCollection.h"
@@ -15,7 +16,7 @@ DesktopFixture::DesktopFixture(bool systemClock)
            machine.host().workspace,    dialogs,
            machine.host().terminal,     systemClock ? static_cast<Clock &>(realClock) : machine.host().clock,
            machine.host().notifications},
-      emulators(host), state(host, emulators), desktop(state, dialogs, *AppLogger::shared()) {
+      emulators(host), state(host, emulators, LaunchDatabases(host)), desktop(state, dialogs, *AppLogger::shared()) {
     desktop.appearance()->setReducedMotion(true);
 }
 
