@@ -170,7 +170,7 @@ QCoro::Task<> GameLibrary::updateGameStatus(QString id) {
     const QString collection = m_collection;
     auto look = [=] { return check(wanted, collection); };
     const std::optional<GameStatus> status = co_await runOnPool(look);
-    if (!self || !status)
+    if (!self || !status || collection != m_collection)
         co_return;
     setGameStatus(id, *status);
     const auto flag = [](bool value) { return value ? QStringLiteral("true") : QStringLiteral("false"); };

@@ -140,6 +140,31 @@ TEST_F(GameLibraryTest, BringsUserDataBackOnBothRoads) {
     }
 }
 
+TEST_F(GameLibraryTest, KeepsWhatTheUserDidWithAGameThatHasNoIdTitleOrFolder) {
+    const QString folder = host.root() + QStringLiteral("/bare");
+    host.put(
+        QStringLiteral("/bare/Data/Platforms/MS-DOS.xml"),
+        "<LaunchBox><Game><Genre>Action</Genre></Game><Game><ApplicationPath>x</ApplicationPath></Game></LaunchBox>");
+    services.checkGame = [](const GamePtr &, const QString &) { return GameStatus{true, false, false, {}}; };
+    QString id;
+    for (const bool again : {false, true}) {
+        LibraryCache(host.host().paths).clear();
+        const auto library = load(folder);
+        ASSERT_EQ(library->games().size(), 2);
+        if (!again) {
+            id = library->games()[0]->id;
+            library->toggleFavorite(id);
+        }
+        ASSERT_TRUE(library->game(id));
+        EXPECT_TRUE(library->game(id)->isFavorite) << again;
+        EXPECT_EQ(library->game(id)->title, QStringLiteral("Unknown"));
+        await(library->updateGameStatus(id));
+        EXPECT_FALSE(library->game(id)->isInstalled);
+        EXPECT_TRUE(
+            host.log().contains(QStringLiteral("⚠️ updateGameStatus: No config path for Unknown, skipping")));
+    }
+}
+
 TEST_F(GameLibraryTest, ShowsTheGamesOfAnUnpluggedFolderFromTheCache) {
     const QString collection = makeCollection();
     load(collection);
