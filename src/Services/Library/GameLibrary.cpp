@@ -5,10 +5,13 @@
 #include "Host/Clock.h"
 #include "Host/Host.h"
 #include "Host/NotificationCenter.h"
+#include "Host/SafeFiles.h"
 #include "Host/Settings.h"
 #include "Host/SettingsStore.h"
 
+#include <QFile>
 #include <QPointer>
+#include <stdexcept>
 
 namespace ludarium {
 
@@ -157,6 +160,25 @@ void GameLibrary::setGameStatus(const QString &id, const GameStatus &status) {
     saveStatusIds();
 }
 
+QCoro::Task<> GameLibrary::markGameInstalled(QString id, bool installed) {
+    const QPointer<GameLibrary> self(this);
+    const auto check = m_services.checkGame;
+    const QString collection = m_collection;
+    bool hasArchive = false;
+    if (const GamePtr known = game(id); known && !installed && !collection.isEmpty() && check) {
+        auto look = [=] { return check(known, collection); };
+        const std::optional<GameStatus> found = co_await runOnPool(look);
+        hasArchive = found && found->isCompressed;
+    }
+    const GamePtr current = self && collection == m_collection ? game(id) : GamePtr();
+    if (!current)
+        co_return;
+    GameStatus status = GameStatus::of(*current);
+    status.isInstalled = installed;
+    status.isCompressed = hasArchive;
+    setGameStatus(id, status);
+}
+
 QCoro::Task<> GameLibrary::updateGameStatus(QString id) {
     const GamePtr wanted = game(id);
     if (!wanted || !m_services.checkGame)
@@ -283,6 +305,38 @@ void GameLibrary::clearCollectionData() {
     Q_EMIT playlistsChanged();
     saveStatusIds(); // those of the next collection come with its first look at the disk
     Log::info(QStringLiteral("🧹 Cleared collection-specific data"));
+}
+
+QCoro::Task<> GameLibrary::removePlatform(QString name) {
+    if (m_collection.isEmpty())
+        throw std::runtime_error("No collection loaded");
+    const std::optional<QString> file =
+        pathInside(m_collection, {QStringLiteral("Data"), QStringLiteral("Platforms"), name + QStringLiteral(".xml")});
+    if (!file || name.isEmpty())
+        throw std::runtime_error(QStringLiteral("\"%1\" is no name of a platform").arg(name).toStdString());
+    const QPointer<GameLibrary> self(this);
+    const QString kept =
+        *file + QStringLiteral(".removed-") + now().toUTC().toString(QStringLiteral("yyyyMMdd-HHmmsszzz"));
+    auto remove = [path = *file, kept] {
+        QFile xml(path);
+        if (!xml.exists())
+            return;
+        if (!xml.rename(kept))
+            throw std::runtime_error(xml.errorString().toStdString());
+        Log::info(QStringLiteral("Deleted platform XML: %1").arg(path));
+    };
+    co_await runOnPool(remove);
+    if (!self)
+        co_return;
+    clearCache();
+    GameList games = m_games;
+    games.removeIf([&](const GamePtr &game) { return game->platform == name; });
+    const auto isIt = [&](const Platform &platform) { return platform.name == name; };
+    m_allPlatforms.removeIf(isIt);
+    m_platforms.removeIf(isIt);
+    m_metadata = MetadataIndexes::build(games);
+    publish(std::move(games));
+    Q_EMIT platformsChanged();
 }
 
 void GameLibrary::clearCache() {

@@ -290,6 +290,39 @@ TEST_F(GameLibraryTest, KeepsTheGamesOfEachCollectionUnderItsOwnPathWhenLoadsOve
     EXPECT_TRUE(cache.load(slow, host.clock.now()));
 }
 
+TEST_F(GameLibraryTest, TakesAPlatformOutOfTheCollectionAndKeepsItsFileAside) {
+    const QString collection = makeCollection();
+    EXPECT_THROW(await(GameLibrary(host, services).removePlatform(QStringLiteral("MS-DOS"))), std::runtime_error);
+    const auto library = load(collection);
+    for (const char *name : {"", "../Playlists/All", "a/b"})
+        EXPECT_THROW(await(library->removePlatform(QString::fromUtf8(name))), std::runtime_error) << name;
+    EXPECT_EQ(library->games().size(), 3);
+    library->toggleFavorite(QStringLiteral("a"));
+    await(library->removePlatform(QStringLiteral("MS-DOS")));
+    EXPECT_EQ(idsOf(library->games()), QStringList{QStringLiteral("s")});
+    EXPECT_EQ(library->game(QStringLiteral("a")), nullptr);
+    EXPECT_EQ(library->platforms().size(), 1);
+    const QDir folder(collection + QStringLiteral("/Data/Platforms"));
+    EXPECT_FALSE(folder.exists(QStringLiteral("MS-DOS.xml")));
+    EXPECT_EQ(folder.entryList({QStringLiteral("MS-DOS.xml.removed-*")}).size(), 1);
+    const auto again = load(collection);
+    EXPECT_TRUE(again->loadingStatus().startsWith(QStringLiteral("Complete! Loaded 1 games")));
+    EXPECT_TRUE(again->userData().favoriteIds().contains(QStringLiteral("a")));
+}
+
+TEST_F(GameLibraryTest, AsksTheDiskForTheArchiveOfAnUninstalledGame) {
+    const auto library = load(makeCollection());
+    services.checkGame = [](const GamePtr &, const QString &) { return GameStatus{false, true, true, {}}; };
+    const auto asking = load(host.root() + QStringLiteral("/collection"));
+    for (const auto &[marked, archive] : {std::pair(library.get(), false), std::pair(asking.get(), true)}) {
+        await(marked->markGameInstalled(QStringLiteral("b"), true));
+        EXPECT_EQ(GameStatus::of(*marked->game(QStringLiteral("b"))), (GameStatus{true, false, false, {}}));
+        await(marked->markGameInstalled(QStringLiteral("b"), false));
+        EXPECT_EQ(GameStatus::of(*marked->game(QStringLiteral("b"))), (GameStatus{false, archive, false, {}}));
+        await(marked->markGameInstalled(QStringLiteral("not here"), true));
+    }
+}
+
 TEST_F(GameLibraryTest, ShowsNoStaleRecordInTheRecentList) {
     const auto library = load(makeCollection());
     library->recordPlay(QStringLiteral("a"), 0);
