@@ -22,8 +22,8 @@ class UserData : public QObject {
   public:
     static constexpr int recentLimit = 50;
 
-    /// Reads everything. A key that holds another type than expected is moved to a key of its own
-    /// ("{key}.corrupt-{time}") instead of being overwritten by the next change.
+    /// Reads everything. A key that holds another type than expected is set aside instead of being overwritten by the
+    /// next change.
     explicit UserData(SettingsStore &settings, QObject *parent = nullptr);
 
     const QSet<QString> &favoriteIds() const { return m_values.favorites; }
@@ -49,7 +49,23 @@ class UserData : public QObject {
         QHash<QString, qint64> progress; ///< number of GameProgress
 
         bool knows(const QString &id) const;
-        /// Sets isFavorite, playCount, playTime, lastPlayed and, when a valid number is stored, gameProgress.
+        /// Calls `action` for every id that is known, for some more than once.
+        template<typename Action>
+        void forEachId(const Action &action) const {
+            for (const QString &id : favorites)
+                action(id);
+            const auto forKeys = [&](const auto &map) {
+                for (auto it = map.keyBegin(); it != map.keyEnd(); ++it)
+                    action(*it);
+            };
+            forKeys(playCounts);
+            forKeys(playTimes);
+            forKeys(lastPlayed);
+            forKeys(progress);
+        }
+        bool operator==(const Values &) const = default;
+        /// Sets isFavorite, playCount, playTime, lastPlayed and gameProgress, which a number that nobody knows leaves
+        /// at notPlayed.
         void applyTo(Game &game) const;
         /// Whether `applyTo` would change the game.
         bool differsFrom(const Game &game) const;
@@ -71,7 +87,8 @@ class UserData : public QObject {
     void changedElsewhere();
 
   private:
-    void load(const QString &key);
+    /// Reads a key again, all for an empty one; whether it is one of user data.
+    bool load(const QString &key);
     /// Takes over what another process wrote, then runs `write` without taking its notices for somebody else's.
     template<typename Function>
     void change(const Function &write);

@@ -100,7 +100,18 @@ TEST(UserData, AddsToWhatAnotherProcessWrote) {
     MemorySettings settings;
     UserData mine(settings);
     UserData theirs(settings);
+    int notices = 0;
+    QObject::connect(&mine, &UserData::changedElsewhere, &mine, [&] { ++notices; });
+    settings.setValue(Settings::viewMode, QStringLiteral("List"));
+    EXPECT_EQ(notices, 0) << "other settings are no user data";
     theirs.toggleFavorite(QStringLiteral("theirs"));
+    EXPECT_EQ(notices, 1);
+    theirs.setProgress(id, GameProgress::beaten);
+    Game game = apply(mine);
+    theirs.setProgress(id, GameProgress::notPlayed);
+    EXPECT_TRUE(mine.values().differsFrom(game));
+    mine.values().applyTo(game);
+    EXPECT_EQ(game.gameProgress, GameProgress::notPlayed);
     mine.toggleFavorite(QStringLiteral("mine"));
     EXPECT_EQ(settings.value(Settings::favoriteGames).size(), 2);
 }
