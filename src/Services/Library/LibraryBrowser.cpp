@@ -1,6 +1,7 @@
 #include "Services/Library/LibraryBrowser.h"
 
 #include "Host/AppLogger.h"
+#include "Host/ShareOut.h"
 #include "Services/Library/GameLibrary.h"
 #include "Services/Library/UserData.h"
 
@@ -289,27 +290,34 @@ QList<GameGroup> LibraryBrowser::grouped(const std::vector<Position> &positions,
 
     // With a platform selected every variant is of that platform already, so no group has another to put in front.
     struct Keyed {
-        double key; ///< ascending
+        Position number = 0;
+        double key = 0; ///< ascending
         GameGroup group;
     };
     std::vector<Keyed> found;
     found.reserve(std::min(positions.size(), index.groupCount()));
-    Position begin = 0;
-    for (Position number = 0; number < ends.size(); ++number) {
-        const Position end = ends[number];
-        if (begin == end)
-            continue;
+    for (Position number = 0; number < ends.size(); ++number)
+        if (ends[number] != (number == 0 ? 0 : ends[number - 1]))
+            found.push_back({number, 0, {}});
+    const auto fill = [&](Keyed &keyed) {
+        const Position begin = keyed.number == 0 ? 0 : ends[keyed.number - 1];
+        const Position end = ends[keyed.number];
         QList<GamePtr> variants;
         variants.reserve(end - begin);
         for (Position i = begin; i < end; ++i)
             variants.append(games[members[i]]);
-        GameGroup group(index.groupTitle(number), std::move(variants));
-        const auto primary = std::find_if(members.begin() + begin, members.begin() + end - 1,
-                                          [&](Position position) { return games[position] == group.primaryVariant; });
-        const double key = sortKey(group, *primary, order);
-        found.push_back({key, std::move(group)});
-        begin = end;
-    }
+        keyed.group = GameGroup(index.groupTitle(keyed.number), std::move(variants));
+        const auto primary = std::find_if(members.begin() + begin, members.begin() + end - 1, [&](Position position) {
+            return games[position] == keyed.group.primaryVariant;
+        });
+        keyed.key = sortKey(keyed.group, *primary, order);
+    };
+    constexpr size_t part = 2'000;
+    const auto fillPart = [&](size_t number) {
+        for (size_t i = number * part; i < std::min((number + 1) * part, found.size()); ++i)
+            fill(found[i]);
+    };
+    shareOut((found.size() + part - 1) / part, fillPart);
 
     QList<GameGroup> groups;
     groups.reserve(static_cast<qsizetype>(found.size()));
