@@ -15,6 +15,8 @@ namespace ludarium {
 GameLibrary::GameLibrary(Host &host, LibraryServices services, QObject *parent)
     : QObject(parent), m_host(host), m_services(std::move(services)), m_cache(host.paths), m_userData(host.settings) {
     loadStatusIds();
+    // The first to hear of new games, so that nobody sees a recent list of records that are gone.
+    connect(this, &GameLibrary::gamesChanged, this, &GameLibrary::buildRecentlyPlayedList);
     connect(&m_userData, &UserData::changedElsewhere, this, [this] {
         GameList games = m_games;
         for (GamePtr &game : games)
@@ -24,7 +26,7 @@ GameLibrary::GameLibrary(Host &host, LibraryServices services, QObject *parent)
                 game = std::move(changed);
             }
         publish(std::move(games), m_index);
-        buildRecentlyPlayedList();
+        buildRecentlyPlayedList(); // the list of ids may be what changed
     });
 }
 
@@ -131,6 +133,8 @@ void GameLibrary::buildRecentlyPlayedList() {
     for (const QString &id : m_userData.recentlyPlayedIds())
         if (const GamePtr played = game(id))
             recent.append(played);
+    if (recent == m_recentlyPlayed)
+        return;
     m_recentlyPlayed = std::move(recent);
     Q_EMIT recentlyPlayedChanged();
 }
@@ -222,7 +226,6 @@ QCoro::Task<> GameLibrary::checkInstalledStatusSilent(QString collection) {
         publish(std::move(games), m_index);
         m_platforms = platformsWithPlayableGames(m_allPlatforms, m_games);
         Q_EMIT platformsChanged();
-        buildRecentlyPlayedList();
         m_host.notifications.post(Notifications::gameStatusesUpdated);
     }
     Log::info(QStringLiteral("⏱️ Silent check took %1s, %2 changes")
@@ -231,19 +234,22 @@ QCoro::Task<> GameLibrary::checkInstalledStatusSilent(QString collection) {
 }
 
 void GameLibrary::loadStatusIds() {
+    bool migrates = false;
     const auto read = [&](const QString &file, const Setting<QStringList> &older, const char *what) {
         if (const auto ids = LibraryCache::loadIds(file)) {
             Log::info(QStringLiteral("%1 %2 game IDs from file cache").arg(ids->size()).arg(QLatin1StringView(what)));
             return *ids;
         }
-        const QStringList list = m_host.settings.value(older);
-        if (!list.isEmpty())
-            Log::info(QStringLiteral("%1 %2 game IDs from UserDefaults").arg(list.size()).arg(QLatin1StringView(what)));
-        return QSet<QString>(list.cbegin(), list.cend());
+        const std::optional<QStringList> list = m_host.settings.storedValue(older);
+        if (!list)
+            return QSet<QString>();
+        migrates = true;
+        Log::info(QStringLiteral("%1 %2 game IDs from UserDefaults").arg(list->size()).arg(QLatin1StringView(what)));
+        return QSet<QString>(list->cbegin(), list->cend());
     };
     m_installedIds = read(m_cache.installedIdsFile(), Settings::installedGames, "installed");
     m_compressedIds = read(m_cache.compressedIdsFile(), Settings::compressedGames, "compressed");
-    if (m_host.settings.contains(Settings::installedGames) || m_host.settings.contains(Settings::compressedGames))
+    if (migrates)
         saveStatusIds();
 }
 
@@ -273,9 +279,9 @@ void GameLibrary::clearCollectionData() {
     m_platforms.clear();
     m_playlists.clear();
     publish({});
-    buildRecentlyPlayedList();
     Q_EMIT platformsChanged();
     Q_EMIT playlistsChanged();
+    saveStatusIds(); // those of the next collection come with its first look at the disk
     Log::info(QStringLiteral("🧹 Cleared collection-specific data"));
 }
 

@@ -103,7 +103,7 @@ class GameLibrary : public QObject {
     QCoro::Task<> finishCacheLoad(CachedCollectionData data);
     QCoro::Task<> fullLoad(QString collection);
     QCoro::Task<> step(QString status, double progress);
-    void saveCache();
+    void saveCache(CachedCollectionData data);
     void publish(GameList games, std::shared_ptr<const LibraryIndex> index = {});
     void replaceGame(qsizetype position, const std::function<void(Game &)> &change);
     void refreshFromUserData(const QString &id);
@@ -131,6 +131,8 @@ class GameLibrary : public QObject {
     MetadataIndexes m_metadata;
     GameList m_recentlyPlayed;
     QElapsedTimer m_loadTimer;
+    QElapsedTimer m_stepTimer; ///< of the step of a load that `m_step` names
+    QString m_step;
     bool m_isLoading = false;
     bool m_loadedFromCache = false;
     QString m_loadingStatus;

@@ -105,7 +105,7 @@ std::optional<CachedCollectionData> LibraryCache::load(const QString &collection
             return std::nullopt;
         }
         Log::info(QStringLiteral("   ✅ Cache valid: %1 games, %2 days old").arg(data.games.size()).arg(days));
-    } catch (const CacheReadError &error) {
+    } catch (const std::exception &error) {
         Log::warning(QStringLiteral("   ❌ Failed to load cache: %1").arg(QString::fromUtf8(error.what())));
         return std::nullopt;
     }

@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QSemaphore>
 #include <QThreadPool>
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -238,6 +239,47 @@ TEST_F(GameLibraryTest, RunsTheSetupThatTheUserWantsAndGoesOnWhenItFails) {
     EXPECT_TRUE(library->loadingStatus().startsWith(QStringLiteral("Complete!"))); // the cache was cleared
     EXPECT_TRUE(host.log().contains(QStringLiteral("Metadata repair failed for eXoDOS: no archive")));
     EXPECT_EQ(library->games().size(), 3);
+}
+
+TEST_F(GameLibraryTest, KeepsTheGamesOfEachCollectionUnderItsOwnPathWhenLoadsOverlap) {
+    const QString slow = makeCollection();
+    const QString quick = host.root() + QStringLiteral("/other");
+    host.put(QStringLiteral("/other/Data/Platforms/MS-DOS.xml"),
+             "<LaunchBox>" + gameXml(QStringLiteral("o"), QStringLiteral("Other"), QStringLiteral("MS-DOS")) +
+                 "</LaunchBox>");
+    QSemaphore gate;
+    services.checkStatus = [&](const GameList &games, const QString &collection) {
+        if (collection == slow)
+            gate.tryAcquire(1, 10'000);
+        return QList<GameStatus>(games.size(), GameStatus{true, false, false, {}});
+    };
+    GameLibrary library(host, services);
+    spawn(library.loadCollection(slow), "loading");
+    await(library.loadCollection(quick));
+    gate.release();
+    while (!library.loadingStatus().startsWith(QStringLiteral("Complete! Loaded 3")))
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    QThreadPool::globalInstance()->waitForDone();
+    const LibraryCache cache(host.host().paths);
+    EXPECT_FALSE(cache.load(quick, host.clock.now()));
+    EXPECT_TRUE(cache.load(slow, host.clock.now()));
+}
+
+TEST_F(GameLibraryTest, ShowsNoStaleRecordInTheRecentList) {
+    const auto library = load(makeCollection());
+    library->recordPlay(QStringLiteral("a"), 0);
+    bool consistent = true;
+    QObject::connect(library.get(), &GameLibrary::gamesChanged, library.get(), [&] {
+        for (const GamePtr &recent : library->recentlyPlayed())
+            consistent = consistent && library->game(recent->id) == recent;
+    });
+    library->toggleFavorite(QStringLiteral("a"));
+    EXPECT_TRUE(library->recentlyPlayed().value(0)->isFavorite);
+    library->clearCollectionData();
+    EXPECT_TRUE(library->recentlyPlayed().isEmpty());
+    EXPECT_TRUE(consistent);
+    QThreadPool::globalInstance()->waitForDone();
+    EXPECT_EQ(LibraryCache::loadIds(LibraryCache(host.host().paths).installedIdsFile()), QSet<QString>());
 }
 
 TEST_F(GameLibraryTest, ChangesOneGameWithoutTouchingTheOthers) {

@@ -135,6 +135,7 @@ TEST_P(DamagedLibraryCache, CountsAsNoCacheAndStaysWhereItIs) {
     write(GetParam().bytes);
     EXPECT_FALSE(cache.load(collection, written)) << GetParam().name;
     EXPECT_EQ(bytes(), GetParam().bytes);
+    EXPECT_TRUE(host.log().contains(QStringLiteral("   ❌ ")));
 }
 
 INSTANTIATE_TEST_SUITE_P(
