@@ -5,10 +5,13 @@
 #include "Host/Clock.h"
 #include "Host/Host.h"
 #include "Host/NotificationCenter.h"
+#include "Host/SafeFiles.h"
 #include "Host/Settings.h"
 #include "Host/SettingsStore.h"
 
+#include <QFile>
 #include <QPointer>
+#include <stdexcept>
 
 namespace ludarium {
 
@@ -17,17 +20,7 @@ GameLibrary::GameLibrary(Host &host, LibraryServices services, QObject *parent)
     loadStatusIds();
     // The first to hear of new games, so that nobody sees a recent list of records that are gone.
     connect(this, &GameLibrary::gamesChanged, this, &GameLibrary::buildRecentlyPlayedList);
-    connect(&m_userData, &UserData::changedElsewhere, this, [this] {
-        GameList games = m_games;
-        for (GamePtr &game : games)
-            if (m_userData.values().differsFrom(*game)) {
-                auto changed = std::make_shared<Game>(*game);
-                m_userData.values().applyTo(*changed);
-                game = std::move(changed);
-            }
-        publish(std::move(games), m_index);
-        buildRecentlyPlayedList(); // the list of ids may be what changed
-    });
+    connect(&m_userData, &UserData::changedElsewhere, this, &GameLibrary::refreshAllFromUserData);
 }
 
 QDateTime GameLibrary::now() const {
@@ -91,6 +84,19 @@ void GameLibrary::refreshFromUserData(const QString &id) {
         replaceGame(*at, [this](Game &game) { m_userData.values().applyTo(game); });
 }
 
+void GameLibrary::refreshAllFromUserData() {
+    GameList games = m_games;
+    for (GamePtr &game : games)
+        if (m_userData.values().differsFrom(*game)) {
+            auto changed = std::make_shared<Game>(*game);
+            m_userData.values().applyTo(*changed);
+            game = std::move(changed);
+        }
+    publish(std::move(games), m_index);
+    buildRecentlyPlayedList(); // the list of ids may be what changed
+    Q_EMIT userDataChanged();
+}
+
 void GameLibrary::toggleFavorite(const QString &id) {
     if (keep([&] { m_userData.toggleFavorite(id); }))
         refreshFromUserData(id);
@@ -122,10 +128,8 @@ void GameLibrary::setRating(const QString &id, int rating) {
 }
 
 void GameLibrary::setProgress(const QString &id, GameProgress progress) {
-    if (!keep([&] { m_userData.setProgress(id, progress); }))
-        return;
-    if (const auto at = position(id); at && m_games[*at]->gameProgress != progress)
-        replaceGame(*at, [progress](Game &game) { game.gameProgress = progress; });
+    if (keep([&] { m_userData.setProgress(id, progress); }))
+        refreshFromUserData(id);
 }
 
 void GameLibrary::buildRecentlyPlayedList() {
@@ -157,6 +161,25 @@ void GameLibrary::setGameStatus(const QString &id, const GameStatus &status) {
     saveStatusIds();
 }
 
+QCoro::Task<> GameLibrary::markGameInstalled(QString id, bool installed) {
+    const QPointer<GameLibrary> self(this);
+    const auto check = m_services.checkGame;
+    const QString collection = m_collection;
+    bool hasArchive = false;
+    if (const GamePtr known = game(id); known && !installed && !collection.isEmpty() && check) {
+        auto look = [=] { return check(known, collection); };
+        const std::optional<GameStatus> found = co_await runOnPool(look);
+        hasArchive = found && found->isCompressed;
+    }
+    const GamePtr current = self && collection == m_collection ? game(id) : GamePtr();
+    if (!current)
+        co_return;
+    GameStatus status = GameStatus::of(*current);
+    status.isInstalled = installed;
+    status.isCompressed = hasArchive;
+    setGameStatus(id, status);
+}
+
 QCoro::Task<> GameLibrary::updateGameStatus(QString id) {
     const GamePtr wanted = game(id);
     if (!wanted || !m_services.checkGame)
@@ -170,7 +193,7 @@ QCoro::Task<> GameLibrary::updateGameStatus(QString id) {
     const QString collection = m_collection;
     auto look = [=] { return check(wanted, collection); };
     const std::optional<GameStatus> status = co_await runOnPool(look);
-    if (!self || !status)
+    if (!self || !status || collection != m_collection)
         co_return;
     setGameStatus(id, *status);
     const auto flag = [](bool value) { return value ? QStringLiteral("true") : QStringLiteral("false"); };
@@ -303,6 +326,38 @@ void GameLibrary::clearCollectionData() {
     Q_EMIT playlistsChanged();
     saveStatusIds(); // those of the next collection come with its first look at the disk
     Log::info(QStringLiteral("🧹 Cleared collection-specific data"));
+}
+
+QCoro::Task<> GameLibrary::removePlatform(QString name) {
+    if (m_collection.isEmpty())
+        throw std::runtime_error("No collection loaded");
+    const std::optional<QString> file =
+        pathInside(m_collection, {QStringLiteral("Data"), QStringLiteral("Platforms"), name + QStringLiteral(".xml")});
+    if (!file || name.isEmpty())
+        throw std::runtime_error(QStringLiteral("\"%1\" is no name of a platform").arg(name).toStdString());
+    const QPointer<GameLibrary> self(this);
+    const QString kept =
+        *file + QStringLiteral(".removed-") + now().toUTC().toString(QStringLiteral("yyyyMMdd-HHmmsszzz"));
+    auto remove = [path = *file, kept] {
+        QFile xml(path);
+        if (!xml.exists())
+            return;
+        if (!xml.rename(kept))
+            throw std::runtime_error(xml.errorString().toStdString());
+        Log::info(QStringLiteral("Deleted platform XML: %1").arg(path));
+    };
+    co_await runOnPool(remove);
+    if (!self)
+        co_return;
+    clearCache();
+    GameList games = m_games;
+    games.removeIf([&](const GamePtr &game) { return game->platform == name; });
+    const auto isIt = [&](const Platform &platform) { return platform.name == name; };
+    m_allPlatforms.removeIf(isIt);
+    m_platforms.removeIf(isIt);
+    m_metadata = MetadataIndexes::build(games);
+    publish(std::move(games));
+    Q_EMIT platformsChanged();
 }
 
 void GameLibrary::clearCache() {

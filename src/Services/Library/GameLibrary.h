@@ -34,6 +34,10 @@ class GameLibrary : public QObject {
     QCoro::Task<> loadCollection(QString collection);
     void clearCollectionData();
     void clearCache();
+    /// Takes a platform and its games out of the collection: its XML file is renamed beside itself to a name that no
+    /// load reads, and the cache goes. Throws std::runtime_error without a collection, for a name that is no file
+    /// name, and when the file cannot be renamed; then nothing has changed.
+    QCoro::Task<> removePlatform(QString name);
     static bool validateCollectionStructure(const QString &collection);
 
     const GameList &games() const { return m_games; }
@@ -71,6 +75,8 @@ class GameLibrary : public QObject {
 
     /// Looks at the disk for one game and takes over what it finds.
     QCoro::Task<> updateGameStatus(QString id);
+    /// What an install or an uninstall ended with. After an uninstall the disk tells whether an archive is there.
+    QCoro::Task<> markGameInstalled(QString id, bool installed);
     /// Takes over a status that is known.
     void setGameStatus(const QString &id, const GameStatus &status);
     /// Takes over that a game was just installed or uninstalled; what is left of an uninstalled one is looked for on
@@ -110,6 +116,7 @@ class GameLibrary : public QObject {
     void publish(GameList games, std::shared_ptr<const LibraryIndex> index = {});
     void replaceGame(qsizetype position, const std::function<void(Game &)> &change);
     void refreshFromUserData(const QString &id);
+    void refreshAllFromUserData();
     void buildRecentlyPlayedList();
     void loadStatusIds();
     void saveStatusIds();

@@ -140,6 +140,51 @@ TEST_F(GameLibraryTest, BringsUserDataBackOnBothRoads) {
     }
 }
 
+TEST_F(GameLibraryTest, KeepsWhatTheUserDidWithAGameThatHasNoIdTitleOrFolder) {
+    const QString folder = host.root() + QStringLiteral("/bare");
+    host.put(
+        QStringLiteral("/bare/Data/Platforms/MS-DOS.xml"),
+        "<LaunchBox><Game><Genre>Action</Genre></Game><Game><ApplicationPath>x</ApplicationPath></Game></LaunchBox>");
+    services.checkGame = [](const GamePtr &, const QString &) { return GameStatus{true, false, false, {}}; };
+    QString id;
+    for (const bool again : {false, true}) {
+        LibraryCache(host.host().paths).clear();
+        const auto library = load(folder);
+        ASSERT_EQ(library->games().size(), 2);
+        if (!again) {
+            id = library->games()[0]->id;
+            library->toggleFavorite(id);
+        }
+        ASSERT_TRUE(library->game(id));
+        EXPECT_TRUE(library->game(id)->isFavorite) << again;
+        EXPECT_EQ(library->game(id)->title, QStringLiteral("Unknown"));
+        await(library->updateGameStatus(id));
+        EXPECT_FALSE(library->game(id)->isInstalled);
+        EXPECT_TRUE(
+            host.log().contains(QStringLiteral("⚠️ updateGameStatus: No config path for Unknown, skipping")));
+    }
+}
+
+TEST_F(GameLibraryTest, ShowsWhatTheUserDidDuringALoad) {
+    const QString collection = makeCollection();
+    for (const bool cached : {false, true}) {
+        GameLibrary library(host, services);
+        const bool wasFavorite = library.userData().favoriteIds().contains(QStringLiteral("a"));
+        const QString last = cached ? QStringLiteral("Using cached installation data...")
+                                    : QStringLiteral("Applying favorites and play history...");
+        // Once the user's data is being brought into the new records.
+        QObject::connect(&library, &GameLibrary::loadingChanged, &library, [&] {
+            if (library.loadingStatus() == last)
+                QMetaObject::invokeMethod(
+                    &library, [&] { library.toggleFavorite(QStringLiteral("a")); }, Qt::QueuedConnection);
+        });
+        await(library.loadCollection(collection));
+        EXPECT_EQ(library.game(QStringLiteral("a"))->isFavorite, !wasFavorite) << cached;
+        QThreadPool::globalInstance()->waitForDone();
+        QCoreApplication::processEvents();
+    }
+}
+
 TEST_F(GameLibraryTest, ShowsTheGamesOfAnUnpluggedFolderFromTheCache) {
     const QString collection = makeCollection();
     load(collection);
@@ -263,6 +308,39 @@ TEST_F(GameLibraryTest, KeepsTheGamesOfEachCollectionUnderItsOwnPathWhenLoadsOve
     const LibraryCache cache(host.host().paths);
     EXPECT_FALSE(cache.load(quick, host.clock.now()));
     EXPECT_TRUE(cache.load(slow, host.clock.now()));
+}
+
+TEST_F(GameLibraryTest, TakesAPlatformOutOfTheCollectionAndKeepsItsFileAside) {
+    const QString collection = makeCollection();
+    EXPECT_THROW(await(GameLibrary(host, services).removePlatform(QStringLiteral("MS-DOS"))), std::runtime_error);
+    const auto library = load(collection);
+    for (const char *name : {"", "../Playlists/All", "a/b"})
+        EXPECT_THROW(await(library->removePlatform(QString::fromUtf8(name))), std::runtime_error) << name;
+    EXPECT_EQ(library->games().size(), 3);
+    library->toggleFavorite(QStringLiteral("a"));
+    await(library->removePlatform(QStringLiteral("MS-DOS")));
+    EXPECT_EQ(idsOf(library->games()), QStringList{QStringLiteral("s")});
+    EXPECT_EQ(library->game(QStringLiteral("a")), nullptr);
+    EXPECT_EQ(library->platforms().size(), 1);
+    const QDir folder(collection + QStringLiteral("/Data/Platforms"));
+    EXPECT_FALSE(folder.exists(QStringLiteral("MS-DOS.xml")));
+    EXPECT_EQ(folder.entryList({QStringLiteral("MS-DOS.xml.removed-*")}).size(), 1);
+    const auto again = load(collection);
+    EXPECT_TRUE(again->loadingStatus().startsWith(QStringLiteral("Complete! Loaded 1 games")));
+    EXPECT_TRUE(again->userData().favoriteIds().contains(QStringLiteral("a")));
+}
+
+TEST_F(GameLibraryTest, AsksTheDiskForTheArchiveOfAnUninstalledGame) {
+    const auto library = load(makeCollection());
+    services.checkGame = [](const GamePtr &, const QString &) { return GameStatus{false, true, true, {}}; };
+    const auto asking = load(host.root() + QStringLiteral("/collection"));
+    for (const auto &[marked, archive] : {std::pair(library.get(), false), std::pair(asking.get(), true)}) {
+        await(marked->markGameInstalled(QStringLiteral("b"), true));
+        EXPECT_EQ(GameStatus::of(*marked->game(QStringLiteral("b"))), (GameStatus{true, false, false, {}}));
+        await(marked->markGameInstalled(QStringLiteral("b"), false));
+        EXPECT_EQ(GameStatus::of(*marked->game(QStringLiteral("b"))), (GameStatus{false, archive, false, {}}));
+        await(marked->markGameInstalled(QStringLiteral("not here"), true));
+    }
 }
 
 TEST_F(GameLibraryTest, ShowsNoStaleRecordInTheRecentList) {

@@ -179,8 +179,14 @@ TEST_F(LibraryCacheTest, KeepsIdsAsAListOfTexts) {
     LibraryCache::saveIds(cache.installedIdsFile(), ids);
     EXPECT_EQ(LibraryCache::loadIds(cache.installedIdsFile()), ids);
     EXPECT_FALSE(LibraryCache::loadIds(cache.compressedIdsFile()));
-    ASSERT_EQ(writeAtomically(cache.compressedIdsFile(), "[1]"), QString());
-    EXPECT_FALSE(LibraryCache::loadIds(cache.compressedIdsFile()));
+    EXPECT_EQ(host.log().count(QStringLiteral("no list of game ids")), 0) << "a missing file is no fault";
+    int faults = 0;
+    for (const QByteArray &damaged :
+         {QByteArray("[1]"), QByteArray("{}"), QByteArray("[\"a\""), QByteArray(), QByteArray(1'000'000, '[')}) {
+        ASSERT_EQ(writeAtomically(cache.compressedIdsFile(), damaged), QString());
+        EXPECT_FALSE(LibraryCache::loadIds(cache.compressedIdsFile()));
+        EXPECT_EQ(host.log().count(QStringLiteral("no list of game ids")), ++faults);
+    }
 }
 
 } // namespace ludarium::test
