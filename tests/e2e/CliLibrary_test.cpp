@@ -333,7 +333,7 @@ TEST_F(CliLibrary, DoesOneThingToManyGames) {
     EXPECT_TRUE(QDir(folder).exists());
     const CliResult removed = run(u"batch"_s, {u"uninstall"_s, u"writer-id"_s, u"alpha"_s, u"--yes"_s});
     EXPECT_EQ(removed.status, 0) << removed.errors.toStdString();
-    EXPECT_EQ(removed.output, "[1/2] Alpha: Not installed\n[2/2] Writer: Uninstalled successfully\n"
+    EXPECT_EQ(removed.output, "[1/2] Writer: Uninstalled successfully\n[2/2] Alpha: Not installed\n"
                               "Uninstall Games: 1 done, 0 failed, 1 skipped\n");
     EXPECT_FALSE(QDir(folder).exists());
     EXPECT_TRUE(QDir(collection.file(u"eXo/eXoDOS/!dos/writer"_s)).exists());

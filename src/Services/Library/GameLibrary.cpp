@@ -202,26 +202,6 @@ QCoro::Task<> GameLibrary::updateGameStatus(QString id) {
     m_host.notifications.post(Notifications::gameStatusesUpdated);
 }
 
-QCoro::Task<> GameLibrary::markGameInstalled(QString id, bool installed) {
-    const GamePtr changed = game(id);
-    if (!changed)
-        co_return;
-    GameStatus status = GameStatus::of(*changed);
-    status.isCompressed = false;
-    if (!installed && m_services.checkGame && !m_collection.isEmpty()) {
-        const QPointer<GameLibrary> self(this);
-        const auto check = m_services.checkGame;
-        const QString collection = m_collection;
-        auto look = [=] { return check(changed, collection); };
-        const std::optional<GameStatus> found = co_await runOnPool(look);
-        if (!self || collection != m_collection)
-            co_return;
-        status = found.value_or(status);
-    }
-    status.isInstalled = installed;
-    setGameStatus(id, status);
-}
-
 QCoro::Task<> GameLibrary::checkInstalledStatusSilent(QString collection) {
     if (!m_services.checkStatus)
         co_return;

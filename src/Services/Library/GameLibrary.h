@@ -79,9 +79,6 @@ class GameLibrary : public QObject {
     QCoro::Task<> markGameInstalled(QString id, bool installed);
     /// Takes over a status that is known.
     void setGameStatus(const QString &id, const GameStatus &status);
-    /// Takes over that a game was just installed or uninstalled; what is left of an uninstalled one is looked for on
-    /// the disk.
-    QCoro::Task<> markGameInstalled(QString id, bool installed);
     /// Compares every game's status with the disk; publishes only when something changed.
     QCoro::Task<> checkInstalledStatusSilent(QString collection);
 
