@@ -11,7 +11,7 @@ std::vector<std::unique_ptr<Command>> makeCommands() {
         makeGamesCommand,     makeSearchCommand,      makeShowCommand,     makePlaylistsCommand, makeCollectionsCommand,
         makeFacetsCommand,    makeGroupsCommand,      makeRecentCommand,   makeStatsCommand,     makeFavoriteCommand,
         makeRateCommand,      makeNoteCommand,        makeProgressCommand, makeVersionsCommand,  makePlayCommand,
-        makeEmulatorsCommand, makeSetupStatusCommand, makeLogCommand,
+        makeEmulatorsCommand, makeSetupStatusCommand, makeBatchCommand,    makeLogCommand,
     };
     std::vector<std::unique_ptr<Command>> commands;
     for (const auto &make : makers)
