@@ -58,6 +58,9 @@ class VersionsCommand : public Command {
             options.append(*found.version);
         if (context.json())
             printAsJson(context.output(), *game, options);
+        else if (options.isEmpty())
+            context.output().line(QStringLiteral("No versions of \"%1\" are known: it starts as the collection has it.")
+                                      .arg(game->title));
         else
             printAsTable(context.output(), options);
         co_return exitDone;
