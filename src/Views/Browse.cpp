@@ -11,6 +11,7 @@ namespace ludarium {
 
 Browse::Browse(AppState &state, std::shared_ptr<CoverStore> covers, QObject *parent)
     : QObject(parent), m_state(state), m_games(std::move(covers)), m_facets(state), m_table(state.host()) {
+    state.gameLibrary().setIndexedAtLoad(true);
     connect(&state, &AppState::filteredGamesChanged, this, &Browse::refresh);
     connect(&state, &AppState::searchTextChanged, this, &Browse::searchTextChanged);
     connect(&state, &AppState::viewSettingsChanged, this, &Browse::viewSettingsChanged);
