@@ -13,8 +13,16 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <chrono>
+#include <utility>
 
 namespace ludarium {
+
+namespace {
+
+constexpr std::chrono::milliseconds searchDelay{150};
+
+} // namespace
 
 AppState::AppState(Host &host, EmulatorManager &emulators, const LaunchDatabases &databases, LibraryServices services,
                    QObject *parent)
@@ -36,8 +44,11 @@ AppState::AppState(Host &host, EmulatorManager &emulators, const LaunchDatabases
     });
     m_viewMode = viewModeFromText(host.settings.value(Settings::viewMode)).value_or(m_viewMode);
     m_gridSize = gridSizeFromText(host.settings.value(Settings::gridSize)).value_or(m_gridSize);
-    m_sortOrder = sortOrderFromText(host.settings.value(Settings::sortOrder)).value_or(m_sortOrder);
+    m_query.sortOrder = sortOrderFromText(host.settings.value(Settings::sortOrder)).value_or(m_query.sortOrder);
     m_groupDuplicateGames = host.settings.value(Settings::groupDuplicateGames);
+    m_searchDebounce.setSingleShot(true);
+    m_searchDebounce.setInterval(searchDelay);
+    connect(&m_searchDebounce, &QTimer::timeout, this, [this] { narrow(&BrowseQuery::search, m_searchText); });
 }
 
 AppState::~AppState() {
@@ -82,9 +93,8 @@ void AppState::setGridSize(GridSize size) {
 }
 
 void AppState::setSortOrder(SortOrder order) {
-    m_sortOrder = order;
+    narrow(&BrowseQuery::sortOrder, order);
     Q_EMIT viewSettingsChanged();
-    Q_EMIT filteredGamesChanged();
 }
 
 void AppState::setGroupDuplicateGames(bool group) {
@@ -97,7 +107,7 @@ void AppState::saveViewSettings() {
     m_host.settings.transaction([this] {
         m_host.settings.setValue(Settings::viewMode, viewModeText(m_viewMode));
         m_host.settings.setValue(Settings::gridSize, gridSizeText(m_gridSize));
-        m_host.settings.setValue(Settings::sortOrder, sortOrderText(m_sortOrder));
+        m_host.settings.setValue(Settings::sortOrder, sortOrderText(m_query.sortOrder));
         m_host.settings.setValue(Settings::groupDuplicateGames, m_groupDuplicateGames);
     });
 }
@@ -109,27 +119,38 @@ void AppState::setSelectedGameId(const QString &id) {
     Q_EMIT selectionChanged();
 }
 
-void AppState::setSelectedPlatform(const QString &name) {
-    if (m_selectedPlatform == name)
+void AppState::setQuery(const BrowseQuery &query) {
+    const BrowseQuery before = std::exchange(m_query, query);
+    if (before == query)
         return;
-    m_selectedPlatform = name;
-    Q_EMIT selectionChanged();
+    if (before.platform != query.platform)
+        Q_EMIT selectionChanged();
     Q_EMIT filteredGamesChanged();
 }
 
 void AppState::setSearchText(const QString &text) {
-    if (m_searchText == text)
-        return;
-    m_searchText = text;
-    Q_EMIT filteredGamesChanged();
+    m_searchDebounce.stop();
+    if (std::exchange(m_searchText, text) != text)
+        Q_EMIT searchTextChanged();
+    if (text.isEmpty())
+        narrow(&BrowseQuery::search, QString());
+    else
+        m_searchDebounce.start();
+}
+
+void AppState::clearFilters() {
+    BrowseQuery whole;
+    whole.search = m_query.search;
+    whole.sortOrder = m_query.sortOrder;
+    setQuery(whole);
 }
 
 GameList AppState::filteredGames() const {
-    BrowseQuery query;
-    query.search = m_searchText;
-    query.platform = m_selectedPlatform;
-    query.sortOrder = m_sortOrder;
-    return m_browser->filteredGames(query);
+    return m_browser->filteredGames(m_query);
+}
+
+QList<GameGroup> AppState::filteredGameGroups() const {
+    return m_browser->filteredGameGroups(m_query);
 }
 
 } // namespace ludarium

@@ -2,10 +2,13 @@
 
 #include "Models/Game.h"
 #include "Models/ViewSettings.h"
+#include "Services/Library/BrowseQuery.h"
+#include "Services/Library/GameGroup.h"
 #include "Services/Library/LibraryServices.h"
 
 #include <QCoro/QCoroTask>
 #include <QObject>
+#include <QTimer>
 #include <memory>
 
 namespace ludarium {
@@ -46,7 +49,7 @@ class AppState : public QObject {
 
     ViewMode viewMode() const { return m_viewMode; }
     GridSize gridSize() const { return m_gridSize; }
-    SortOrder sortOrder() const { return m_sortOrder; }
+    SortOrder sortOrder() const { return m_query.sortOrder; }
     bool groupDuplicateGames() const { return m_groupDuplicateGames; }
     void setViewMode(ViewMode mode);
     void setGridSize(GridSize size);
@@ -56,21 +59,50 @@ class AppState : public QObject {
 
     QString selectedGameId() const { return m_selectedGameId; }
     void setSelectedGameId(const QString &id);
-    QString selectedPlatform() const { return m_selectedPlatform; }
-    void setSelectedPlatform(const QString &name);
+    /// What the search field holds, at every key stroke.
     QString searchText() const { return m_searchText; }
+    /// Reaches the filter when no other text came for 0.15 seconds; an empty text at once.
     void setSearchText(const QString &text);
-    /// The games that selection and search leave, in sort order.
+
+    /// What the main view is narrowed to. Nothing of it is kept from run to run but the sort order.
+    const BrowseQuery &query() const { return m_query; }
+    QString debouncedSearchText() const { return m_query.search; }
+    QString selectedPlatform() const { return m_query.platform; }
+    // An empty text, or no year, is no filter.
+    void setSelectedPlatform(const QString &name) { narrow(&BrowseQuery::platform, name); }
+    void setSelectedPlaylist(const QString &id) { narrow(&BrowseQuery::playlistId, id); }
+    void setSelectedSmartCollection(const QString &id) { narrow(&BrowseQuery::smartCollectionId, id); }
+    void setSelectedGenre(const QString &genre) { narrow(&BrowseQuery::genre, genre); }
+    void setSelectedDeveloper(const QString &developer) { narrow(&BrowseQuery::developer, developer); }
+    void setSelectedPublisher(const QString &publisher) { narrow(&BrowseQuery::publisher, publisher); }
+    void setSelectedYear(std::optional<int> year) { narrow(&BrowseQuery::year, year); }
+    void setShowFavoritesOnly(bool only) { narrow(&BrowseQuery::favoritesOnly, only); }
+    void setShowInstalledOnly(bool only) { narrow(&BrowseQuery::installedOnly, only); }
+    void setShowRecentlyPlayed(bool show) { narrow(&BrowseQuery::recentlyPlayed, show); }
+    /// Back to the whole library; the selected game, the search text and the sort order stay.
+    void clearFilters();
+
+    /// The games to show now, in display order.
     GameList filteredGames() const;
+    /// The same with duplicates folded.
+    QList<GameGroup> filteredGameGroups() const;
 
   Q_SIGNALS:
     void collectionPathChanged();
     void viewSettingsChanged();
     void selectionChanged();
+    void searchTextChanged();
     void filteredGamesChanged();
 
   private:
     void collectionChanged(const QString &oldPath);
+    void setQuery(const BrowseQuery &query);
+    template<typename T, typename Value>
+    void narrow(T BrowseQuery::*field, const Value &value) {
+        BrowseQuery query = m_query;
+        query.*field = value;
+        setQuery(query);
+    }
 
     Host &m_host;
     std::unique_ptr<GameLibrary> m_library;
@@ -81,11 +113,11 @@ class AppState : public QObject {
     QString m_collectionPath;
     ViewMode m_viewMode = ViewMode::grid;
     GridSize m_gridSize = GridSize::medium;
-    SortOrder m_sortOrder = SortOrder::title;
     bool m_groupDuplicateGames = true;
     QString m_selectedGameId;
-    QString m_selectedPlatform;
     QString m_searchText;
+    QTimer m_searchDebounce;
+    BrowseQuery m_query;
 };
 
 } // namespace ludarium

@@ -34,6 +34,10 @@ class SettingsStore : public QObject {
     /// Runs `changes` as one transaction: all of its writes are kept or none.
     virtual void transaction(const std::function<void()> &changes) = 0;
 
+    /// Moves a value that cannot be understood to "{key}.corrupt-{time}", so that the next write does not destroy what
+    /// a person may want back. An absent key is left alone; a store that cannot keep the move is logged.
+    void setAside(const QString &key);
+
     template<typename T>
     T value(const Setting<T> &setting) const {
         return storedValue(setting).value_or(setting.defaultValue());

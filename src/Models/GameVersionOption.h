@@ -42,6 +42,7 @@ struct GameVersionOption {
     bool mountAtGameLevel = false;
     /// Where the version is known from, in words; empty when nobody said.
     QString origin = {};
+    bool isOnlyOne = false; ///< the game comes in no other version, so nobody had to choose
 };
 
 /// The versions that a game offers, in menu order.

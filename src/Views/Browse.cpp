@@ -5,30 +5,17 @@
 #include "Views/GridGeometry.h"
 
 #include <algorithm>
-#include <chrono>
 
 namespace ludarium {
 
-namespace {
-
-constexpr std::chrono::milliseconds searchDelay{150};
-
-} // namespace
-
 Browse::Browse(AppState &state, std::shared_ptr<CoverStore> covers, QObject *parent)
-    : QObject(parent), m_state(state), m_games(std::move(covers)), m_searchText(state.searchText()) {
-    m_debounce.setSingleShot(true);
-    m_debounce.setInterval(searchDelay);
-    connect(&m_debounce, &QTimer::timeout, this, [this] {
-        m_state.setSearchText(m_searchText);
-        Q_EMIT filteredChanged();
-    });
+    : QObject(parent), m_state(state), m_games(std::move(covers)) {
     connect(&state, &AppState::filteredGamesChanged, this, &Browse::refresh);
+    connect(&state, &AppState::searchTextChanged, this, &Browse::searchTextChanged);
     connect(&state, &AppState::viewSettingsChanged, this, &Browse::viewSettingsChanged);
     connect(&state, &AppState::selectionChanged, this, [this] {
         followSelection();
         Q_EMIT titleChanged();
-        Q_EMIT filteredChanged();
     });
     refresh();
 }
@@ -36,6 +23,8 @@ Browse::Browse(AppState &state, std::shared_ptr<CoverStore> covers, QObject *par
 void Browse::refresh() {
     m_games.setGames(m_state.filteredGames());
     followSelection();
+    if (const bool filtered = isFiltered(); std::exchange(m_wasFiltered, filtered) != filtered)
+        Q_EMIT filteredChanged();
 }
 
 void Browse::followSelection() {
@@ -46,20 +35,6 @@ void Browse::followSelection() {
 
 QString Browse::title() const {
     return m_state.selectedPlatform().isEmpty() ? QStringLiteral("All Games") : m_state.selectedPlatform();
-}
-
-void Browse::setSearchText(const QString &text) {
-    if (m_searchText == text)
-        return;
-    m_searchText = text;
-    Q_EMIT searchTextChanged();
-    m_debounce.stop();
-    if (text.isEmpty()) {
-        m_state.setSearchText(text);
-        Q_EMIT filteredChanged();
-    } else {
-        m_debounce.start();
-    }
 }
 
 void Browse::setCurrentRow(int row) {
@@ -109,7 +84,9 @@ void Browse::save() {
 }
 
 bool Browse::isFiltered() const {
-    return !m_state.searchText().isEmpty() || !m_state.selectedPlatform().isEmpty();
+    BrowseQuery whole;
+    whole.sortOrder = m_state.sortOrder();
+    return m_state.query() != whole;
 }
 
 int Browse::columnsFor(double width) const {
@@ -147,7 +124,7 @@ void Browse::moveBy(int rows) {
 }
 
 void Browse::clearFilters() {
-    m_state.setSelectedPlatform({});
+    m_state.clearFilters();
 }
 
 bool Browse::selectTitle(const QString &title) {

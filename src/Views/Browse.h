@@ -3,7 +3,6 @@
 #include "App/AppState.h"
 #include "Views/GameListModel.h"
 
-#include <QTimer>
 #include <qqmlregistration.h>
 
 namespace ludarium {
@@ -27,9 +26,8 @@ class Browse : public QObject {
     GameListModel *games() { return &m_games; }
     /// The selected platform, or "All Games".
     QString title() const;
-    QString searchText() const { return m_searchText; }
-    /// Reaches the filter 0.15 seconds after the last key; an empty text at once.
-    void setSearchText(const QString &text);
+    QString searchText() const { return m_state.searchText(); }
+    void setSearchText(const QString &text) { m_state.setSearchText(text); }
     int currentRow() const { return m_currentRow; }
     /// Selects the game of the row; -1 selects none.
     void setCurrentRow(int row);
@@ -70,9 +68,8 @@ class Browse : public QObject {
 
     AppState &m_state;
     GameListModel m_games;
-    QTimer m_debounce;
-    QString m_searchText;
     int m_currentRow = -1;
+    bool m_wasFiltered = false;
 };
 
 } // namespace ludarium

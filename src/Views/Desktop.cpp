@@ -83,8 +83,8 @@ QCoro::Task<> Desktop::askForCollection() {
 
 void Desktop::openCollection(const QString &folder) {
     m_state.setSelectedGameId({});
-    m_state.setSelectedPlatform({});
-    m_browse.setSearchText({});
+    m_state.clearFilters();
+    m_state.setSearchText({});
     m_state.setCollectionPath(folder);
 }
 

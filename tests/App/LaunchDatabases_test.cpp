@@ -1,5 +1,6 @@
 #include "App/LaunchDatabases.h"
 
+#include "Host/Settings.h"
 #include "Services/Dos/DOSBoxRequirementsManager.h"
 #include "Services/Emulators/EmulatorManager.h"
 #include "Services/Launch/GameLauncher.h"
@@ -78,18 +79,29 @@ TEST_F(LaunchDecisions, NameTheExceptionsThatTakePart) {
     const QMap<QString, QString> warcraft = decisions(u"Warcraft III"_s);
     EXPECT_EQ(warcraft.value(u"cycles"_s), u"fixed 20000 (set by the exception \"warcraft\")"_s);
     EXPECT_EQ(warcraft.value(u"machine"_s), u"svga_s3 (set by the exception \"svga-games\")"_s);
+    EXPECT_EQ(
+        decisions(u"The Dig"_s).value(u"emulator type"_s),
+        u"vanilla (the collection names no build; the exception \"lucasarts-scumm\" recommends ScummVM, which only "
+        "its own games use)"_s);
+}
+
+TEST_F(LaunchDecisions, NameTheDosboxThatTheUserSet) {
+    EXPECT_TRUE(decisions(u"Game"_s).value(u"DOSBox"_s).endsWith(u"(looked for among the programs of this machine)"_s));
+    const QString own = host.putProgram(u"/home/own-dosbox"_s, "exit 0");
+    host.settings.setValue(Settings::dosboxPath, own);
+    EXPECT_EQ(decisions(u"Game"_s).value(u"DOSBox"_s), own + u" (the path in the user's settings)"_s);
 }
 
 TEST_F(LaunchDecisions, NameTheChosenVersionAndWhereItIsKnownFrom) {
     const QMap<QString, QString> loom = decisions(u"Loom"_s, u"EGA with MT-32"_s);
-    EXPECT_EQ(loom.value(u"version"_s), u"EGA with MT-32 (chosen for this launch, \"Loom\" of the version database)"_s);
+    EXPECT_EQ(loom.value(u"version"_s), u"EGA with MT-32 (chosen by the user, \"Loom\" of the version database)"_s);
     EXPECT_EQ(loom.value(u"mididevice"_s), u"mt32 (set by the version \"EGA with MT-32\")"_s);
     // The user's own file replaces ours, and a single version needs no choice.
     const QString settings = host.host().paths.settingsFolder().mid(host.root().size());
     host.put(settings + u"/GameVersionDatabase.json"_s,
              R"({"Loom": {"versions": [{"label": "Mine", "type": "ega", "config": {"machine": "ega"}}]}})");
     const QMap<QString, QString> own = decisions(u"Loom"_s);
-    EXPECT_EQ(own.value(u"version"_s), u"Mine (chosen for this launch, \"Loom\" of the user's own version database)"_s);
+    EXPECT_EQ(own.value(u"version"_s), u"Mine (the only version known, \"Loom\" of the user's own version database)"_s);
     EXPECT_EQ(own.value(u"machine"_s), u"ega (set by the version \"Mine\")"_s);
 }
 

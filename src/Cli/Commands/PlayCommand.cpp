@@ -74,7 +74,7 @@ class PlayCommand : public Command {
         const std::optional<GameVersionOption> version = chooseVersion(context, versions);
         GameLauncher &launcher = context.launcherFor(*library, !m_dryRun);
         if (m_dryRun)
-            co_await printPlan(context, launcher, game, version);
+            co_await printPlan(context, launcher, game, version, versions.menu && !version);
         else
             co_await play(context, launcher, game, version);
         co_return exitDone;
@@ -104,8 +104,11 @@ class PlayCommand : public Command {
     }
 
     QCoro::Task<> printPlan(CommandContext &context, GameLauncher &launcher, GamePtr game,
-                            std::optional<GameVersionOption> version) {
-        const LaunchPlan plan = co_await launcher.plan(game, version);
+                            std::optional<GameVersionOption> version, bool noneChosen) {
+        LaunchPlan plan = co_await launcher.plan(game, version);
+        if (noneChosen)
+            plan.decisions.prepend({QStringLiteral("version"), QStringLiteral("none"),
+                                    QStringLiteral("the user chose none of those known; as it is installed")});
         if (context.json()) {
             Json document = jsonDocument();
             addText(document, "ID", game->id);

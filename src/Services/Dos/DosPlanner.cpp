@@ -285,7 +285,8 @@ DosConfigurationChoice chooseDosConfiguration(const DosPlanInput &input, FolderV
         return choice;
     };
     if (request.version) {
-        const QString reason = QStringLiteral("chosen for this launch");
+        const QString reason = request.version->isOnlyOne ? QStringLiteral("the only version known")
+                                                          : QStringLiteral("chosen by the user");
         const QString &origin = request.version->origin;
         choice.decisions.append({QStringLiteral("version"), request.version->label,
                                  origin.isEmpty() ? reason : reason + QStringLiteral(", ") + origin});

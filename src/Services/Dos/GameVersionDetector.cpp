@@ -15,24 +15,31 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-std::optional<VersionDatabase> parsed(const QByteArray &json) {
+/// `file` names it in the log; empty for the one of the program.
+std::optional<VersionDatabase> parsed(const QByteArray &json, const QString &file = {}) {
     QString problem;
     std::optional<VersionDatabase> database = parseVersionDatabase(json, &problem);
     if (!database)
-        Log::error(u"GameVersionDetector: Failed to load database: %1"_s.arg(problem));
+        Log::error(u"GameVersionDetector: Failed to load database: %1"_s.arg(
+            file.isEmpty() ? problem : file + u": "_s + problem));
     return database;
 }
 
 void addUsersOwn(VersionDatabase &database, const QString &path) {
-    // A look at anything but a file, such as a pipe, could wait for ever.
-    if (!QFileInfo(path).isFile())
+    const QFileInfo info(path);
+    if (!info.exists() && !info.isSymLink())
         return;
+    // A look at anything but a file, such as a pipe, could wait for ever.
+    if (!info.isFile()) {
+        Log::error(u"GameVersionDetector: Failed to load database: %1: not a regular file"_s.arg(path));
+        return;
+    }
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
         Log::error(u"GameVersionDetector: Failed to load database: %1: %2"_s.arg(path, file.errorString()));
         return;
     }
-    const std::optional<VersionDatabase> own = parsed(file.read(JsonLimit::bytes + 1));
+    const std::optional<VersionDatabase> own = parsed(file.read(JsonLimit::bytes + 1), path);
     if (!own)
         return;
     for (auto it = own->cbegin(); it != own->cend(); ++it) {

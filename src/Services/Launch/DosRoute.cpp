@@ -1,7 +1,11 @@
 #include "Services/Launch/DosRoute.h"
 
 #include "Host/AppLogger.h"
+#include "Host/Host.h"
 #include "Host/SafeFiles.h"
+#include "Host/Settings.h"
+#include "Host/SettingsStore.h"
+#include "Models/LaunchCancelled.h"
 #include "Models/LaunchError.h"
 #include "Services/Emulators/EmulatorManager.h"
 #include "Services/Launch/GameFolders.h"
@@ -13,8 +17,6 @@ namespace ludarium {
 namespace {
 
 using namespace Qt::StringLiterals;
-
-constexpr QStringView planReason = u"looked for among the programs of this machine";
 
 DosCollaborators withFindDOSBox(DosCollaborators collaborators, EmulatorManager &emulators) {
     if (!collaborators.findDOSBox)
@@ -44,7 +46,7 @@ const QStringList &DosRoute::mt32SupportedGames() {
 }
 
 DosRoute::DosRoute(Host &host, EmulatorManager &emulators, DosCollaborators dosCollaborators)
-    : m_emulators(emulators), m_findDOSBox(withFindDOSBox(dosCollaborators, emulators).findDOSBox),
+    : m_host(host), m_emulators(emulators), m_findDOSBox(withFindDOSBox(dosCollaborators, emulators).findDOSBox),
       m_launcher(host, withFindDOSBox(dosCollaborators, emulators)) {}
 
 std::optional<EmulatorRequirement> DosRoute::requirement(const Game &game) const {
@@ -76,6 +78,8 @@ DosRoute::Choice DosRoute::chooseEmulator(const Game &game) const {
             return {EmulatorType::ece, byException};
         case EmulatorOverride::scummvm:
             Log::info(u"📋 Exception recommends ScummVM - but game not marked as ScummVM in XML"_s);
+            choice.reason += u"; the exception \"%1\" recommends ScummVM, which only its own games use"_s.arg(
+                findings.emulatorOrigin);
             break;
         }
     return choice;
@@ -132,7 +136,7 @@ QCoro::Task<std::optional<ProcessId>> DosRoute::launchWithWindowsBuild(GamePtr g
     }
     switch (choice) {
     case ECELaunchChoice::cancelled:
-        co_return std::nullopt;
+        throw LaunchCancelled();
     case ECELaunchChoice::wineECE:
         if (!others.launchWithWine)
             fail(LaunchError::Case::launchFailed, u"Games cannot be started with Wine by this version yet"_s);
@@ -189,7 +193,10 @@ QCoro::Task<LaunchPlan> DosRoute::plan(GamePtr game, QString collection, std::op
     const std::optional<QString> dosbox = m_findDOSBox();
     if (!dosbox)
         fail(LaunchError::Case::emulatorNotFound, u"DOSBox"_s);
-    decisions.append({u"DOSBox"_s, *dosbox, planReason.toString()});
+    const bool isUsersChoice = *dosbox == m_host.settings.value(Settings::dosboxPath);
+    decisions.append(
+        {u"DOSBox"_s, *dosbox,
+         isUsersChoice ? u"the path in the user's settings"_s : u"looked for among the programs of this machine"_s});
 
     const DosLaunchRequest launchRequest = request(game, collection, version);
     LaunchPlan plan = co_await m_launcher.plan(launchRequest);

@@ -45,6 +45,7 @@ class DosRoute {
                                                                  std::optional<GameVersionOption> version);
     static DosLaunchRequest request(GamePtr game, const QString &collection, std::optional<GameVersionOption> version);
 
+    Host &m_host;
     EmulatorManager &m_emulators;
     std::function<std::optional<QString>()> m_findDOSBox;
     DosLauncher m_launcher;

@@ -5,6 +5,7 @@
 #include "Host/Clock.h"
 #include "Host/Host.h"
 #include "Host/Workspace.h"
+#include "Models/LaunchCancelled.h"
 #include "Models/LaunchError.h"
 #include "Services/Launch/DosRoute.h"
 #include "Services/Launch/GameFolders.h"
@@ -153,6 +154,8 @@ QCoro::Task<> GameLauncher::launch(GamePtr game, LaunchMode mode, std::optional<
             if (onStarted)
                 onStarted(game, process);
         }
+    } catch (const LaunchCancelled &) {
+        Log::info(u"🎮 The launch was cancelled"_s);
     } catch (const LaunchError &error) {
         failure = error.text();
     } catch (...) {

@@ -63,7 +63,7 @@ class GameLauncher : public QObject {
     /// The process that the last `play` started, when it can be watched.
     std::optional<ProcessId> lastProcess() const { return m_lastProcess; }
 
-    /// Called after a `play` flow that ended without an error, for the play-session tracker.
+    /// Called after a `play` flow that started a game, for the play-session tracker.
     std::function<void(GamePtr, std::optional<ProcessId>)> onStarted;
 
     /// The script folder of a game's Windows-style path; empty when the path leaves the collection.

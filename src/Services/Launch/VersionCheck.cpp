@@ -63,6 +63,7 @@ QCoro::Task<VersionCheck::Result> VersionCheck::checkVersionsAndLaunch(QString g
         Log::info(u"   No multiple versions detected, launching directly"_s);
     } else if (menu->options.size() == 1) {
         result.version = menu->options.first();
+        result.version->isOnlyOne = true;
         Log::info(u"   Single version detected, launching with: %1"_s.arg(result.version->label));
     } else {
         result.action = Result::Action::ask;

@@ -5,16 +5,21 @@
 #include "Host/Clock.h"
 #include "Host/Host.h"
 #include "Host/NotificationCenter.h"
+#include "Host/SafeFiles.h"
 #include "Host/Settings.h"
 #include "Host/SettingsStore.h"
 
+#include <QFile>
 #include <QPointer>
+#include <stdexcept>
 
 namespace ludarium {
 
 GameLibrary::GameLibrary(Host &host, LibraryServices services, QObject *parent)
     : QObject(parent), m_host(host), m_services(std::move(services)), m_cache(host.paths), m_userData(host.settings) {
     loadStatusIds();
+    // The first to hear of new games, so that nobody sees a recent list of records that are gone.
+    connect(this, &GameLibrary::gamesChanged, this, &GameLibrary::buildRecentlyPlayedList);
     connect(&m_userData, &UserData::changedElsewhere, this, [this] {
         GameList games = m_games;
         for (GamePtr &game : games)
@@ -24,7 +29,7 @@ GameLibrary::GameLibrary(Host &host, LibraryServices services, QObject *parent)
                 game = std::move(changed);
             }
         publish(std::move(games), m_index);
-        buildRecentlyPlayedList();
+        buildRecentlyPlayedList(); // the list of ids may be what changed
     });
 }
 
@@ -131,6 +136,8 @@ void GameLibrary::buildRecentlyPlayedList() {
     for (const QString &id : m_userData.recentlyPlayedIds())
         if (const GamePtr played = game(id))
             recent.append(played);
+    if (recent == m_recentlyPlayed)
+        return;
     m_recentlyPlayed = std::move(recent);
     Q_EMIT recentlyPlayedChanged();
 }
@@ -153,6 +160,25 @@ void GameLibrary::setGameStatus(const QString &id, const GameStatus &status) {
     saveStatusIds();
 }
 
+QCoro::Task<> GameLibrary::markGameInstalled(QString id, bool installed) {
+    const QPointer<GameLibrary> self(this);
+    const auto check = m_services.checkGame;
+    const QString collection = m_collection;
+    bool hasArchive = false;
+    if (const GamePtr known = game(id); known && !installed && !collection.isEmpty() && check) {
+        auto look = [=] { return check(known, collection); };
+        const std::optional<GameStatus> found = co_await runOnPool(look);
+        hasArchive = found && found->isCompressed;
+    }
+    const GamePtr current = self && collection == m_collection ? game(id) : GamePtr();
+    if (!current)
+        co_return;
+    GameStatus status = GameStatus::of(*current);
+    status.isInstalled = installed;
+    status.isCompressed = hasArchive;
+    setGameStatus(id, status);
+}
+
 QCoro::Task<> GameLibrary::updateGameStatus(QString id) {
     const GamePtr wanted = game(id);
     if (!wanted || !m_services.checkGame)
@@ -166,7 +192,7 @@ QCoro::Task<> GameLibrary::updateGameStatus(QString id) {
     const QString collection = m_collection;
     auto look = [=] { return check(wanted, collection); };
     const std::optional<GameStatus> status = co_await runOnPool(look);
-    if (!self || !status)
+    if (!self || !status || collection != m_collection)
         co_return;
     setGameStatus(id, *status);
     const auto flag = [](bool value) { return value ? QStringLiteral("true") : QStringLiteral("false"); };
@@ -222,7 +248,6 @@ QCoro::Task<> GameLibrary::checkInstalledStatusSilent(QString collection) {
         publish(std::move(games), m_index);
         m_platforms = platformsWithPlayableGames(m_allPlatforms, m_games);
         Q_EMIT platformsChanged();
-        buildRecentlyPlayedList();
         m_host.notifications.post(Notifications::gameStatusesUpdated);
     }
     Log::info(QStringLiteral("⏱️ Silent check took %1s, %2 changes")
@@ -231,19 +256,22 @@ QCoro::Task<> GameLibrary::checkInstalledStatusSilent(QString collection) {
 }
 
 void GameLibrary::loadStatusIds() {
+    bool migrates = false;
     const auto read = [&](const QString &file, const Setting<QStringList> &older, const char *what) {
         if (const auto ids = LibraryCache::loadIds(file)) {
             Log::info(QStringLiteral("%1 %2 game IDs from file cache").arg(ids->size()).arg(QLatin1StringView(what)));
             return *ids;
         }
-        const QStringList list = m_host.settings.value(older);
-        if (!list.isEmpty())
-            Log::info(QStringLiteral("%1 %2 game IDs from UserDefaults").arg(list.size()).arg(QLatin1StringView(what)));
-        return QSet<QString>(list.cbegin(), list.cend());
+        const std::optional<QStringList> list = m_host.settings.storedValue(older);
+        if (!list)
+            return QSet<QString>();
+        migrates = true;
+        Log::info(QStringLiteral("%1 %2 game IDs from UserDefaults").arg(list->size()).arg(QLatin1StringView(what)));
+        return QSet<QString>(list->cbegin(), list->cend());
     };
     m_installedIds = read(m_cache.installedIdsFile(), Settings::installedGames, "installed");
     m_compressedIds = read(m_cache.compressedIdsFile(), Settings::compressedGames, "compressed");
-    if (m_host.settings.contains(Settings::installedGames) || m_host.settings.contains(Settings::compressedGames))
+    if (migrates)
         saveStatusIds();
 }
 
@@ -273,10 +301,42 @@ void GameLibrary::clearCollectionData() {
     m_platforms.clear();
     m_playlists.clear();
     publish({});
-    buildRecentlyPlayedList();
     Q_EMIT platformsChanged();
     Q_EMIT playlistsChanged();
+    saveStatusIds(); // those of the next collection come with its first look at the disk
     Log::info(QStringLiteral("🧹 Cleared collection-specific data"));
+}
+
+QCoro::Task<> GameLibrary::removePlatform(QString name) {
+    if (m_collection.isEmpty())
+        throw std::runtime_error("No collection loaded");
+    const std::optional<QString> file =
+        pathInside(m_collection, {QStringLiteral("Data"), QStringLiteral("Platforms"), name + QStringLiteral(".xml")});
+    if (!file || name.isEmpty())
+        throw std::runtime_error(QStringLiteral("\"%1\" is no name of a platform").arg(name).toStdString());
+    const QPointer<GameLibrary> self(this);
+    const QString kept =
+        *file + QStringLiteral(".removed-") + now().toUTC().toString(QStringLiteral("yyyyMMdd-HHmmsszzz"));
+    auto remove = [path = *file, kept] {
+        QFile xml(path);
+        if (!xml.exists())
+            return;
+        if (!xml.rename(kept))
+            throw std::runtime_error(xml.errorString().toStdString());
+        Log::info(QStringLiteral("Deleted platform XML: %1").arg(path));
+    };
+    co_await runOnPool(remove);
+    if (!self)
+        co_return;
+    clearCache();
+    GameList games = m_games;
+    games.removeIf([&](const GamePtr &game) { return game->platform == name; });
+    const auto isIt = [&](const Platform &platform) { return platform.name == name; };
+    m_allPlatforms.removeIf(isIt);
+    m_platforms.removeIf(isIt);
+    m_metadata = MetadataIndexes::build(games);
+    publish(std::move(games));
+    Q_EMIT platformsChanged();
 }
 
 void GameLibrary::clearCache() {

@@ -34,6 +34,10 @@ class GameLibrary : public QObject {
     QCoro::Task<> loadCollection(QString collection);
     void clearCollectionData();
     void clearCache();
+    /// Takes a platform and its games out of the collection: its XML file is renamed beside itself to a name that no
+    /// load reads, and the cache goes. Throws std::runtime_error without a collection, for a name that is no file
+    /// name, and when the file cannot be renamed; then nothing has changed.
+    QCoro::Task<> removePlatform(QString name);
     static bool validateCollectionStructure(const QString &collection);
 
     const GameList &games() const { return m_games; }
@@ -71,6 +75,8 @@ class GameLibrary : public QObject {
 
     /// Looks at the disk for one game and takes over what it finds.
     QCoro::Task<> updateGameStatus(QString id);
+    /// What an install or an uninstall ended with. After an uninstall the disk tells whether an archive is there.
+    QCoro::Task<> markGameInstalled(QString id, bool installed);
     /// Takes over a status that is known.
     void setGameStatus(const QString &id, const GameStatus &status);
     /// Compares every game's status with the disk; publishes only when something changed.
@@ -103,7 +109,7 @@ class GameLibrary : public QObject {
     QCoro::Task<> finishCacheLoad(CachedCollectionData data);
     QCoro::Task<> fullLoad(QString collection);
     QCoro::Task<> step(QString status, double progress);
-    void saveCache();
+    void saveCache(CachedCollectionData data);
     void publish(GameList games, std::shared_ptr<const LibraryIndex> index = {});
     void replaceGame(qsizetype position, const std::function<void(Game &)> &change);
     void refreshFromUserData(const QString &id);
@@ -131,6 +137,8 @@ class GameLibrary : public QObject {
     MetadataIndexes m_metadata;
     GameList m_recentlyPlayed;
     QElapsedTimer m_loadTimer;
+    QElapsedTimer m_stepTimer; ///< of the step of a load that `m_step` names
+    QString m_step;
     bool m_isLoading = false;
     bool m_loadedFromCache = false;
     QString m_loadingStatus;

@@ -117,6 +117,10 @@ bool GameLibrary::validateCollectionStructure(const QString &collection) {
 }
 
 QCoro::Task<> GameLibrary::step(QString status, double progress) {
+    if (!m_step.isNull())
+        Log::debug(QStringLiteral("⏱️ %1 %2").arg(m_step, milliseconds(m_stepTimer)));
+    m_step = status;
+    m_stepTimer.start();
     setStatus(status, progress);
     // A turn of the event loop, so that the interface can show the status.
     const QPointer<GameLibrary> self(this);
@@ -252,6 +256,7 @@ QCoro::Task<> GameLibrary::loadCollection(QString collection) {
     const QPointer<GameLibrary> self(this);
     Log::info(QStringLiteral("========== LOADING COLLECTION: %1 ==========").arg(collection));
     m_loadTimer.start();
+    m_step = QString();
     m_collection = collection;
     setLoading(true);
     setErrorMessage({});
@@ -388,6 +393,7 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
     QList<Platform> platforms = co_await runOnPool(parsePlatforms);
     requireAlive(self);
     m_allPlatforms = platforms.isEmpty() ? Platform::defaultPlatforms() : std::move(platforms);
+    const QList<Platform> allPlatforms = m_allPlatforms; // of this load, whatever another makes of the member
     m_platforms = m_allPlatforms;
     Q_EMIT platformsChanged();
 
@@ -505,7 +511,6 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
         m_installedIds = checked.installed;
         m_compressedIds = checked.compressed;
         saveStatusIds();
-        m_host.notifications.post(Notifications::gameStatusesUpdated);
     }
 
     co_await step(QStringLiteral("Applying favorites and play history..."), 0.7);
@@ -545,25 +550,29 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
     requireAlive(self);
     publish(std::move(applied.games), applied.index);
     m_platforms = applied.platforms;
+    const GameList published = m_games;
     Q_EMIT platformsChanged();
 
     co_await step(QStringLiteral("Building indexes..."), 0.8);
     m_metadata = applied.metadata;
+    if (!skip && services.checkStatus)
+        m_host.notifications.post(Notifications::gameStatusesUpdated);
     co_await step(QStringLiteral("Loading playlists..."), 0.9);
     auto parsePlaylists = [collection] { return LaunchBoxParser().parsePlaylists(collection); };
     QList<Playlist> playlists = co_await runOnPool(parsePlaylists);
     requireAlive(self);
     co_await step(QStringLiteral("Applying playlist filters..."), 0.9);
-    const GameList published = m_games;
     auto fillPlaylists = [playlists, published] { return applyPlaylistFilters(playlists, published); };
     QList<Playlist> filled = co_await runOnPool(fillPlaylists);
     requireAlive(self);
-    m_playlists = std::move(filled);
+    m_playlists = filled;
     Q_EMIT playlistsChanged();
     buildRecentlyPlayedList();
 
     co_await step(QStringLiteral("Saving to cache... (Next launch will be instant!)"), 0.95);
-    saveCache();
+    // What this load read: the members may be another's by now, whose games must not stand under this path.
+    CachedCollectionData cached{published, allPlatforms, filled, collection, LibraryCache::toCacheDate(now())};
+    saveCache(std::move(cached));
     if (services.indexForDesktopSearch && m_host.settings.value(Settings::spotlightIndexingEnabled))
         services.indexForDesktopSearch(m_games, collection);
     setStatus(QStringLiteral("Complete! Loaded %1 games. Next launch will be much faster!").arg(m_games.size()), 1.0);
@@ -571,12 +580,11 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
     co_await m_host.clock.sleep(std::chrono::milliseconds(50));
 }
 
-void GameLibrary::saveCache() {
+void GameLibrary::saveCache(CachedCollectionData data) {
     Log::info(QStringLiteral("Saving cache: %1 games, %2 platforms, %3 playlists")
-                  .arg(m_games.size())
-                  .arg(m_platforms.size())
-                  .arg(m_playlists.size()));
-    CachedCollectionData data{m_games, m_allPlatforms, m_playlists, m_collection, LibraryCache::toCacheDate(now())};
+                  .arg(data.games.size())
+                  .arg(data.platforms.size())
+                  .arg(data.playlists.size()));
     auto save = [cache = m_cache, data = std::move(data)] { cache.save(data); };
     spawn(runOnPool(save), "saving the library cache");
 }

@@ -40,6 +40,7 @@ LibraryBrowser::LibraryBrowser(GameLibrary &library, QObject *parent) : QObject(
     connect(&library, &GameLibrary::gamesChanged, this, &LibraryBrowser::invalidate);
     connect(&library, &GameLibrary::playlistsChanged, this, &LibraryBrowser::invalidate);
     connect(&library, &GameLibrary::userDataChanged, this, &LibraryBrowser::invalidate);
+    connect(&library, &GameLibrary::recentlyPlayedChanged, this, &LibraryBrowser::invalidate);
 }
 
 void LibraryBrowser::invalidate() {

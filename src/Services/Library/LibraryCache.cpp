@@ -13,6 +13,7 @@
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <algorithm>
 
 namespace ludarium {
 
@@ -105,7 +106,7 @@ std::optional<CachedCollectionData> LibraryCache::load(const QString &collection
             return std::nullopt;
         }
         Log::info(QStringLiteral("   ✅ Cache valid: %1 games, %2 days old").arg(data.games.size()).arg(days));
-    } catch (const CacheReadError &error) {
+    } catch (const std::exception &error) {
         Log::warning(QStringLiteral("   ❌ Failed to load cache: %1").arg(QString::fromUtf8(error.what())));
         return std::nullopt;
     }
@@ -140,19 +141,22 @@ void LibraryCache::clear() const {
 }
 
 std::optional<QSet<QString>> LibraryCache::loadIds(const QString &path) {
+    if (!QFileInfo::exists(path))
+        return std::nullopt;
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() > maxIdsFile)
-        return std::nullopt;
-    const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
-    if (!document.isArray())
-        return std::nullopt;
-    QSet<QString> ids;
-    for (const QJsonValue &value : document.array()) {
-        if (!value.isString())
-            return std::nullopt;
-        ids.insert(value.toString());
+    if (file.open(QIODevice::ReadOnly) && file.size() <= maxIdsFile) {
+        const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
+        const QJsonArray array = document.array();
+        if (document.isArray() &&
+            std::all_of(array.begin(), array.end(), [](const QJsonValue &value) { return value.isString(); })) {
+            QSet<QString> ids;
+            for (const QJsonValue &value : array)
+                ids.insert(value.toString());
+            return ids;
+        }
     }
-    return ids;
+    Log::warning(QStringLiteral("⚠️ %1 is no list of game ids; the next look at the disk makes it anew").arg(path));
+    return std::nullopt;
 }
 
 void LibraryCache::saveIds(const QString &path, const QSet<QString> &ids) {

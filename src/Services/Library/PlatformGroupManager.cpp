@@ -27,8 +27,11 @@ std::optional<QList<PlatformGroup>> decodeGroups(const QByteArray &data) {
         if (id.isNull() || !names.isArray() || !name.isString() || !expanded.isBool())
             return std::nullopt;
         PlatformGroup group{id, name.toString(), {}, expanded.toBool()};
-        for (const QJsonValue &platform : names.toArray())
+        for (const QJsonValue &platform : names.toArray()) {
+            if (!platform.isString())
+                return std::nullopt;
             group.platformNames.append(platform.toString());
+        }
         groups.append(group);
     }
     return groups;
@@ -46,65 +49,76 @@ QByteArray encodeGroups(const QList<PlatformGroup> &groups) {
     return QJsonDocument(array).toJson(QJsonDocument::Compact);
 }
 
-} // namespace
-
-PlatformGroupManager::PlatformGroupManager(SettingsStore &settings, QObject *parent)
-    : QObject(parent), m_settings(settings) {
-    m_groups = decodeGroups(settings.value(Settings::platformGroups)).value_or(QList<PlatformGroup>());
-}
-
-PlatformGroup *PlatformGroupManager::find(const QUuid &id) {
-    for (PlatformGroup &group : m_groups)
+PlatformGroup *find(QList<PlatformGroup> &groups, const QUuid &id) {
+    for (PlatformGroup &group : groups)
         if (group.id == id)
             return &group;
     return nullptr;
 }
 
-void PlatformGroupManager::save() {
-    m_settings.setValue(Settings::platformGroups, encodeGroups(m_groups));
+QList<PlatformGroup> withoutPlatform(QList<PlatformGroup> groups, const QString &platform) {
+    for (PlatformGroup &group : groups)
+        group.platformNames.removeAll(platform);
+    return groups;
+}
+
+} // namespace
+
+PlatformGroupManager::PlatformGroupManager(SettingsStore &settings, QObject *parent)
+    : QObject(parent), m_settings(settings) {
+    const auto groups = decodeGroups(settings.value(Settings::platformGroups));
+    if (groups)
+        m_groups = *groups;
+    else
+        settings.setAside(QString::fromUtf8(Settings::platformGroups.key));
+}
+
+// Each change is written first and taken over afterwards: a write that throws leaves memory and store alike.
+void PlatformGroupManager::save(QList<PlatformGroup> groups) {
+    m_settings.setValue(Settings::platformGroups, encodeGroups(groups));
+    m_groups = std::move(groups);
     Q_EMIT groupsChanged();
 }
 
 QUuid PlatformGroupManager::createGroup(const QString &name) {
     PlatformGroup group;
     group.name = name;
-    m_groups.append(group);
-    save();
+    save(m_groups + QList<PlatformGroup>{group});
     return group.id;
 }
 
 void PlatformGroupManager::renameGroup(const QUuid &id, const QString &name) {
-    if (PlatformGroup *group = find(id)) {
+    QList<PlatformGroup> groups = m_groups;
+    if (PlatformGroup *group = find(groups, id)) {
         group->name = name;
-        save();
+        save(std::move(groups));
     }
 }
 
 void PlatformGroupManager::deleteGroup(const QUuid &id) {
-    m_groups.removeIf([&](const PlatformGroup &group) { return group.id == id; });
-    save();
+    QList<PlatformGroup> groups = m_groups;
+    groups.removeIf([&](const PlatformGroup &group) { return group.id == id; });
+    save(std::move(groups));
 }
 
 void PlatformGroupManager::setExpanded(const QUuid &id, bool expanded) {
-    if (PlatformGroup *group = find(id)) {
+    QList<PlatformGroup> groups = m_groups;
+    if (PlatformGroup *group = find(groups, id)) {
         group->isExpanded = expanded;
-        save();
+        save(std::move(groups));
     }
 }
 
 void PlatformGroupManager::addPlatform(const QString &platform, const QUuid &id) {
-    if (!find(id))
-        return;
-    for (PlatformGroup &group : m_groups)
-        group.platformNames.removeAll(platform);
-    find(id)->platformNames.append(platform);
-    save();
+    QList<PlatformGroup> groups = withoutPlatform(m_groups, platform);
+    if (PlatformGroup *group = find(groups, id)) {
+        group->platformNames.append(platform);
+        save(std::move(groups));
+    }
 }
 
 void PlatformGroupManager::removePlatformFromGroup(const QString &platform) {
-    for (PlatformGroup &group : m_groups)
-        group.platformNames.removeAll(platform);
-    save();
+    save(withoutPlatform(m_groups, platform));
 }
 
 QList<Platform> PlatformGroupManager::getUngroupedPlatforms(const QList<Platform> &platforms) const {

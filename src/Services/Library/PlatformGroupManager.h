@@ -20,13 +20,14 @@ struct PlatformGroup {
 };
 
 /// The user's platform groups, kept as a JSON list in the settings whatever the collection is. A platform stands in
-/// one group at most. Unreadable stored data counts as no groups and is replaced by the next change only.
+/// one group at most. Stored data that cannot be read counts as no groups and is set aside.
 class PlatformGroupManager : public QObject {
     Q_OBJECT
   public:
     explicit PlatformGroupManager(SettingsStore &settings, QObject *parent = nullptr);
 
     const QList<PlatformGroup> &groups() const { return m_groups; }
+    // A store that cannot keep a change throws SettingsError, and nothing changes.
     QUuid createGroup(const QString &name);
     void renameGroup(const QUuid &id, const QString &name);
     void deleteGroup(const QUuid &id);
@@ -40,8 +41,7 @@ class PlatformGroupManager : public QObject {
     void groupsChanged();
 
   private:
-    PlatformGroup *find(const QUuid &id);
-    void save();
+    void save(QList<PlatformGroup> groups);
 
     SettingsStore &m_settings;
     QList<PlatformGroup> m_groups;

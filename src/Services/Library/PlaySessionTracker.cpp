@@ -79,6 +79,7 @@ void PlaySessionTracker::startSession(GamePtr game, std::optional<ProcessId> pro
     endSession();
     Log::info(QStringLiteral("🎮 PlaySessionTracker: Starting session for %1").arg(game->title));
     const SessionJournal::Entry entry{game->id, game->title, m_host.clock.now(), 0, process, thisProgram()};
+    m_journal = SessionJournal::of(entry.owner, m_host.paths.state());
     m_journal.write(entry);
     open(std::move(game), entry);
 }
@@ -114,26 +115,33 @@ void PlaySessionTracker::suspend() {
 void PlaySessionTracker::recover(const std::function<GamePtr(const QString &)> &find) {
     if (m_game)
         return;
-    const std::optional<SessionJournal::Entry> entry = m_journal.read();
-    if (!entry || m_host.processes.isRunning(entry->owner))
-        return;
-    const GamePtr game = find(entry->gameId);
-    if (game && entry->process && m_host.processes.isRunning(*entry->process)) {
-        // The game has been running all the while, also while nobody measured it.
-        SessionJournal::Entry resumed = *entry;
-        const double sinceStart = static_cast<double>(entry->startedAt.msecsTo(m_host.clock.now())) / 1000;
-        resumed.seconds = std::max(entry->seconds, sinceStart);
-        resumed.owner = thisProgram();
-        m_journal.write(resumed);
-        Log::info(QStringLiteral("🎮 PlaySessionTracker: Going on with the session for %1").arg(entry->title));
-        open(game, resumed);
-        return;
+    for (const SessionJournal &journal : SessionJournal::inFolder(m_host.paths.state())) {
+        const std::optional<SessionJournal::Entry> left = journal.read();
+        if (!left || m_host.processes.isRunning(left->owner))
+            continue;
+        SessionJournal::Entry entry = *left;
+        const GamePtr game = find(entry.gameId);
+        if (entry.process && m_host.processes.isRunning(*entry.process)) {
+            if (!game)
+                continue; // a game of another collection, which will find it
+            // The game has been running all the while, also while nobody measured it.
+            const double sinceStart = static_cast<double>(entry.startedAt.msecsTo(m_host.clock.now())) / 1000;
+            entry.seconds = std::max(entry.seconds, sinceStart);
+            if (!m_game) {
+                entry.owner = thisProgram();
+                m_journal = journal;
+                m_journal.write(entry);
+                Log::info(QStringLiteral("🎮 PlaySessionTracker: Going on with the session for %1").arg(entry.title));
+                open(game, entry);
+                continue;
+            }
+        }
+        Log::info(QStringLiteral("🎮 PlaySessionTracker: Session ended for %1 - Duration: %2")
+                      .arg(entry.title, formatSessionDuration(entry.seconds)));
+        if (onSessionEnded)
+            onSessionEnded(entry.gameId, entry.seconds);
+        journal.clear();
     }
-    Log::info(QStringLiteral("🎮 PlaySessionTracker: Session ended for %1 - Duration: %2")
-                  .arg(entry->title, formatSessionDuration(entry->seconds)));
-    if (onSessionEnded)
-        onSessionEnded(entry->gameId, entry->seconds);
-    m_journal.clear();
 }
 
 QCoro::Task<> PlaySessionTracker::monitor(quint64 session, std::optional<ProcessId> process) {

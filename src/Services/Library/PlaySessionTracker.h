@@ -34,8 +34,9 @@ class PlaySessionTracker : public QObject {
     /// on with it or reports it; closes any other session.
     void suspend();
 
-    /// Takes up a session that a program which has ended left open: one whose game still runs goes on, any other is
+    /// Takes up the sessions that programs which have ended left open: one whose game still runs goes on, any other is
     /// reported with the time that its journal holds. Call once the library has its games; `find` gives a game by id.
+    /// A game that still runs and is not in the library is left to whoever has its collection.
     void recover(const std::function<GamePtr(const QString &id)> &find);
 
     /// Called with each closed session; every length counts. A session of a game that is not in the library comes

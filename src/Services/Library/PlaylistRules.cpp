@@ -88,7 +88,10 @@ QString getFieldValue(const Game &game, const QString &fieldKey) {
              return g.releaseDate ? g.releaseDate->toString(Qt::ISODate) : QString();
          }},
         {QStringLiteral("rating"),
-         [](const Game &g) { return g.communityRating ? QString::number(*g.communityRating, 'g', 17) : QString(); }},
+         [](const Game &g) {
+             return g.communityRating ? QString::number(*g.communityRating, 'g', QLocale::FloatingPointShortest)
+                                      : QString();
+         }},
         {QStringLiteral("playmode"), [](const Game &g) { return g.playMode; }},
         {QStringLiteral("installed"), [](const Game &g) { return flagText(g.isInstalled); }},
         {QStringLiteral("favorite"), [](const Game &g) { return flagText(g.isFavorite); }},

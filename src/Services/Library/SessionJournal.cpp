@@ -26,6 +26,22 @@ const QLatin1StringView ownerStartKey("ownerStart");
 
 SessionJournal::SessionJournal(QString file) : m_file(std::move(file)) {}
 
+QList<SessionJournal> SessionJournal::inFolder(const QString &folder) {
+    QList<SessionJournal> journals;
+    const QStringList patterns{QStringLiteral("session.json"), QStringLiteral("session-*.json")};
+    for (const QString &name : QDir(folder).entryList(patterns, QDir::Files, QDir::Name))
+        journals.append(SessionJournal(folder + u'/' + name));
+    return journals;
+}
+
+SessionJournal SessionJournal::of(const ProcessId &owner, const QString &folder) {
+    const SessionJournal usual(folder + QStringLiteral("/session.json"));
+    const std::optional<Entry> other = usual.read();
+    if (!other || other->owner == owner)
+        return usual;
+    return SessionJournal(folder + QStringLiteral("/session-%1.json").arg(owner.pid));
+}
+
 std::optional<SessionJournal::Entry> SessionJournal::read() const {
     QFile file(m_file);
     if (!file.open(QIODevice::ReadOnly))

@@ -3,12 +3,14 @@
 #include "Host/ProcessRunner.h"
 
 #include <QDateTime>
+#include <QList>
 #include <QString>
 #include <optional>
 
 namespace ludarium {
 
-/// The open play session on disk: one small JSON file, replaced as a whole.
+/// An open play session on disk: one small JSON file, replaced as a whole. Programs that measure sessions at one time
+/// have a file each.
 class SessionJournal {
   public:
     struct Entry {
@@ -21,6 +23,11 @@ class SessionJournal {
     };
 
     explicit SessionJournal(QString file);
+
+    /// The journals of a folder that hold a session.
+    static QList<SessionJournal> inFolder(const QString &folder);
+    /// One for the sessions of `owner`, which holds nothing that another program may still need.
+    static SessionJournal of(const ProcessId &owner, const QString &folder);
 
     /// None when there is no open session or its file cannot be read; a file that cannot be read is set aside.
     std::optional<Entry> read() const;

@@ -1,6 +1,5 @@
 #include "Services/Library/UserData.h"
 
-#include "Host/AppLogger.h"
 #include "Host/Settings.h"
 #include "Host/SettingsStore.h"
 #include "Models/Game.h"
@@ -11,27 +10,12 @@ namespace ludarium {
 
 namespace {
 
-/// The stored value of a key. One of another type is kept under a key of its own before it counts as absent, so that
-/// the next change does not destroy what a person may want back.
+/// The stored value of a key. One of another type is set aside before it counts as absent.
 template<typename T>
 T readOrSetAside(SettingsStore &settings, const Setting<T> &setting) {
     if (auto stored = settings.storedValue(setting))
         return *stored;
-    const QString key = QString::fromUtf8(setting.key);
-    const QVariant raw = settings.rawValue(key);
-    if (!raw.isValid())
-        return setting.defaultValue();
-    const QString aside = QStringLiteral("%1.corrupt-%2")
-                              .arg(key, QDateTime::currentDateTimeUtc().toString(QStringLiteral("yyyyMMddHHmmsszzz")));
-    Log::error(QStringLiteral("⚠️ The setting %1 has an unexpected type and was kept as %2").arg(key, aside));
-    try {
-        settings.transaction([&] {
-            settings.setRawValue(aside, raw);
-            settings.remove(key);
-        });
-    } catch (const std::exception &error) {
-        Log::error(QString::fromUtf8(error.what()));
-    }
+    settings.setAside(QString::fromUtf8(setting.key));
     return setting.defaultValue();
 }
 
@@ -60,14 +44,20 @@ UserData::UserData(SettingsStore &settings, QObject *parent) : QObject(parent), 
         if (m_writing)
             return;
         m_writing = true;
-        load(key);
+        const bool isMine = load(key);
         m_writing = false;
-        Q_EMIT changedElsewhere();
+        if (isMine)
+            Q_EMIT changedElsewhere();
     });
 }
 
-void UserData::load(const QString &key) {
-    const auto wanted = [&](const auto &setting) { return key.isEmpty() || key == QLatin1StringView(setting.key); };
+bool UserData::load(const QString &key) {
+    bool any = false;
+    const auto wanted = [&](const auto &setting) {
+        const bool is = key.isEmpty() || key == QLatin1StringView(setting.key);
+        any = any || is;
+        return is;
+    };
     if (wanted(Settings::favoriteGames)) {
         const QStringList favorites = readOrSetAside(m_settings, Settings::favoriteGames);
         m_values.favorites = QSet<QString>(favorites.cbegin(), favorites.cend());
@@ -86,6 +76,7 @@ void UserData::load(const QString &key) {
         m_values.ratings = readMap(m_settings, Settings::gameRatings);
     if (wanted(Settings::gameProgress))
         m_values.progress = readMap(m_settings, Settings::gameProgress);
+    return any;
 }
 
 template<typename Function>

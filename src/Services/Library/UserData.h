@@ -22,8 +22,8 @@ class UserData : public QObject {
   public:
     static constexpr int recentLimit = 50;
 
-    /// Reads everything. A key that holds another type than expected is moved to a key of its own
-    /// ("{key}.corrupt-{time}") instead of being overwritten by the next change.
+    /// Reads everything. A key that holds another type than expected is set aside instead of being overwritten by the
+    /// next change.
     explicit UserData(SettingsStore &settings, QObject *parent = nullptr);
 
     const QSet<QString> &favoriteIds() const { return m_values.favorites; }
@@ -71,7 +71,8 @@ class UserData : public QObject {
     void changedElsewhere();
 
   private:
-    void load(const QString &key);
+    /// Reads a key again, all for an empty one; whether it is one of user data.
+    bool load(const QString &key);
     /// Takes over what another process wrote, then runs `write` without taking its notices for somebody else's.
     template<typename Function>
     void change(const Function &write);

@@ -211,7 +211,10 @@ TEST_F(DatabaseVersions, DoWithoutAFileThatCannotBeRead) {
         EXPECT_EQ(inWords(GameVersionDetector({ours, own, {}}).detectVersions(u"Game"_s, m_collection.game())),
                   QStringList{u"ours, CD"_s})
             << qPrintable(own);
-    EXPECT_TRUE(m_host.log().contains(u"GameVersionDetector: Failed to load database: \"Game\": it is no object"_s));
+    for (const QString &reason :
+         {m_host.root() + u"/own.json: \"Game\": it is no object"_s, pipe + u": not a regular file"_s})
+        EXPECT_TRUE(m_host.log().contains(u"GameVersionDetector: Failed to load database: "_s + reason));
+    EXPECT_FALSE(m_host.log().contains(u"/none"_s)) << "most users have none";
 
     m_collection.put(u"floppy/"_s);
     for (const QByteArray &broken : {QByteArray(), QByteArray("{"), QByteArray("")})

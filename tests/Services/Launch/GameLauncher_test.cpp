@@ -348,6 +348,8 @@ TEST_F(Launching, AsksForDOSBoxXOnlyWhenAGameNeedsIt) {
 
 TEST_F(Launching, OffersAWindowsBuildOnlyWhenWineAndTheBuildAreThere) {
     putDOSBox();
+    int plays = 0;
+    launcher.onStarted = [&](GamePtr, std::optional<ProcessId>) { ++plays; };
     Game game = doom();
     game.requiredEmulatorType = EmulatorType::ece;
     launch(game);
@@ -379,6 +381,7 @@ TEST_F(Launching, OffersAWindowsBuildOnlyWhenWineAndTheBuildAreThere) {
     launch(game);
     EXPECT_EQ(error(), "");
     EXPECT_FALSE(launcher.lastProcess());
+    EXPECT_EQ(plays, 1) << "a cancelled launch is no play";
     build = u"ECE4481/dosbox.exe"_s;
     write(u"eXo/emulators/dosbox/ECE4481/dosbox.exe"_s);
     launch(game);

@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QSemaphore>
 #include <QThreadPool>
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -139,6 +140,31 @@ TEST_F(GameLibraryTest, BringsUserDataBackOnBothRoads) {
     }
 }
 
+TEST_F(GameLibraryTest, KeepsWhatTheUserDidWithAGameThatHasNoIdTitleOrFolder) {
+    const QString folder = host.root() + QStringLiteral("/bare");
+    host.put(
+        QStringLiteral("/bare/Data/Platforms/MS-DOS.xml"),
+        "<LaunchBox><Game><Genre>Action</Genre></Game><Game><ApplicationPath>x</ApplicationPath></Game></LaunchBox>");
+    services.checkGame = [](const GamePtr &, const QString &) { return GameStatus{true, false, false, {}}; };
+    QString id;
+    for (const bool again : {false, true}) {
+        LibraryCache(host.host().paths).clear();
+        const auto library = load(folder);
+        ASSERT_EQ(library->games().size(), 2);
+        if (!again) {
+            id = library->games()[0]->id;
+            library->toggleFavorite(id);
+        }
+        ASSERT_TRUE(library->game(id));
+        EXPECT_TRUE(library->game(id)->isFavorite) << again;
+        EXPECT_EQ(library->game(id)->title, QStringLiteral("Unknown"));
+        await(library->updateGameStatus(id));
+        EXPECT_FALSE(library->game(id)->isInstalled);
+        EXPECT_TRUE(
+            host.log().contains(QStringLiteral("⚠️ updateGameStatus: No config path for Unknown, skipping")));
+    }
+}
+
 TEST_F(GameLibraryTest, ShowsTheGamesOfAnUnpluggedFolderFromTheCache) {
     const QString collection = makeCollection();
     load(collection);
@@ -238,6 +264,80 @@ TEST_F(GameLibraryTest, RunsTheSetupThatTheUserWantsAndGoesOnWhenItFails) {
     EXPECT_TRUE(library->loadingStatus().startsWith(QStringLiteral("Complete!"))); // the cache was cleared
     EXPECT_TRUE(host.log().contains(QStringLiteral("Metadata repair failed for eXoDOS: no archive")));
     EXPECT_EQ(library->games().size(), 3);
+}
+
+TEST_F(GameLibraryTest, KeepsTheGamesOfEachCollectionUnderItsOwnPathWhenLoadsOverlap) {
+    const QString slow = makeCollection();
+    const QString quick = host.root() + QStringLiteral("/other");
+    host.put(QStringLiteral("/other/Data/Platforms/MS-DOS.xml"),
+             "<LaunchBox>" + gameXml(QStringLiteral("o"), QStringLiteral("Other"), QStringLiteral("MS-DOS")) +
+                 "</LaunchBox>");
+    QSemaphore gate;
+    services.checkStatus = [&](const GameList &games, const QString &collection) {
+        if (collection == slow)
+            gate.tryAcquire(1, 10'000);
+        return QList<GameStatus>(games.size(), GameStatus{true, false, false, {}});
+    };
+    GameLibrary library(host, services);
+    spawn(library.loadCollection(slow), "loading");
+    await(library.loadCollection(quick));
+    gate.release();
+    while (!library.loadingStatus().startsWith(QStringLiteral("Complete! Loaded 3")))
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    QThreadPool::globalInstance()->waitForDone();
+    const LibraryCache cache(host.host().paths);
+    EXPECT_FALSE(cache.load(quick, host.clock.now()));
+    EXPECT_TRUE(cache.load(slow, host.clock.now()));
+}
+
+TEST_F(GameLibraryTest, TakesAPlatformOutOfTheCollectionAndKeepsItsFileAside) {
+    const QString collection = makeCollection();
+    EXPECT_THROW(await(GameLibrary(host, services).removePlatform(QStringLiteral("MS-DOS"))), std::runtime_error);
+    const auto library = load(collection);
+    for (const char *name : {"", "../Playlists/All", "a/b"})
+        EXPECT_THROW(await(library->removePlatform(QString::fromUtf8(name))), std::runtime_error) << name;
+    EXPECT_EQ(library->games().size(), 3);
+    library->toggleFavorite(QStringLiteral("a"));
+    await(library->removePlatform(QStringLiteral("MS-DOS")));
+    EXPECT_EQ(idsOf(library->games()), QStringList{QStringLiteral("s")});
+    EXPECT_EQ(library->game(QStringLiteral("a")), nullptr);
+    EXPECT_EQ(library->platforms().size(), 1);
+    const QDir folder(collection + QStringLiteral("/Data/Platforms"));
+    EXPECT_FALSE(folder.exists(QStringLiteral("MS-DOS.xml")));
+    EXPECT_EQ(folder.entryList({QStringLiteral("MS-DOS.xml.removed-*")}).size(), 1);
+    const auto again = load(collection);
+    EXPECT_TRUE(again->loadingStatus().startsWith(QStringLiteral("Complete! Loaded 1 games")));
+    EXPECT_TRUE(again->userData().favoriteIds().contains(QStringLiteral("a")));
+}
+
+TEST_F(GameLibraryTest, AsksTheDiskForTheArchiveOfAnUninstalledGame) {
+    const auto library = load(makeCollection());
+    services.checkGame = [](const GamePtr &, const QString &) { return GameStatus{false, true, true, {}}; };
+    const auto asking = load(host.root() + QStringLiteral("/collection"));
+    for (const auto &[marked, archive] : {std::pair(library.get(), false), std::pair(asking.get(), true)}) {
+        await(marked->markGameInstalled(QStringLiteral("b"), true));
+        EXPECT_EQ(GameStatus::of(*marked->game(QStringLiteral("b"))), (GameStatus{true, false, false, {}}));
+        await(marked->markGameInstalled(QStringLiteral("b"), false));
+        EXPECT_EQ(GameStatus::of(*marked->game(QStringLiteral("b"))), (GameStatus{false, archive, false, {}}));
+        await(marked->markGameInstalled(QStringLiteral("not here"), true));
+    }
+}
+
+TEST_F(GameLibraryTest, ShowsNoStaleRecordInTheRecentList) {
+    const auto library = load(makeCollection());
+    library->recordPlay(QStringLiteral("a"), 0);
+    bool consistent = true;
+    QObject::connect(library.get(), &GameLibrary::gamesChanged, library.get(), [&] {
+        for (const GamePtr &recent : library->recentlyPlayed())
+            consistent = consistent && library->game(recent->id) == recent;
+    });
+    library->toggleFavorite(QStringLiteral("a"));
+    EXPECT_TRUE(library->recentlyPlayed().value(0)->isFavorite);
+    library->clearCollectionData();
+    EXPECT_TRUE(library->recentlyPlayed().isEmpty());
+    EXPECT_TRUE(consistent);
+    QThreadPool::globalInstance()->waitForDone();
+    EXPECT_EQ(LibraryCache::loadIds(LibraryCache(host.host().paths).installedIdsFile()), QSet<QString>());
 }
 
 TEST_F(GameLibraryTest, ChangesOneGameWithoutTouchingTheOthers) {

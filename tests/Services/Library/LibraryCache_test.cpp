@@ -135,6 +135,7 @@ TEST_P(DamagedLibraryCache, CountsAsNoCacheAndStaysWhereItIs) {
     write(GetParam().bytes);
     EXPECT_FALSE(cache.load(collection, written)) << GetParam().name;
     EXPECT_EQ(bytes(), GetParam().bytes);
+    EXPECT_TRUE(host.log().contains(QStringLiteral("   ❌ ")));
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -178,8 +179,14 @@ TEST_F(LibraryCacheTest, KeepsIdsAsAListOfTexts) {
     LibraryCache::saveIds(cache.installedIdsFile(), ids);
     EXPECT_EQ(LibraryCache::loadIds(cache.installedIdsFile()), ids);
     EXPECT_FALSE(LibraryCache::loadIds(cache.compressedIdsFile()));
-    ASSERT_EQ(writeAtomically(cache.compressedIdsFile(), "[1]"), QString());
-    EXPECT_FALSE(LibraryCache::loadIds(cache.compressedIdsFile()));
+    EXPECT_EQ(host.log().count(QStringLiteral("no list of game ids")), 0) << "a missing file is no fault";
+    int faults = 0;
+    for (const QByteArray &damaged :
+         {QByteArray("[1]"), QByteArray("{}"), QByteArray("[\"a\""), QByteArray(), QByteArray(1'000'000, '[')}) {
+        ASSERT_EQ(writeAtomically(cache.compressedIdsFile(), damaged), QString());
+        EXPECT_FALSE(LibraryCache::loadIds(cache.compressedIdsFile()));
+        EXPECT_EQ(host.log().count(QStringLiteral("no list of game ids")), ++faults);
+    }
 }
 
 } // namespace ludarium::test

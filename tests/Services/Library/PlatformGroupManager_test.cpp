@@ -36,12 +36,21 @@ TEST(PlatformGroups, HoldAPlatformOnceAndComeBackFromTheSettings) {
     EXPECT_EQ(again.getUngroupedPlatforms(all).size(), 2);
 }
 
-TEST(PlatformGroups, CountAsNoneWhenTheStoredDataCannotBeRead) {
-    MemorySettings settings;
-    for (const QByteArray &data : {QByteArray("nonsense"), QByteArray("{}"), QByteArray("[{\"name\":\"x\"}]")}) {
-        settings.setValue(Settings::platformGroups, data);
-        EXPECT_TRUE(PlatformGroupManager(settings).groups().isEmpty()) << data.constData();
-        EXPECT_EQ(settings.value(Settings::platformGroups), data);
+TEST(PlatformGroups, AreNoneWhenTheStoredDataCannotBeReadWhichIsKeptAside) {
+    const QByteArray numbers =
+        R"([{"id":"6d1c3b52-0f7e-4f0a-9c55-2e8a417bd390","name":"x","platformNames":[1],"isExpanded":true}])";
+    for (const QVariant &stored :
+         {QVariant(QByteArray("nonsense")), QVariant(QByteArray("{}")), QVariant(QByteArray("[{\"name\":\"x\"}]")),
+          QVariant(numbers), QVariant(QByteArray(1'000'000, '[')), QVariant(QStringLiteral("a text"))}) {
+        MemorySettings settings;
+        settings.setRawValue(QStringLiteral("platformGroups"), stored);
+        PlatformGroupManager manager(settings);
+        EXPECT_TRUE(manager.groups().isEmpty());
+        manager.createGroup(QStringLiteral("New"));
+        EXPECT_EQ(PlatformGroupManager(settings).groups(), manager.groups());
+        const QStringList aside = settings.keys().filter(QStringLiteral("platformGroups.corrupt-"));
+        ASSERT_EQ(aside.size(), 1);
+        EXPECT_EQ(settings.rawValue(aside.first()), stored);
     }
 }
 

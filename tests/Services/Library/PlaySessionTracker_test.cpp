@@ -148,7 +148,34 @@ TEST_F(PlaySessionTrackerTest, LeavesASessionAloneThatAnotherProgramMeasures) {
     tracker->recover([&](const QString &id) { return find(id); });
     EXPECT_TRUE(ended.isEmpty());
     EXPECT_TRUE(journal().read());
+
+    // Neither does a session of our own put an end to it, and both are found when the programs have gone.
+    tracker->startSession(makeGame(QStringLiteral("h"), QStringLiteral("Other")), start("60"));
+    EXPECT_EQ(journal().read()->gameId, QStringLiteral("g"));
+    const QList<SessionJournal> journals = SessionJournal::inFolder(host.host().paths.state());
+    ASSERT_EQ(journals.size(), 2);
+    for (const SessionJournal &left : journals) {
+        SessionJournal::Entry orphan = *left.read();
+        ::kill(static_cast<pid_t>(orphan.process->pid), SIGTERM);
+        orphan.owner = orphan.process.emplace(ProcessId{999'999'999, 1});
+        orphan.seconds = 5;
+        left.write(orphan);
+    }
+    makeTracker()->recover([&](const QString &id) { return find(id); });
+    EXPECT_EQ(ended, (QList<std::pair<QString, double>>{{QStringLiteral("h"), 5}, {QStringLiteral("g"), 5}}));
     ::kill(static_cast<pid_t>(other.pid), SIGTERM);
+}
+
+TEST_F(PlaySessionTrackerTest, LeavesARunningGameOfAnotherCollectionToThatOne) {
+    const ProcessId process = start("60");
+    journal().write({QStringLiteral("elsewhere"), QStringLiteral("Elsewhere"), clock.now(), 12, process, {}});
+    const auto tracker = makeTracker();
+    tracker->recover([&](const QString &id) { return find(id); });
+    EXPECT_TRUE(ended.isEmpty() && !tracker->isTracking());
+    ::kill(static_cast<pid_t>(process.pid), SIGTERM);
+    await(host.host().processes.waitForEmulator(process));
+    tracker->recover([&](const QString &id) { return find(id); });
+    EXPECT_EQ(ended, (QList<std::pair<QString, double>>{{QStringLiteral("elsewhere"), 12}}));
 }
 
 TEST_F(PlaySessionTrackerTest, HandsARunningGameOverToTheNextStart) {

@@ -70,6 +70,8 @@ TEST(PlayStatistics, CountStreaksInCalendarDaysAcrossDaylightSaving) {
     GameList autumn{played("x", at(10, 24, 23), 1, 60), played("y", at(10, 25, 23), 1, 60),
                     played("z", at(10, 26, 0), 1, 60), played("w", at(10, 28), 1, 60)};
     const PlayStatistics gap = PlayStatistics::compute(autumn, at(10, 28));
+    const QDateTime storedInUtc(QDate(2026, 10, 24), QTime(22, 30), Qt::UTC); // half past midnight there
+    const PlayStatistics utc = PlayStatistics::compute({played("u", storedInUtc, 1, 3600)}, at(11, 23, 1));
     zone.isNull() ? qunsetenv("TZ") : qputenv("TZ", zone);
     tzset();
 
@@ -78,6 +80,10 @@ TEST(PlayStatistics, CountStreaksInCalendarDaysAcrossDaylightSaving) {
     EXPECT_EQ(dayAfter.longestStreak, 5);
     EXPECT_EQ(gap.currentStreak, 1);
     EXPECT_EQ(gap.longestStreak, 3);
+    // The longer day is one day of the history, and an instant counts for the day that it was where it was played.
+    ASSERT_EQ(utc.playHistory.size(), 30);
+    EXPECT_EQ(utc.playHistory.first().date, QDate(2026, 10, 25));
+    EXPECT_EQ(utc.playHistory.first().hours, 1);
 }
 
 TEST(PlayDurations, AreWrittenInWholeUnits) {

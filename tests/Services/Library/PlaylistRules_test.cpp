@@ -12,7 +12,7 @@ GamePtr sample() {
     return makeGame(QStringLiteral("g"), QStringLiteral("Fjord Raiders"), QStringLiteral("MS-DOS"), [](Game &game) {
         game.genre = QStringLiteral("Action;Adventure");
         game.releaseYear = 1991;
-        game.communityRating = 4.5;
+        game.communityRating = 4.6; // no double is exactly that
         game.maxPlayers = 2;
         game.notes = "Needs a Joystick";
         game.isInstalled = true;
@@ -45,7 +45,7 @@ INSTANTIATE_TEST_SUITE_P(
                     RuleCase{"Title", "IsTrue", nullptr, true}, RuleCase{"Developer", "IsTrue", nullptr, false},
                     RuleCase{"Cooperative", "IsFalse", nullptr, true}, RuleCase{"coop", "Equals", "false", true},
                     RuleCase{"Year", "StartsWith", "199", true}, RuleCase{"ReleaseDate", "EndsWith", "91", true},
-                    RuleCase{"CommunityRating", "Equals", "4.5", true}, RuleCase{"MaxPlayers", "EqualTo", "2", true},
+                    RuleCase{"CommunityRating", "Equals", "4.6", true}, RuleCase{"MaxPlayers", "EqualTo", "2", true},
                     RuleCase{"Installed", "IsTrue", nullptr, true}, RuleCase{"Favourite", "IsFalse", nullptr, true},
                     RuleCase{"Joystick", "IsTrue", nullptr, true}, RuleCase{"Lightgun", "IsTrue", nullptr, false},
                     RuleCase{"VideoType", "IsFalse", nullptr, true}, RuleCase{"Title", "Sounds like", "x", false}));

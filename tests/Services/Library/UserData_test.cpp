@@ -100,7 +100,12 @@ TEST(UserData, AddsToWhatAnotherProcessWrote) {
     MemorySettings settings;
     UserData mine(settings);
     UserData theirs(settings);
+    int notices = 0;
+    QObject::connect(&mine, &UserData::changedElsewhere, &mine, [&] { ++notices; });
+    settings.setValue(Settings::viewMode, QStringLiteral("List"));
+    EXPECT_EQ(notices, 0) << "other settings are no user data";
     theirs.toggleFavorite(QStringLiteral("theirs"));
+    EXPECT_EQ(notices, 1);
     mine.toggleFavorite(QStringLiteral("mine"));
     EXPECT_EQ(settings.value(Settings::favoriteGames).size(), 2);
 }
