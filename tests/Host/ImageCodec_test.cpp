@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QSize>
 #include <QTemporaryDir>
 #include <cstdio>
 #include <cstdlib>

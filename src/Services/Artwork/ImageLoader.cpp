@@ -6,6 +6,7 @@
 #include "Host/NotificationCenter.h"
 #include "Host/Settings.h"
 #include "Host/SettingsStore.h"
+#include "Host/ThreadPriority.h"
 
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -46,7 +47,6 @@ ImageLoader::ImageLoader(Host &host, QObject *parent)
     // Twice the cores, so that some wait for the disk while others decode.
     m_preCachePool.setMaxThreadCount(std::clamp(2 * cores, 2, mostPreCachedAtOnce));
     m_backgroundPool.setMaxThreadCount(std::min(2 * cores, mostPreCachedInBackground));
-    m_backgroundPool.setThreadPriority(QThread::IdlePriority);
 }
 
 ImageLoader::~ImageLoader() {
@@ -112,15 +112,17 @@ Bitmap ImageLoader::loadOnce(ImageMemoryCache &cache, const QString &key, const 
         m_loadingTasks.insert(key);
         generation = m_generation;
     }
-    Bitmap image;
     const auto finish = qScopeGuard([&] {
         const QMutexLocker lock(&m_loadingLock);
         m_loadingTasks.remove(key);
-        if (generation == m_generation)
-            cache.insert(key, image);
         m_loadingEnded.wakeAll();
     });
-    image = load();
+    Bitmap image = load();
+    {
+        const QMutexLocker lock(&m_loadingLock);
+        if (generation == m_generation)
+            cache.insert(key, image);
+    }
     return image;
 }
 
@@ -155,6 +157,7 @@ Bitmap ImageLoader::decodeThumbnail(const QString &url, int longestSide, const s
     recordLoadTime(secondsOf(timer));
     if (diskCache)
         m_backgroundPool.start([this, url, stop = m_stop.get_token()] {
+            lowerThreadPriority();
             if (!stop.stop_requested())
                 m_diskCache.saveToDiskCacheFromSource(url, stop);
         });
@@ -228,7 +231,9 @@ QCoro::Task<> ImageLoader::backgroundPreCacheThumbnails(GameList games, QString 
     const auto run = std::make_shared<PreCacheRun>(*this, m_diskCache, games, collectionPath);
     QElapsedTimer timer;
     timer.start();
-    auto work = [this, run, stop] { return run->run(m_backgroundPool, mostPreCachedInBackground, stop); };
+    auto work = [this, run, stop] {
+        return run->run(m_backgroundPool, mostPreCachedInBackground, stop, lowerThreadPriority);
+    };
     const PreCacheCount count = co_await runOnPool(m_backgroundPool, work);
     if (!count.stopped)
         Log::info(QStringLiteral("Background pre-cache complete: %1 cached, %2 skipped in %3s")
@@ -246,6 +251,7 @@ void ImageLoader::cancelPreCache() {
 }
 
 void ImageLoader::clearCache() {
+    m_backgroundStop.request_stop(); // it works with listings that are out of date
     clearFound();
     {
         const QMutexLocker lock(&m_loadingLock);

@@ -109,7 +109,7 @@ class ImageLoader : public QObject, public ArtworkFinder {
     // Last: their jobs use what stands above.
     QThreadPool m_pool; ///< look-ups and decoding
     QThreadPool m_preCachePool;
-    QThreadPool m_backgroundPool; ///< at idle priority
+    QThreadPool m_backgroundPool; ///< its threads yield to others
 };
 
 } // namespace ludarium

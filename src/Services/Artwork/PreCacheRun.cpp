@@ -13,11 +13,11 @@ bool PreCacheRun::processGameForCache(const Game &game, const std::stop_token &s
 }
 
 PreCacheCount PreCacheRun::run(QThreadPool &pool, int mostAtOnce, const std::stop_token &stop,
-                               const std::function<void()> &scanned, const std::function<void()> &advanced) {
+                               const std::function<void()> &begun, const std::function<void()> &advanced) {
     m_dirCache = m_finder.preScanImageDirectories(m_games, m_collectionPath, stop);
-    if (scanned)
-        scanned();
     const auto takePart = [&] {
+        if (begun)
+            begun();
         for (qsizetype i = m_next++; i < m_games.size() && !stop.stop_requested(); i = m_next++) {
             const bool made = processGameForCache(*m_games[i], stop);
             ++(made ? m_cached : m_skipped);

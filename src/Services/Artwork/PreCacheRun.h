@@ -28,9 +28,10 @@ class PreCacheRun {
     PreCacheRun(ArtworkFinder &finder, const ThumbnailDiskCache &cache, GameList games, QString collectionPath)
         : m_finder(finder), m_cache(cache), m_games(std::move(games)), m_collectionPath(std::move(collectionPath)) {}
 
-    /// `scanned` is called when the folders have been listed, `advanced` after each game; both on any thread.
+    /// `begun` is called on each thread that begins to work on games, the folders being listed by then, and `advanced`
+    /// after each game.
     PreCacheCount run(QThreadPool &pool, int mostAtOnce, const std::stop_token &stop,
-                      const std::function<void()> &scanned = {}, const std::function<void()> &advanced = {});
+                      const std::function<void()> &begun = {}, const std::function<void()> &advanced = {});
     /// As far as it is. Any thread.
     PreCacheCount count() const;
 

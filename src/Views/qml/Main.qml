@@ -97,6 +97,7 @@ ApplicationWindow {
         anchors.bottomMargin: Theme.space16
         z: 5
     }
+    ThumbnailSheet {}
     AlertDialog {}
     FolderChooser {}
     AboutDialog {
