@@ -2,7 +2,7 @@
 
 _ludarium_cli() {
     local common="--collection --home --json --verbose --help --version"
-    local commands="demo load refresh status platforms games search show images thumbnails playlists collections facets groups recent stats favorite rate note progress play emulators setup-status log"
+    local commands="demo load refresh status platforms games search show images thumbnails playlists collections facets groups recent stats favorite rate note progress play emulators setup-status batch log"
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
     local command="" word i
 
@@ -57,6 +57,10 @@ _ludarium_cli() {
         note) words="$common --clear" ;;
         progress) words="$common notPlayed playing beaten completed mastered" ;;
         play) words="$common --game-version --wait --dry-run" ;;
+        batch)
+            words="$common --all --installed --not-installed --yes install uninstall add-to-favorites"
+            words+=" remove-from-favorites add-to-playlist export-metadata verify-files"
+            ;;
         log) words="$common --path" ;;
     esac
     mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")

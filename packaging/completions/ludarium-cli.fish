@@ -31,6 +31,7 @@ complete -c ludarium-cli -n __fish_use_subcommand -a progress -d 'Set how far a 
 complete -c ludarium-cli -n __fish_use_subcommand -a play -d 'Start a game'
 complete -c ludarium-cli -n __fish_use_subcommand -a emulators -d 'List the emulators and where they are'
 complete -c ludarium-cli -n __fish_use_subcommand -a setup-status -d 'Tell which sets the folder holds and what of them is unpacked'
+complete -c ludarium-cli -n __fish_use_subcommand -a batch -d 'Do one thing to many games'
 complete -c ludarium-cli -n __fish_use_subcommand -a log -d 'Print the log'
 
 complete -c ludarium-cli -n '__fish_seen_subcommand_from demo' -a '(__fish_complete_directories)'
@@ -60,4 +61,9 @@ complete -c ludarium-cli -n '__fish_seen_subcommand_from note' -l clear -d 'Remo
 complete -c ludarium-cli -n '__fish_seen_subcommand_from progress' -a 'notPlayed playing beaten completed mastered'
 complete -c ludarium-cli -n '__fish_seen_subcommand_from play' -l wait -d 'Wait until the game has ended'
 complete -c ludarium-cli -n '__fish_seen_subcommand_from play' -l dry-run -d 'Print what would be started and why'
+complete -c ludarium-cli -n '__fish_seen_subcommand_from batch' -a 'install uninstall add-to-favorites remove-from-favorites add-to-playlist export-metadata verify-files'
+complete -c ludarium-cli -n '__fish_seen_subcommand_from batch' -l all -d 'Every game'
+complete -c ludarium-cli -n '__fish_seen_subcommand_from batch' -l installed -d 'Every game that is installed'
+complete -c ludarium-cli -n '__fish_seen_subcommand_from batch' -l not-installed -d 'Every game that is not installed'
+complete -c ludarium-cli -n '__fish_seen_subcommand_from batch' -l yes -d 'Uninstall without asking'
 complete -c ludarium-cli -n '__fish_seen_subcommand_from log' -l path -d 'Print only where the log is'

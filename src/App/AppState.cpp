@@ -9,6 +9,7 @@
 #include "Host/SettingsStore.h"
 #include "Services/Artwork/ImageLoader.h"
 #include "Services/Launch/GameLauncher.h"
+#include "Services/Library/BatchOperationsManager.h"
 #include "Services/Library/GameLibrary.h"
 #include "Services/Library/LibraryBrowser.h"
 #include "Services/Library/PlaySessionTracker.h"
@@ -35,7 +36,9 @@ AppState::AppState(Host &host, EmulatorManager &emulators, const LaunchDatabases
       m_images(std::make_unique<ImageLoader>(host)), m_browser(std::make_unique<LibraryBrowser>(*m_library)),
       m_launcher(std::make_unique<GameLauncher>(host, emulators, databases.dosCollaborators())),
       m_versionCheck(std::make_unique<VersionCheck>(databases.versionCheckCollaborators(*m_library))),
-      m_tracker(std::make_unique<PlaySessionTracker>(host)) {
+      m_tracker(std::make_unique<PlaySessionTracker>(host)),
+      m_batchOperations(std::make_unique<BatchOperationsManager>(host)) {
+    m_batchOperations->setGameLibrary(m_library.get());
     m_launcher->setDosRouteCollaborators(databases.dosRouteCollaborators(host, emulators));
     connect(m_browser.get(), &LibraryBrowser::changed, this, &AppState::filteredGamesChanged);
     m_tracker->onSessionEnded = [this](const QString &id, double seconds) { m_library->addPlayTime(id, seconds); };

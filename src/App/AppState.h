@@ -14,6 +14,7 @@
 namespace ludarium {
 
 struct Host;
+class BatchOperationsManager;
 class EmulatorManager;
 class GameLauncher;
 class GameLibrary;
@@ -42,6 +43,7 @@ class AppState : public QObject {
     ImageLoader &imageLoader() { return *m_images; }
     LibraryBrowser &browser() { return *m_browser; }
     PlaySessionTracker &sessionTracker() { return *m_tracker; }
+    BatchOperationsManager &batchOperations() { return *m_batchOperations; }
     Host &host() { return m_host; }
 
     void restoreCollection();
@@ -115,6 +117,7 @@ class AppState : public QObject {
     std::unique_ptr<GameLauncher> m_launcher;
     std::unique_ptr<VersionCheck> m_versionCheck;
     std::unique_ptr<PlaySessionTracker> m_tracker;
+    std::unique_ptr<BatchOperationsManager> m_batchOperations;
     QString m_collectionPath;
     ViewMode m_viewMode = ViewMode::grid;
     GridSize m_gridSize = GridSize::medium;

@@ -56,6 +56,20 @@ void CommandOptions::optionalArgument(const char *name, QString &value, const ch
         ->type_name("");
 }
 
+void CommandOptions::arguments(const char *name, QStringList &values, const char *description) {
+    m_app
+        .add_option_function<std::vector<std::string>>(
+            name,
+            [&values](const std::vector<std::string> &texts) {
+                values.clear();
+                for (const std::string &text : texts)
+                    values.append(decoded(text));
+            },
+            description)
+        ->check(notEmpty())
+        ->type_name("");
+}
+
 void CommandOptions::choiceArgument(const char *name, QString &value, const QStringList &choices,
                                     const char *description) {
     choice(name, value, choices, description);

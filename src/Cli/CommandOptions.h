@@ -20,6 +20,8 @@ class CommandOptions {
     void argument(const char *name, QString &value, const char *description);
     /// One that may be left out.
     void optionalArgument(const char *name, QString &value, const char *description);
+    /// Any number of them, behind the others; an empty text is wrong usage.
+    void arguments(const char *name, QStringList &values, const char *description);
     /// One that may be left out and is one of `choices`.
     void choiceArgument(const char *name, QString &value, const QStringList &choices, const char *description);
     /// One that may be left out and is a whole number between two, both included.

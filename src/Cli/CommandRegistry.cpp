@@ -11,7 +11,7 @@ std::vector<std::unique_ptr<Command>> makeCommands() {
         makeGamesCommand,     makeSearchCommand,      makeShowCommand,        makeImagesCommand, makeThumbnailsCommand,
         makePlaylistsCommand, makeCollectionsCommand, makeFacetsCommand,      makeGroupsCommand, makeRecentCommand,
         makeStatsCommand,     makeFavoriteCommand,    makeRateCommand,        makeNoteCommand,   makeProgressCommand,
-        makePlayCommand,      makeEmulatorsCommand,   makeSetupStatusCommand, makeLogCommand,
+        makePlayCommand,      makeEmulatorsCommand,   makeSetupStatusCommand, makeBatchCommand,  makeLogCommand,
     };
     std::vector<std::unique_ptr<Command>> commands;
     for (const auto &make : makers)

@@ -320,5 +320,44 @@ TEST_F(CliLibrary, TellsWhatOfTheSetsIsUnpacked) {
     EXPECT_EQ(none.errorLines(), 1) << none.errors.toStdString();
 }
 
+TEST_F(CliLibrary, DoesOneThingToManyGames) {
+    const QJsonObject favorites = jsonOf(u"batch"_s, {u"add-to-favorites"_s, u"beta"_s, u"alpha"_s});
+    EXPECT_EQ(favorites.value(u"operation"_s), u"addToFavorites"_s);
+    EXPECT_EQ(members(favorites.value(u"results"_s).toArray(), "Title"), (QStringList{u"Alpha"_s, u"Beta"_s}));
+    EXPECT_EQ(ids(u"search"_s, {u"--favorites"_s}), (QStringList{u"alpha"_s, u"beta"_s}));
+
+    const QString folder = collection.file(u"eXo/eXoDOS/writer"_s);
+    const CliResult unasked = run(u"batch"_s, {u"uninstall"_s, u"writer-id"_s});
+    EXPECT_EQ(unasked.status, 1);
+    EXPECT_TRUE(unasked.errors.contains("Remove the files of 1 game")) << unasked.errors.toStdString();
+    EXPECT_TRUE(QDir(folder).exists());
+    const CliResult removed = run(u"batch"_s, {u"uninstall"_s, u"writer-id"_s, u"alpha"_s, u"--yes"_s});
+    EXPECT_EQ(removed.status, 0) << removed.errors.toStdString();
+    EXPECT_EQ(removed.output, "[1/2] Writer: Uninstalled successfully\n[2/2] Alpha: Not installed\n"
+                              "Uninstall Games: 1 done, 0 failed, 1 skipped\n");
+    EXPECT_FALSE(QDir(folder).exists());
+    EXPECT_TRUE(QDir(collection.file(u"eXo/eXoDOS/!dos/writer"_s)).exists());
+    EXPECT_EQ(ids(u"search"_s, {u"--installed"_s}), QStringList{u"endless-id"_s});
+
+    const struct {
+        QStringList arguments;
+        int status;
+        const char *text;
+    } rows[] = {
+        {{u"install"_s, u"--not-installed"_s}, 1, "Installing games is not available"},
+        {{u"verifyFiles"_s, u"--all"_s}, 0, "Verify Files: 1 done, 0 failed, 6 skipped"},
+        {{u"polish"_s, u"--all"_s}, 2, "\"polish\" is no operation"},
+        {{u"verify-files"_s}, 2, "Name games"},
+        {{u"verify-files"_s, u"--all"_s, u"alpha"_s}, 2, "Name games"},
+        {{u"verify-files"_s, u"nobody"_s}, 1, "No game has the id or title"},
+    };
+    for (const auto &row : rows) {
+        const CliResult result = run(u"batch"_s, row.arguments);
+        EXPECT_EQ(result.status, row.status) << row.text;
+        EXPECT_TRUE((result.output + result.errors).contains(row.text))
+            << row.text << ": " << result.output.toStdString() << result.errors.toStdString();
+    }
+}
+
 } // namespace
 } // namespace ludarium

@@ -102,6 +102,7 @@ CliResult CliRun::runProgram(const QString &program, const QStringList &argument
     QProcess process;
     process.setProcessEnvironment(environment);
     process.start(program, arguments);
+    process.closeWriteChannel(); // a question finds nobody to answer it
     CliResult result;
     if (process.waitForFinished(60'000) && process.exitStatus() == QProcess::NormalExit)
         result.status = process.exitCode();

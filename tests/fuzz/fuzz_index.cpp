@@ -1,27 +1,15 @@
 // Any text as a download index, as what aria2c prints, and as a title to look for: nothing may crash or hang, and what
 // is in an index can be found by its own name.
 
+#include "FuzzCheck.h"
 #include "Services/Collections/AriaIndex.h"
 #include "Services/Collections/TitleMatching.h"
 
 #include "Host/SafeFiles.h"
 
-#include <cstdlib>
-
 using namespace ludarium;
 
-// The walk through the whole index logs, and the logger does not build with the compilers that have libFuzzer. What it
-// compares titles by is called below.
-const IndexEntry *AriaIndex::similar(const QString &, const QString &) const {
-    return nullptr;
-}
-
 namespace {
-
-void check(bool condition) {
-    if (!condition)
-        std::abort();
-}
 
 void checkEntries(const AriaIndex &index) {
     for (const IndexEntry &entry : index.entries()) {

@@ -1,6 +1,7 @@
 // Any bytes as a games file and as a playlist file: nothing may crash, and what is read in parts must be what is read
 // whole.
 
+#include "FuzzCheck.h"
 #include "Models/RecordEncoder.h"
 #include "Models/TextPool.h"
 #include "Services/Library/CollectionFile.h"
@@ -8,7 +9,6 @@
 #include "Services/Library/GamesSink.h"
 #include "Services/Library/PlaylistsSink.h"
 
-#include <cstdlib>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -38,11 +38,6 @@ Outcome readPart(const CollectionFile &file, XmlPart part, TextPool &pool) {
     XmlPartSource source(file, std::move(part));
     const bool wellFormed = readXmlRecords(source, sink).wellFormed;
     return {wellFormed, sink.takeContent()};
-}
-
-void check(bool condition) {
-    if (!condition)
-        std::abort();
 }
 
 } // namespace

@@ -30,6 +30,7 @@ std::unique_ptr<Command> makeProgressCommand();
 std::unique_ptr<Command> makePlayCommand();
 std::unique_ptr<Command> makeEmulatorsCommand();
 std::unique_ptr<Command> makeSetupStatusCommand();
+std::unique_ptr<Command> makeBatchCommand();
 std::unique_ptr<Command> makeLogCommand();
 
 } // namespace ludarium

@@ -20,17 +20,7 @@ GameLibrary::GameLibrary(Host &host, LibraryServices services, QObject *parent)
     loadStatusIds();
     // The first to hear of new games, so that nobody sees a recent list of records that are gone.
     connect(this, &GameLibrary::gamesChanged, this, &GameLibrary::buildRecentlyPlayedList);
-    connect(&m_userData, &UserData::changedElsewhere, this, [this] {
-        GameList games = m_games;
-        for (GamePtr &game : games)
-            if (m_userData.values().differsFrom(*game)) {
-                auto changed = std::make_shared<Game>(*game);
-                m_userData.values().applyTo(*changed);
-                game = std::move(changed);
-            }
-        publish(std::move(games), m_index);
-        buildRecentlyPlayedList(); // the list of ids may be what changed
-    });
+    connect(&m_userData, &UserData::changedElsewhere, this, &GameLibrary::refreshAllFromUserData);
 }
 
 QDateTime GameLibrary::now() const {
@@ -94,6 +84,19 @@ void GameLibrary::refreshFromUserData(const QString &id) {
         replaceGame(*at, [this](Game &game) { m_userData.values().applyTo(game); });
 }
 
+void GameLibrary::refreshAllFromUserData() {
+    GameList games = m_games;
+    for (GamePtr &game : games)
+        if (m_userData.values().differsFrom(*game)) {
+            auto changed = std::make_shared<Game>(*game);
+            m_userData.values().applyTo(*changed);
+            game = std::move(changed);
+        }
+    publish(std::move(games), m_index);
+    buildRecentlyPlayedList(); // the list of ids may be what changed
+    Q_EMIT userDataChanged();
+}
+
 void GameLibrary::toggleFavorite(const QString &id) {
     if (keep([&] { m_userData.toggleFavorite(id); }))
         refreshFromUserData(id);
@@ -125,10 +128,8 @@ void GameLibrary::setRating(const QString &id, int rating) {
 }
 
 void GameLibrary::setProgress(const QString &id, GameProgress progress) {
-    if (!keep([&] { m_userData.setProgress(id, progress); }))
-        return;
-    if (const auto at = position(id); at && m_games[*at]->gameProgress != progress)
-        replaceGame(*at, [progress](Game &game) { game.gameProgress = progress; });
+    if (keep([&] { m_userData.setProgress(id, progress); }))
+        refreshFromUserData(id);
 }
 
 void GameLibrary::buildRecentlyPlayedList() {

@@ -113,6 +113,7 @@ class GameLibrary : public QObject {
     void publish(GameList games, std::shared_ptr<const LibraryIndex> index = {});
     void replaceGame(qsizetype position, const std::function<void(Game &)> &change);
     void refreshFromUserData(const QString &id);
+    void refreshAllFromUserData();
     void buildRecentlyPlayedList();
     void loadStatusIds();
     void saveStatusIds();

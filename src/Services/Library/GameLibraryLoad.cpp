@@ -260,6 +260,7 @@ QCoro::Task<> GameLibrary::loadCollection(QString collection) {
     m_collection = collection;
     setLoading(true);
     setErrorMessage({});
+    const UserData::Values user = m_userData.values();
     QString failure;
     try {
         co_await step(QStringLiteral("Checking collection..."), 0);
@@ -285,6 +286,9 @@ QCoro::Task<> GameLibrary::loadCollection(QString collection) {
     }
     if (!self)
         co_return;
+    // What the user did meanwhile was done to records that are gone.
+    if (m_userData.values() != user)
+        refreshAllFromUserData();
     if (!failure.isEmpty()) {
         Log::error(QStringLiteral("❌ Error during load: %1").arg(failure));
         setStatus(QStringLiteral("Error: %1").arg(failure), m_loadingProgress);

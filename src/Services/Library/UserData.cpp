@@ -34,6 +34,10 @@ std::optional<QDateTime> found(const QHash<QString, QDateTime> &dates, const QSt
     return it == dates.cend() ? std::nullopt : std::optional(*it);
 }
 
+GameProgress progressOf(const QHash<QString, qint64> &numbers, const QString &id) {
+    return gameProgressFromNumber(numbers.value(id)).value_or(GameProgress::notPlayed);
+}
+
 } // namespace
 
 UserData::UserData(SettingsStore &settings, QObject *parent) : QObject(parent), m_settings(settings) {
@@ -97,17 +101,13 @@ void UserData::Values::applyTo(Game &game) const {
     game.playCount = static_cast<int>(playCounts.value(game.id));
     game.playTime = playTimes.value(game.id);
     game.lastPlayed = found(lastPlayed, game.id);
-    if (const auto it = progress.constFind(game.id); it != progress.cend())
-        game.gameProgress = gameProgressFromNumber(*it).value_or(game.gameProgress);
+    game.gameProgress = progressOf(progress, game.id);
 }
 
 bool UserData::Values::differsFrom(const Game &game) const {
-    const auto it = progress.constFind(game.id);
-    const GameProgress wanted =
-        it == progress.cend() ? game.gameProgress : gameProgressFromNumber(*it).value_or(game.gameProgress);
     return game.isFavorite != favorites.contains(game.id) || game.playCount != playCounts.value(game.id) ||
            game.playTime != playTimes.value(game.id) || game.lastPlayed != found(lastPlayed, game.id) ||
-           game.gameProgress != wanted;
+           game.gameProgress != progressOf(progress, game.id);
 }
 
 // Each change is written first and taken over afterwards: a write that throws leaves memory and store alike.

@@ -49,7 +49,9 @@ class UserData : public QObject {
         QHash<QString, qint64> progress; ///< number of GameProgress
 
         bool knows(const QString &id) const;
-        /// Sets isFavorite, playCount, playTime, lastPlayed and, when a valid number is stored, gameProgress.
+        bool operator==(const Values &) const = default;
+        /// Sets isFavorite, playCount, playTime, lastPlayed and gameProgress, which a number that nobody knows leaves
+        /// at notPlayed.
         void applyTo(Game &game) const;
         /// Whether `applyTo` would change the game.
         bool differsFrom(const Game &game) const;

@@ -165,6 +165,26 @@ TEST_F(GameLibraryTest, KeepsWhatTheUserDidWithAGameThatHasNoIdTitleOrFolder) {
     }
 }
 
+TEST_F(GameLibraryTest, ShowsWhatTheUserDidDuringALoad) {
+    const QString collection = makeCollection();
+    for (const bool cached : {false, true}) {
+        GameLibrary library(host, services);
+        const bool wasFavorite = library.userData().favoriteIds().contains(QStringLiteral("a"));
+        const QString last = cached ? QStringLiteral("Using cached installation data...")
+                                    : QStringLiteral("Applying favorites and play history...");
+        // Once the user's data is being brought into the new records.
+        QObject::connect(&library, &GameLibrary::loadingChanged, &library, [&] {
+            if (library.loadingStatus() == last)
+                QMetaObject::invokeMethod(
+                    &library, [&] { library.toggleFavorite(QStringLiteral("a")); }, Qt::QueuedConnection);
+        });
+        await(library.loadCollection(collection));
+        EXPECT_EQ(library.game(QStringLiteral("a"))->isFavorite, !wasFavorite) << cached;
+        QThreadPool::globalInstance()->waitForDone();
+        QCoreApplication::processEvents();
+    }
+}
+
 TEST_F(GameLibraryTest, ShowsTheGamesOfAnUnpluggedFolderFromTheCache) {
     const QString collection = makeCollection();
     load(collection);

@@ -106,6 +106,12 @@ TEST(UserData, AddsToWhatAnotherProcessWrote) {
     EXPECT_EQ(notices, 0) << "other settings are no user data";
     theirs.toggleFavorite(QStringLiteral("theirs"));
     EXPECT_EQ(notices, 1);
+    theirs.setProgress(id, GameProgress::beaten);
+    Game game = apply(mine);
+    theirs.setProgress(id, GameProgress::notPlayed);
+    EXPECT_TRUE(mine.values().differsFrom(game));
+    mine.values().applyTo(game);
+    EXPECT_EQ(game.gameProgress, GameProgress::notPlayed);
     mine.toggleFavorite(QStringLiteral("mine"));
     EXPECT_EQ(settings.value(Settings::favoriteGames).size(), 2);
 }
