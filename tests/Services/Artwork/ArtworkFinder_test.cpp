@@ -57,7 +57,8 @@ TEST_F(Artwork, FindsAPictureByEachNameThatItMayHave) {
              Case{named("Keeper's Gate: II"), "Keeper_s Gate_ II.png"},
              Case{named("What / If?"), "What _ If_-02.webp"},
              Case{named("Shouting"), "SHOUTING-01.JPG"},
-             Case{named("Éclair"), "e\xcc\x81" "clair-01.png"}, // decomposed, as a Mac writes it
+             Case{named("Éclair"), "e\xcc\x81"
+                                   "clair-01.png"}, // decomposed, as a Mac writes it
              Case{named("In a Region"), "North America/In a Region-01.png"},
              Case{named("Loosely Named"), "The Loosely-Named (1994).jpg"},
              Case{named("Loosely in a Region"), "Europe/Loosely in: a REGION!.gif"},

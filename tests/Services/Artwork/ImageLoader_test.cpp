@@ -269,7 +269,7 @@ TEST_F(Images, SayWhyACopyCouldNotBeMade) {
 TEST_F(Images, AreAllCopiedByOneRunThatShowsHowFarItIs) {
     GameList games;
     for (int i = 0; i < 40; ++i) {
-        games.append(gameCalled(text("Game Number %1").arg(i, 3)));
+        games.append(gameCalled(text("Game Number %1").arg(i, 3, 10, QLatin1Char('0'))));
         if (i % 4 != 3)
             putBox(games.last()->title, i % 4 == 2 ? "broken" : jpegOf(90, 120));
     }
@@ -306,7 +306,7 @@ TEST_F(Images, AreNotCopiedAnyFurtherOnceTheRunIsCancelled) {
     GameList games;
     const QByteArray picture = jpegOf(900, 1200);
     for (int i = 0; i < 400; ++i) {
-        games.append(gameCalled(text("Game Number %1").arg(i, 3)));
+        games.append(gameCalled(text("Game Number %1").arg(i, 3, 10, QLatin1Char('0'))));
         putBox(games.last()->title, picture);
     }
     QObject::connect(&loader(), &ImageLoader::preCacheChanged, &loader(), [&] {
