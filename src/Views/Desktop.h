@@ -13,14 +13,15 @@
 #include "Views/SidebarModel.h"
 #include "Views/StartScreen.h"
 #include "Views/SupportPages.h"
+#include "Views/ThumbnailCaching.h"
 
 #include <QQmlEngine>
 #include <memory>
 
 namespace ludarium {
 
-class CoverImageProvider;
 class DesktopColorScheme;
+class PictureProvider;
 
 /// Everything that the window is fed from, under the name `App`: one view model for each part of it, and the commands
 /// that belong to no part.
@@ -40,6 +41,7 @@ class Desktop : public QObject {
     Q_PROPERTY(ludarium::SupportPages *pages READ pages CONSTANT)
     Q_PROPERTY(ludarium::Appearance *appearance READ appearance CONSTANT)
     Q_PROPERTY(ludarium::StartScreen *start READ start CONSTANT)
+    Q_PROPERTY(ludarium::ThumbnailCaching *thumbnails READ thumbnails CONSTANT)
     Q_PROPERTY(QString version READ version CONSTANT)
     Q_PROPERTY(QString fileManagerName READ fileManagerName CONSTANT)
   public:
@@ -64,11 +66,12 @@ class Desktop : public QObject {
     SupportPages *pages() { return &m_pages; }
     Appearance *appearance() { return &m_appearance; }
     StartScreen *start() { return &m_start; }
+    ThumbnailCaching *thumbnails() { return &m_thumbnails; }
     QString version() const;
     /// "Finder", or what takes its place.
     QString fileManagerName() const;
-    /// Null before `installInto`.
-    CoverImageProvider *covers() { return m_coverProvider; }
+    /// Pictures that QML has asked for and not yet got.
+    int pendingPictures() const;
 
     /// Asks for a folder and opens it.
     Q_INVOKABLE void chooseCollection();
@@ -82,11 +85,13 @@ class Desktop : public QObject {
   private:
     QCoro::Task<> askForCollection();
     void libraryErrorChanged();
+    /// What is on screen is asked for again, as other pictures may have taken its place.
+    void showPicturesAnew();
 
     AppState &m_state;
     QmlDialogs &m_dialogs;
     std::shared_ptr<CoverStore> m_coverStore;
-    CoverImageProvider *m_coverProvider = nullptr;
+    QList<PictureProvider *> m_pictureProviders; ///< the engine's
     Browse m_browse;
     SidebarModel m_sidebar;
     GameDetail m_detail;
@@ -98,6 +103,7 @@ class Desktop : public QObject {
     SupportPages m_pages;
     Appearance m_appearance;
     StartScreen m_start;
+    ThumbnailCaching m_thumbnails;
     std::unique_ptr<DesktopColorScheme> m_colorScheme;
 };
 

@@ -121,6 +121,11 @@ GameList GameListModel::variants(int row) const {
     return m_grouped ? m_groups[row].variants : GameList{m_games[row]};
 }
 
+void GameListModel::renewCovers() {
+    if (count() > 0)
+        Q_EMIT dataChanged(index(0), index(count() - 1), {coverRole});
+}
+
 int GameListModel::rowOf(const QString &gameId, int hint) const {
     return find(m_games, hint, [&](const GamePtr &game) { return game->id == gameId; });
 }

@@ -52,6 +52,8 @@ class GameListModel : public QAbstractListModel {
     /// view keeps its place.
     void setGames(GameList games);
     void setGroups(QList<GameGroup> groups);
+    /// The addresses of the covers have changed.
+    void renewCovers();
     /// The game of a row, or the one that stands for its group. None outside the list.
     GamePtr game(int row) const;
     /// The games of a row, one without groups.

@@ -98,6 +98,7 @@ ApplicationWindow {
         anchors.bottomMargin: Theme.space16
         z: 5
     }
+    ThumbnailSheet {}
     AlertDialog {}
     FolderChooser {}
     AboutDialog {
