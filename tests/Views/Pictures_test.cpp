@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QSet>
+#include <QTest>
 #include <gtest/gtest.h>
 
 namespace ludarium::test {
@@ -116,6 +117,15 @@ TEST(Pictures, OfTheSixViews) {
             window.resize(1280, 800);
         }
     browse.setViewMode(QStringLiteral("Grid"));
+    QTest::keyClick(&window, Qt::Key_Menu);
+    take(fixture, window, QStringLiteral("view-context-menu"));
+    QTest::keyClick(&window, Qt::Key_Escape);
+    for (QObject *popup : window.findChildren<QObject *>())
+        if (QLatin1StringView(popup->metaObject()->className()).startsWith(QLatin1StringView("FilterPopup"))) {
+            ASSERT_TRUE(QMetaObject::invokeMethod(popup, "open"));
+            take(fixture, window, QStringLiteral("view-filter"));
+            ASSERT_TRUE(QMetaObject::invokeMethod(popup, "close"));
+        }
     browse.facets()->set(QStringLiteral("developer"), QStringLiteral("Blue Anvil"));
     browse.facets()->set(QStringLiteral("year"), QStringLiteral("1999"));
     take(fixture, window, QStringLiteral("view-grid-facets-and-hard-titles"));
