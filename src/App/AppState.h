@@ -20,6 +20,7 @@ class GameLauncher;
 class GameLibrary;
 class LibraryBrowser;
 class PlaySessionTracker;
+class PrerequisitesManager;
 class VersionCheck;
 struct LaunchDatabases;
 
@@ -41,6 +42,8 @@ class AppState : public QObject {
     LibraryBrowser &browser() { return *m_browser; }
     PlaySessionTracker &sessionTracker() { return *m_tracker; }
     BatchOperationsManager &batchOperations() { return *m_batchOperations; }
+    EmulatorManager &emulators() { return m_emulators; }
+    PrerequisitesManager &prerequisites() { return *m_prerequisites; }
     Host &host() { return m_host; }
 
     void restoreCollection();
@@ -107,12 +110,14 @@ class AppState : public QObject {
     }
 
     Host &m_host;
+    EmulatorManager &m_emulators;
     std::unique_ptr<GameLibrary> m_library;
     std::unique_ptr<LibraryBrowser> m_browser;
     std::unique_ptr<GameLauncher> m_launcher;
     std::unique_ptr<VersionCheck> m_versionCheck;
     std::unique_ptr<PlaySessionTracker> m_tracker;
     std::unique_ptr<BatchOperationsManager> m_batchOperations;
+    std::unique_ptr<PrerequisitesManager> m_prerequisites;
     QString m_collectionPath;
     ViewMode m_viewMode = ViewMode::grid;
     GridSize m_gridSize = GridSize::medium;

@@ -3,11 +3,13 @@
 #include "App/AppState.h"
 #include "Host/Async.h"
 #include "Host/Host.h"
+#include "Host/Workspace.h"
 #include "Services/Library/GameLibrary.h"
 #include "Views/CoverImageProvider.h"
 #include "Views/DesktopColorScheme.h"
 #include "Views/IconImageProvider.h"
 
+#include <QFileInfo>
 #include <QPointer>
 
 namespace ludarium {
@@ -30,12 +32,16 @@ QCoro::Task<> tell(Dialogs &dialogs, QString title, QString text) {
 Desktop::Desktop(AppState &state, QmlDialogs &dialogs, AppLogger &logger, QObject *parent)
     : QObject(parent), m_state(state), m_dialogs(dialogs), m_coverStore(std::make_shared<CoverStore>()),
       m_browse(state, m_coverStore), m_sidebar(state), m_detail(state, m_coverStore), m_library(state), m_launch(state),
-      m_log(state.host(), logger), m_appearance(state.host()), m_start(state) {
+      m_log(state.host(), logger), m_appearance(state.host()), m_start(state), m_settings(state, m_appearance),
+      m_emulators(state.host(), state.emulators()), m_dependencies(state.host(), state.prerequisites()),
+      m_statistics(state), m_logUpload(state.host(), logger) {
     m_coverStore->setCollection(state.collectionPath());
     connect(&state, &AppState::collectionPathChanged, this,
             [this] { m_coverStore->setCollection(m_state.collectionPath()); });
     connect(&state.gameLibrary(), &GameLibrary::errorMessageChanged, this, &Desktop::libraryErrorChanged);
     connect(&m_log, &LogModel::copied, this, [this] { Q_EMIT toast(QStringLiteral("Log copied to the clipboard")); });
+    connect(&m_settings, &SettingsCatalog::toast, this, &Desktop::toast);
+    connect(&m_emulators, &EmulatorListModel::toast, this, &Desktop::toast);
     libraryErrorChanged();
 }
 
@@ -86,6 +92,35 @@ void Desktop::openCollection(const QString &folder) {
     m_state.clearFilters();
     m_state.setSearchText({});
     m_state.setCollectionPath(folder);
+    Q_EMIT collectionOpened();
+}
+
+void Desktop::openDropped(const QList<QUrl> &urls) {
+    if (urls.size() == 1 && urls.first().isLocalFile())
+        spawn(openIfFolder(urls.first().toLocalFile()), "opening a dropped folder");
+    else
+        Q_EMIT toast(tr("Drop one folder to open it as a collection"));
+}
+
+QCoro::Task<> Desktop::openIfFolder(QString path) {
+    const QPointer<Desktop> self(this);
+    auto look = [path] { return QFileInfo(path).isDir(); };
+    const bool isFolder = co_await runOnPool(look);
+    if (!self)
+        co_return;
+    if (isFolder)
+        openCollection(path);
+    else
+        Q_EMIT toast(tr("Drop one folder to open it as a collection"));
+}
+
+void Desktop::copyText(const QString &text) {
+    m_state.host().workspace.copyToClipboard(text);
+    Q_EMIT toast(tr("Copied to the clipboard"));
+}
+
+void Desktop::reveal(const QString &path) {
+    m_state.host().workspace.reveal(path);
 }
 
 void Desktop::refreshLibrary() {

@@ -3,15 +3,21 @@
 #include "Views/Appearance.h"
 #include "Views/Browse.h"
 #include "Views/CoverStore.h"
+#include "Views/DependencyListModel.h"
+#include "Views/EmulatorListModel.h"
 #include "Views/GameDetail.h"
 #include "Views/LaunchStatus.h"
 #include "Views/LibraryStatus.h"
 #include "Views/LogModel.h"
+#include "Views/LogUpload.h"
 #include "Views/QmlDialogs.h"
+#include "Views/SettingsCatalog.h"
 #include "Views/SidebarModel.h"
 #include "Views/StartScreen.h"
+#include "Views/Statistics.h"
 
 #include <QQmlEngine>
+#include <QUrl>
 #include <memory>
 
 namespace ludarium {
@@ -34,6 +40,11 @@ class Desktop : public QObject {
     Q_PROPERTY(ludarium::LogModel *log READ log CONSTANT)
     Q_PROPERTY(ludarium::Appearance *appearance READ appearance CONSTANT)
     Q_PROPERTY(ludarium::StartScreen *start READ start CONSTANT)
+    Q_PROPERTY(ludarium::SettingsCatalog *settings READ settings CONSTANT)
+    Q_PROPERTY(ludarium::EmulatorListModel *emulators READ emulators CONSTANT)
+    Q_PROPERTY(ludarium::DependencyListModel *dependencies READ dependencies CONSTANT)
+    Q_PROPERTY(ludarium::Statistics *statistics READ statistics CONSTANT)
+    Q_PROPERTY(ludarium::LogUpload *logUpload READ logUpload CONSTANT)
     Q_PROPERTY(QString version READ version CONSTANT)
     Q_PROPERTY(QString fileManagerName READ fileManagerName CONSTANT)
   public:
@@ -55,6 +66,11 @@ class Desktop : public QObject {
     LogModel *log() { return &m_log; }
     Appearance *appearance() { return &m_appearance; }
     StartScreen *start() { return &m_start; }
+    SettingsCatalog *settings() { return &m_settings; }
+    EmulatorListModel *emulators() { return &m_emulators; }
+    DependencyListModel *dependencies() { return &m_dependencies; }
+    Statistics *statistics() { return &m_statistics; }
+    LogUpload *logUpload() { return &m_logUpload; }
     QString version() const;
     /// "Finder", or what takes its place.
     QString fileManagerName() const;
@@ -65,13 +81,20 @@ class Desktop : public QObject {
     Q_INVOKABLE void chooseCollection();
     Q_INVOKABLE void openCollection(const QString &folder);
     Q_INVOKABLE void refreshLibrary();
+    /// Opens what was dropped on the window when it is one folder; anything else is refused with a word.
+    Q_INVOKABLE void openDropped(const QList<QUrl> &urls);
+    Q_INVOKABLE void copyText(const QString &text);
+    Q_INVOKABLE void reveal(const QString &path);
 
   Q_SIGNALS:
     /// A short note about finished work.
     void toast(const QString &text);
+    /// A folder was chosen; it loads now.
+    void collectionOpened();
 
   private:
     QCoro::Task<> askForCollection();
+    QCoro::Task<> openIfFolder(QString path);
     void libraryErrorChanged();
 
     AppState &m_state;
@@ -86,6 +109,11 @@ class Desktop : public QObject {
     LogModel m_log;
     Appearance m_appearance;
     StartScreen m_start;
+    SettingsCatalog m_settings;
+    EmulatorListModel m_emulators;
+    DependencyListModel m_dependencies;
+    Statistics m_statistics;
+    LogUpload m_logUpload;
     std::unique_ptr<DesktopColorScheme> m_colorScheme;
 };
 

@@ -41,6 +41,9 @@ MenuBar {
         }
         AppMenuSeparator {}
         AppMenuItem {
+            action: bar.commands.settings
+        }
+        AppMenuItem {
             action: bar.commands.quit
         }
     }
@@ -52,6 +55,9 @@ MenuBar {
         }
         AppMenuItem {
             action: bar.commands.find
+        }
+        AppMenuItem {
+            action: bar.commands.statistics
         }
         AppMenuSeparator {}
         AppMenu {
@@ -121,6 +127,9 @@ MenuBar {
         }
         AppMenuItem {
             action: bar.commands.copyLogs
+        }
+        AppMenuItem {
+            action: bar.commands.uploadLogs
         }
         AppMenuItem {
             action: bar.commands.clearLogs

@@ -6,16 +6,32 @@ import Ludarium
 Item {
     id: commands
 
-    readonly property bool free: !App.dialogs.active && !App.start.visible
+    // Whether a sheet over the window waits for an answer.
+    property bool sheetOpen: false
+    readonly property bool free: !App.dialogs.active && !App.start.visible && !sheetOpen
     readonly property bool hasGame: App.detail.hasGame
 
     signal searchWanted
+    signal settingsWanted
+    signal statisticsWanted
+    signal folderWanted
     signal logsWanted
     signal aboutWanted
 
     property Action about: Action {
         text: qsTr("About Ludarium")
         onTriggered: commands.aboutWanted()
+    }
+    property Action settings: Action {
+        text: qsTr("Settings...")
+        shortcut: "Ctrl+,"
+        enabled: commands.free
+        onTriggered: commands.settingsWanted()
+    }
+    property Action statistics: Action {
+        text: qsTr("Statistics")
+        enabled: commands.free
+        onTriggered: commands.statisticsWanted()
     }
     property Action quit: Action {
         text: qsTr("Quit")
@@ -32,7 +48,7 @@ Item {
         text: qsTr("Select Collection Folder...")
         shortcut: "Ctrl+Shift+O"
         enabled: commands.free
-        onTriggered: App.chooseCollection()
+        onTriggered: commands.folderWanted()
     }
     property Action showAll: Action {
         text: qsTr("Show All Games")
@@ -71,6 +87,11 @@ Item {
         text: qsTr("Copy Logs to Clipboard")
         onTriggered: App.log.copyAll()
     }
+    property Action uploadLogs: Action {
+        text: qsTr("Upload Logs for Analysis...")
+        enabled: commands.free && !App.logUpload.uploading
+        onTriggered: App.logUpload.upload()
+    }
     property Action clearLogs: Action {
         text: qsTr("Clear Logs")
         onTriggered: App.log.clear()
@@ -79,6 +100,6 @@ Item {
     Shortcut {
         sequences: ["Ctrl+O"]
         enabled: commands.free
-        onActivated: App.chooseCollection()
+        onActivated: commands.folderWanted()
     }
 }

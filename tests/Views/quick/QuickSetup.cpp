@@ -1,6 +1,7 @@
 #include "quick/QuickSetup.h"
 
 #include "Host/Async.h"
+#include "Services/Library/GameLibrary.h"
 #include "support/DesktopFixture.h"
 
 #include <QQmlContext>
@@ -33,6 +34,15 @@ void QuickSetup::ask(const QString &title, const QString &text, const QStringLis
             Q_EMIT setup.answered(button);
         }(*this, Alert{title, text, buttons, Alert::Style::Informational}),
         "a test's question");
+}
+
+QVariant QuickSetup::stored(const QString &key) const {
+    return m_fixture->machine.settings.rawValue(key);
+}
+
+void QuickSetup::play(double seconds) {
+    GameLibrary &library = m_fixture->state.gameLibrary();
+    library.recordPlay(library.games().first()->id, seconds);
 }
 
 void QuickSetup::askForFolder() {
