@@ -10,6 +10,7 @@ namespace ludarium {
 
 Browse::Browse(AppState &state, std::shared_ptr<CoverStore> covers, QObject *parent)
     : QObject(parent), m_state(state), m_games(std::move(covers)) {
+    state.gameLibrary().setIndexedAtLoad(true);
     connect(&state, &AppState::filteredGamesChanged, this, &Browse::refresh);
     connect(&state, &AppState::searchTextChanged, this, &Browse::searchTextChanged);
     connect(&state, &AppState::viewSettingsChanged, this, &Browse::viewSettingsChanged);

@@ -25,6 +25,7 @@ std::unique_ptr<Command> makeFavoriteCommand();
 std::unique_ptr<Command> makeRateCommand();
 std::unique_ptr<Command> makeNoteCommand();
 std::unique_ptr<Command> makeProgressCommand();
+std::unique_ptr<Command> makeVersionsCommand();
 std::unique_ptr<Command> makePlayCommand();
 std::unique_ptr<Command> makeEmulatorsCommand();
 std::unique_ptr<Command> makeSetupStatusCommand();
