@@ -95,6 +95,20 @@ TEST(WindowPictures, OfEveryPageOfTheAssistant) {
     }
 }
 
+TEST(WindowPictures, OfAboutAndTheLogInDoubleText) {
+    DesktopFixture fixture;
+    QQuickWindow &main = fixture.window({900, 600});
+    endSplash(fixture);
+    ASSERT_TRUE(fixture.load());
+    fixture.desktop.appearance()->setTextScale(2);
+    ASSERT_TRUE(QMetaObject::invokeMethod(&main, "showAbout"));
+    takePicture(fixture, main, QStringLiteral("about-double-text"));
+    QQuickWindow *logs = open(main, "showLogs", "logWindow");
+    ASSERT_NE(logs, nullptr);
+    ASSERT_TRUE(waitUntil([&] { return fixture.desktop.log()->count() > 2; }));
+    takePicture(fixture, *logs, QStringLiteral("logs-double-text"));
+}
+
 TEST(WindowPictures, OfTheStatisticsWithAndWithoutPlays) {
     DesktopFixture fixture;
     QQuickWindow &main = fixture.window();

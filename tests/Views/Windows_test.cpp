@@ -5,6 +5,8 @@
 #include "support/FixtureCollection.h"
 #include "support/LoopbackServer.h"
 
+#include <QDragEnterEvent>
+#include <QMimeData>
 #include <QSignalSpy>
 #include <gtest/gtest.h>
 
@@ -218,6 +220,9 @@ TEST(Statistics, ShowsTheNumbersOfTheLibraryAndFollowsIt) {
 
 TEST(Desktop, OpensADroppedFolderAndNothingElse) {
     DesktopFixture fixture;
+    ASSERT_TRUE(fixture.window().isVisible());
+    fixture.desktop.start()->begin();
+    ASSERT_TRUE(waitUntil([&] { return !fixture.desktop.start()->isVisible(); }));
     const QUrl file = QUrl::fromLocalFile(fixture.machine.put(fixture.machine.scratch() + u"/file.txt"_s, "x"));
     const QUrl folder = QUrl::fromLocalFile(fixture.collection());
     QSignalSpy refused(&fixture.desktop, &Desktop::toast);
@@ -228,7 +233,16 @@ TEST(Desktop, OpensADroppedFolderAndNothingElse) {
         ASSERT_TRUE(waitUntil([&] { return refused.count() == refusals; }));
         EXPECT_TRUE(fixture.state.collectionPath().isEmpty());
     }
-    fixture.desktop.openDropped({folder});
+    // As the desktop does it: a drag over the middle of the window, then the drop.
+    QQuickWindow &window = fixture.window();
+    QMimeData data;
+    data.setUrls({folder});
+    const QPoint middle(window.width() / 2, window.height() / 2);
+    QDragEnterEvent enter(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&window, &enter);
+    QDropEvent drop(middle, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&window, &drop);
+    EXPECT_TRUE(drop.isAccepted());
     ASSERT_TRUE(waitUntil([&] { return fixture.state.collectionPath() == fixture.collection(); }));
 }
 

@@ -15,6 +15,8 @@ QuickSetup::QuickSetup() = default;
 QuickSetup::~QuickSetup() = default;
 
 void QuickSetup::qmlEngineAvailable(QQmlEngine *engine) {
+    // The one of the file before goes first: each puts the program's log back to what it found.
+    m_fixture.reset();
     m_fixture = std::make_unique<DesktopFixture>();
     m_fixture->desktop.installInto(*engine);
     engine->rootContext()->setContextProperty(QStringLiteral("setup"), this);

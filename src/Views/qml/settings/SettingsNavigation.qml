@@ -5,7 +5,7 @@ import QtQuick.Layouts
 import Ludarium
 
 // The tabs, or what a search finds in all of them.
-Rectangle {
+FocusScope {
     id: navigation
 
     required property string tab
@@ -16,8 +16,6 @@ Rectangle {
     signal tabWanted(string name)
     signal itemWanted(SettingItem item)
 
-    color: Theme.sidebar
-
     function choose(index: int) {
         if (index < 0 || index >= list.count)
             return;
@@ -27,6 +25,10 @@ Rectangle {
             tabWanted(list.model[index]);
     }
 
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.sidebar
+    }
     ColumnLayout {
         anchors.fill: parent
         anchors.topMargin: Theme.space12

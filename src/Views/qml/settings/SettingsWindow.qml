@@ -42,7 +42,7 @@ ApplicationWindow {
         onActivated: navigation.searchField.forceActiveFocus()
     }
     Shortcut {
-        sequences: ["Ctrl+W", "Esc"]
+        sequences: ["Ctrl+W"]
         enabled: !App.dialogs.active
         onActivated: window.close()
     }
@@ -50,6 +50,8 @@ ApplicationWindow {
     RowLayout {
         anchors.fill: parent
         spacing: 0
+        // What the focused control has no use for.
+        Keys.onEscapePressed: window.close()
 
         SettingsNavigation {
             id: navigation

@@ -16,7 +16,7 @@ ApplicationWindow {
     onVisibleChanged: App.statistics.watching = visible
 
     Shortcut {
-        sequences: ["Ctrl+W", "Esc"]
+        sequences: ["Ctrl+W"]
         onActivated: window.close()
     }
 
@@ -28,6 +28,7 @@ ApplicationWindow {
         boundsBehavior: Flickable.StopAtBounds
         focus: true
         ScrollBar.vertical: AppScrollBar {}
+        Keys.onEscapePressed: window.close()
         Keys.onUpPressed: scrollBy(-60)
         Keys.onDownPressed: scrollBy(60)
 
