@@ -18,6 +18,7 @@ class BatchOperationsManager;
 class EmulatorManager;
 class GameLauncher;
 class GameLibrary;
+class ImageLoader;
 class LibraryBrowser;
 class PlaySessionTracker;
 class PrerequisitesManager;
@@ -39,6 +40,8 @@ class AppState : public QObject {
     GameLauncher &gameLauncher() { return *m_launcher; }
     /// What stands between the Play button and the launcher.
     const VersionCheck &versionCheck() const { return *m_versionCheck; }
+    /// Pictures, videos, manuals and music of games.
+    ImageLoader &imageLoader() { return *m_images; }
     LibraryBrowser &browser() { return *m_browser; }
     PlaySessionTracker &sessionTracker() { return *m_tracker; }
     BatchOperationsManager &batchOperations() { return *m_batchOperations; }
@@ -101,6 +104,7 @@ class AppState : public QObject {
 
   private:
     void collectionChanged(const QString &oldPath);
+    QCoro::Task<> loadThenCopyPictures(QString path);
     void setQuery(const BrowseQuery &query);
     template<typename T, typename Value>
     void narrow(T BrowseQuery::*field, const Value &value) {
@@ -112,6 +116,7 @@ class AppState : public QObject {
     Host &m_host;
     EmulatorManager &m_emulators;
     std::unique_ptr<GameLibrary> m_library;
+    std::unique_ptr<ImageLoader> m_images;
     std::unique_ptr<LibraryBrowser> m_browser;
     std::unique_ptr<GameLauncher> m_launcher;
     std::unique_ptr<VersionCheck> m_versionCheck;

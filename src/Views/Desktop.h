@@ -15,6 +15,7 @@
 #include "Views/SidebarModel.h"
 #include "Views/StartScreen.h"
 #include "Views/Statistics.h"
+#include "Views/ThumbnailCaching.h"
 
 #include <QQmlEngine>
 #include <QUrl>
@@ -22,8 +23,8 @@
 
 namespace ludarium {
 
-class CoverImageProvider;
 class DesktopColorScheme;
+class PictureProvider;
 
 /// Everything that the window is fed from, under the name `App`: one view model for each part of it, and the commands
 /// that belong to no part.
@@ -45,6 +46,7 @@ class Desktop : public QObject {
     Q_PROPERTY(ludarium::DependencyListModel *dependencies READ dependencies CONSTANT)
     Q_PROPERTY(ludarium::Statistics *statistics READ statistics CONSTANT)
     Q_PROPERTY(ludarium::LogUpload *logUpload READ logUpload CONSTANT)
+    Q_PROPERTY(ludarium::ThumbnailCaching *thumbnails READ thumbnails CONSTANT)
     Q_PROPERTY(QString version READ version CONSTANT)
     Q_PROPERTY(QString fileManagerName READ fileManagerName CONSTANT)
   public:
@@ -71,11 +73,12 @@ class Desktop : public QObject {
     DependencyListModel *dependencies() { return &m_dependencies; }
     Statistics *statistics() { return &m_statistics; }
     LogUpload *logUpload() { return &m_logUpload; }
+    ThumbnailCaching *thumbnails() { return &m_thumbnails; }
     QString version() const;
     /// "Finder", or what takes its place.
     QString fileManagerName() const;
-    /// Null before `installInto`.
-    CoverImageProvider *covers() { return m_coverProvider; }
+    /// Pictures that QML has asked for and not yet got.
+    int pendingPictures() const;
 
     /// Asks for a folder and opens it.
     Q_INVOKABLE void chooseCollection();
@@ -96,11 +99,13 @@ class Desktop : public QObject {
     QCoro::Task<> askForCollection();
     QCoro::Task<> openIfFolder(QString path);
     void libraryErrorChanged();
+    /// What is on screen is asked for again, as other pictures may have taken its place.
+    void showPicturesAnew();
 
     AppState &m_state;
     QmlDialogs &m_dialogs;
     std::shared_ptr<CoverStore> m_coverStore;
-    CoverImageProvider *m_coverProvider = nullptr;
+    QList<PictureProvider *> m_pictureProviders; ///< the engine's
     Browse m_browse;
     SidebarModel m_sidebar;
     GameDetail m_detail;
@@ -114,6 +119,7 @@ class Desktop : public QObject {
     DependencyListModel m_dependencies;
     Statistics m_statistics;
     LogUpload m_logUpload;
+    ThumbnailCaching m_thumbnails;
     std::unique_ptr<DesktopColorScheme> m_colorScheme;
 };
 

@@ -58,6 +58,11 @@ GamePtr GameListModel::game(int row) const {
     return row >= 0 && row < m_games.size() ? m_games[row] : GamePtr();
 }
 
+void GameListModel::renewCovers() {
+    if (!m_games.isEmpty())
+        Q_EMIT dataChanged(index(0), index(count() - 1), {coverRole});
+}
+
 int GameListModel::rowOf(const QString &gameId) const {
     const auto found =
         std::find_if(m_games.begin(), m_games.end(), [&](const GamePtr &game) { return game->id == gameId; });

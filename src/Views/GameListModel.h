@@ -42,6 +42,8 @@ class GameListModel : public QAbstractListModel {
     /// view keeps its place.
     void setGames(GameList games);
     /// None outside the list.
+    /// The addresses of the covers have changed.
+    void renewCovers();
     GamePtr game(int row) const;
     /// -1 when the game is not shown.
     int rowOf(const QString &gameId) const;

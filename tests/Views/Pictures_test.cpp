@@ -106,6 +106,10 @@ TEST(Pictures, OfDialogsLogAndAbout) {
     take(fixture, window, QStringLiteral("dialog-choice"));
     fixture.dialogs.dismiss();
 
+    fixture.desktop.thumbnails()->start();
+    take(fixture, window, QStringLiteral("caching-thumbnails"));
+    ASSERT_TRUE(waitUntil([&] { return !fixture.desktop.thumbnails()->isRunning(); }));
+
     call(window, "showAbout");
     take(fixture, window, QStringLiteral("about"));
     Q_EMIT fixture.desktop.toast(QStringLiteral("Log copied to the clipboard"));

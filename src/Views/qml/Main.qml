@@ -133,6 +133,7 @@ ApplicationWindow {
     FolderPickerView {
         id: picker
     }
+    ThumbnailSheet {}
     AlertDialog {}
     FolderChooser {}
     AboutDialog {

@@ -2,7 +2,6 @@
 
 #include "App/LaunchDatabases.h"
 #include "Services/Library/GameLibrary.h"
-#include "Views/CoverImageProvider.h"
 #include "support/FixtureCollection.h"
 
 #include <QDir>
@@ -57,7 +56,7 @@ QQuickWindow &DesktopFixture::window(QSize size) {
 QImage DesktopFixture::picture(QQuickWindow &window) {
     int quiet = 0;
     waitUntil([&] {
-        quiet = desktop.covers()->pending() == 0 ? quiet + 1 : 0;
+        quiet = desktop.pendingPictures() == 0 ? quiet + 1 : 0;
         QThread::msleep(5);
         return quiet > 20;
     });
