@@ -43,6 +43,7 @@ Desktop::Desktop(AppState &state, QmlDialogs &dialogs, AppLogger &logger, QObjec
     connect(&state.gameLibrary(), &GameLibrary::errorMessageChanged, this, &Desktop::libraryErrorChanged);
     connect(&m_log, &LogModel::copied, this, [this] { Q_EMIT toast(QStringLiteral("Log copied to the clipboard")); });
     connect(&m_settings, &SettingsCatalog::toast, this, &Desktop::toast);
+    connect(&m_settings, &SettingsCatalog::thumbnailsWanted, &m_thumbnails, &ThumbnailCaching::start);
     connect(&m_emulators, &EmulatorListModel::toast, this, &Desktop::toast);
     libraryErrorChanged();
 }

@@ -15,6 +15,11 @@ QString SettingItem::kind() const {
     return QString::fromLatin1(names.at(size_t(m_description.kind)));
 }
 
+void SettingItem::setRead(std::function<QVariant()> read, const QString &defaultText) {
+    m_description.read = std::move(read);
+    m_description.defaultText = defaultText;
+}
+
 QVariant SettingItem::value() const {
     return m_description.read ? m_description.read() : QVariant();
 }

@@ -57,6 +57,8 @@ class SettingItem : public QObject {
     /// What holds when nothing was chosen, for people; empty when there is no such thing.
     QString defaultText() const { return m_description.defaultText; }
     QVariant value() const;
+    /// For a setting that holds something else than its key's own default while nothing was chosen.
+    void setRead(std::function<QVariant()> read, const QString &defaultText);
     /// Takes effect at once. A value that the store cannot keep changes nothing, which `refused` tells.
     void setValue(const QVariant &value);
     /// Does what an action is for.

@@ -17,8 +17,6 @@ struct Missing {
 };
 
 constexpr Missing missing[] = {
-    {"Artwork", QT_TR_NOOP("Covers come from the collection's own Images folder. Looking for artwork elsewhere, and "
-                           "keeping thumbnails on the disk, are not part of this version.")},
     {"Music", QT_TR_NOOP("Background music is not part of this version.")},
     {"Cloud", QT_TR_NOOP("Saves and play data stay on this computer. Sharing them between computers is not part of "
                          "this version.")},
@@ -41,6 +39,7 @@ SettingsCatalog::SettingsCatalog(AppState &state, Appearance &appearance, QObjec
     addViews();
     addEmulators();
     addDependencies();
+    addArtwork();
     for (const Missing &gap : missing)
         add({.key = QStringLiteral("tab:") + QString::fromLatin1(gap.tab),
              .tab = QString::fromLatin1(gap.tab),

@@ -35,6 +35,8 @@ class SettingsCatalog : public QObject {
     void toast(const QString &text);
     /// The user wants to see the assistant again.
     void assistantWanted();
+    /// Copies of all covers are to be made now.
+    void thumbnailsWanted();
 
   private:
     using Kind = SettingItem::Kind;
@@ -42,6 +44,7 @@ class SettingsCatalog : public QObject {
     void addViews();
     void addEmulators();
     void addDependencies();
+    void addArtwork();
     void addAdvanced();
     void addAbout();
     SettingItem *add(SettingItem::Description description);
@@ -49,6 +52,7 @@ class SettingsCatalog : public QObject {
     void addText(const Setting<QString> &setting, SettingItem::Description description);
     void addAction(const QString &key, SettingItem::Description description, std::function<void()> action);
     void clearCache();
+    void clearThumbnails();
     void resetWarnings();
     QCoro::Task<> reset();
 

@@ -9,6 +9,7 @@
 #include "Host/SettingsStore.h"
 #include "Host/Workspace.h"
 #include "Models/ViewSettings.h"
+#include "Services/Artwork/ImageLoader.h"
 #include "Services/Emulators/EmulatorManager.h"
 #include "Services/Library/GameLibrary.h"
 #include "Services/Library/LibraryCache.h"
@@ -199,6 +200,34 @@ void SettingsCatalog::addDependencies() {
          .kind = Kind::elsewhere});
 }
 
+void SettingsCatalog::addArtwork() {
+    const QString tab = QStringLiteral("Artwork");
+    const QString section = tr("Thumbnails");
+    addFlag(Settings::enableThumbnailDiskCache,
+            {.tab = tab,
+             .section = section,
+             .label = tr("Keep thumbnails on this disk"),
+             .help = tr("Small copies of covers are kept, so that a collection on a slow drive scrolls at once.")});
+    // Without a choice nothing is kept.
+    SettingsStore &settings = m_state.host().settings;
+    m_items.last()->setRead(
+        [&settings] { return settings.storedValue(Settings::enableThumbnailDiskCache).value_or(false); }, tr("off"));
+    addAction(QStringLiteral("cacheThumbnails"),
+              {.tab = tab,
+               .section = section,
+               .label = tr("All thumbnails"),
+               .help = tr("Makes the copies of every cover of the open collection now."),
+               .choices = {tr("Cache Now")}},
+              [this] { Q_EMIT thumbnailsWanted(); });
+    addAction(QStringLiteral("clearThumbnails"),
+              {.tab = tab,
+               .section = section,
+               .label = tr("Kept thumbnails"),
+               .help = tr("Removes the copies from this disk. The collection's own pictures stay."),
+               .choices = {tr("Clear Thumbnails")}},
+              [this] { clearThumbnails(); });
+}
+
 void SettingsCatalog::addAdvanced() {
     addFlag(Settings::skipInstallCheck,
             {.tab = advanced,
@@ -216,7 +245,7 @@ void SettingsCatalog::addAdvanced() {
               {.tab = advanced,
                .section = tr("Notes and assistant"),
                .label = tr("Notes that were shown"),
-               .help = tr("Notes about MT-32 music that each game shows once are shown once more."),
+               .help = tr("The notes about MT-32 music and the question about thumbnails come once more."),
                .choices = {tr("Reset Warnings")}},
               [this] { resetWarnings(); });
     addAction(QStringLiteral("showAssistant"),
@@ -287,6 +316,16 @@ void SettingsCatalog::clearCache() {
     spawn(work(this, m_state.host().paths), "clearing the cache");
 }
 
+void SettingsCatalog::clearThumbnails() {
+    const auto work = [](QPointer<SettingsCatalog> self, ThumbnailDiskCache cache) -> QCoro::Task<> {
+        auto clear = [cache] { cache.clearDiskCache(); };
+        co_await runOnPool(clear);
+        if (self)
+            Q_EMIT self->toast(tr("The thumbnails are removed"));
+    };
+    spawn(work(this, m_state.imageLoader().diskCache()), "clearing the thumbnails");
+}
+
 void SettingsCatalog::resetWarnings() {
     SettingsStore &settings = m_state.host().settings;
     QByteArray prefix;
@@ -297,8 +336,9 @@ void SettingsCatalog::resetWarnings() {
             for (const QString &key : shown)
                 if (key.startsWith(QString::fromUtf8(prefix)))
                     settings.remove(key);
+            settings.remove(Settings::dismissSlowLoadAlertPermanently);
         });
-        Q_EMIT toast(shown.isEmpty() ? tr("No note had been shown") : tr("Every note will be shown once more"));
+        Q_EMIT toast(tr("Every note will be shown once more"));
     } catch (const SettingsError &error) {
         Q_EMIT toast(tr("The setting could not be saved: %1").arg(QString::fromUtf8(error.what())));
     }

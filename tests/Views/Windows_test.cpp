@@ -46,8 +46,9 @@ TEST(SettingsCatalog, HasARowForEveryKeyThatIsKeptAndStartsAtItsDefault) {
           Case{"viewMode", u"Grid"_s, u"List"_s}, Case{"gridSize", u"Medium"_s, u"Extra Large"_s},
           Case{"sortOrder", u"Title"_s, u"Most Played"_s}, Case{"groupDuplicateGames", true, false},
           Case{"launchFullscreen", true, false}, Case{"disableCRTEffects", false, true},
-          Case{"mt32NotificationsDisabled", false, true}, Case{"skipInstallCheck", false, true},
-          Case{"logUploadConsent", false, true}, Case{"logUploadURL", QString(), u"https://logs.example/"_s}}) {
+          Case{"mt32NotificationsDisabled", false, true}, Case{"enableThumbnailDiskCache", false, true},
+          Case{"skipInstallCheck", false, true}, Case{"logUploadConsent", false, true},
+          Case{"logUploadURL", QString(), u"https://logs.example/"_s}}) {
         SettingItem *item = fixture.desktop.settings()->item(QString::fromUtf8(key));
         ASSERT_NE(item, nullptr) << key;
         EXPECT_EQ(item->value(), atFirst) << key;
