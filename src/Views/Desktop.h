@@ -5,6 +5,7 @@
 #include "Views/CoverStore.h"
 #include "Views/DependencyListModel.h"
 #include "Views/EmulatorListModel.h"
+#include "Views/GameCommands.h"
 #include "Views/GameDetail.h"
 #include "Views/LaunchStatus.h"
 #include "Views/LibraryStatus.h"
@@ -15,6 +16,7 @@
 #include "Views/SidebarModel.h"
 #include "Views/StartScreen.h"
 #include "Views/Statistics.h"
+#include "Views/SupportPages.h"
 #include "Views/ThumbnailCaching.h"
 
 #include <QQmlEngine>
@@ -36,16 +38,18 @@ class Desktop : public QObject {
     Q_PROPERTY(ludarium::SidebarModel *sidebar READ sidebar CONSTANT)
     Q_PROPERTY(ludarium::GameDetail *detail READ detail CONSTANT)
     Q_PROPERTY(ludarium::LibraryStatus *library READ library CONSTANT)
+    Q_PROPERTY(ludarium::GameCommands *game READ game CONSTANT)
     Q_PROPERTY(ludarium::LaunchStatus *launch READ launch CONSTANT)
     Q_PROPERTY(ludarium::QmlDialogs *dialogs READ dialogs CONSTANT)
     Q_PROPERTY(ludarium::LogModel *log READ log CONSTANT)
+    Q_PROPERTY(ludarium::LogUpload *logUpload READ logUpload CONSTANT)
+    Q_PROPERTY(ludarium::SupportPages *pages READ pages CONSTANT)
     Q_PROPERTY(ludarium::Appearance *appearance READ appearance CONSTANT)
     Q_PROPERTY(ludarium::StartScreen *start READ start CONSTANT)
     Q_PROPERTY(ludarium::SettingsCatalog *settings READ settings CONSTANT)
     Q_PROPERTY(ludarium::EmulatorListModel *emulators READ emulators CONSTANT)
     Q_PROPERTY(ludarium::DependencyListModel *dependencies READ dependencies CONSTANT)
     Q_PROPERTY(ludarium::Statistics *statistics READ statistics CONSTANT)
-    Q_PROPERTY(ludarium::LogUpload *logUpload READ logUpload CONSTANT)
     Q_PROPERTY(ludarium::ThumbnailCaching *thumbnails READ thumbnails CONSTANT)
     Q_PROPERTY(QString version READ version CONSTANT)
     Q_PROPERTY(QString fileManagerName READ fileManagerName CONSTANT)
@@ -62,17 +66,19 @@ class Desktop : public QObject {
     Browse *browse() { return &m_browse; }
     SidebarModel *sidebar() { return &m_sidebar; }
     GameDetail *detail() { return &m_detail; }
+    GameCommands *game() { return &m_game; }
     LibraryStatus *library() { return &m_library; }
     LaunchStatus *launch() { return &m_launch; }
     QmlDialogs *dialogs() { return &m_dialogs; }
     LogModel *log() { return &m_log; }
+    LogUpload *logUpload() { return &m_logUpload; }
+    SupportPages *pages() { return &m_pages; }
     Appearance *appearance() { return &m_appearance; }
     StartScreen *start() { return &m_start; }
     SettingsCatalog *settings() { return &m_settings; }
     EmulatorListModel *emulators() { return &m_emulators; }
     DependencyListModel *dependencies() { return &m_dependencies; }
     Statistics *statistics() { return &m_statistics; }
-    LogUpload *logUpload() { return &m_logUpload; }
     ThumbnailCaching *thumbnails() { return &m_thumbnails; }
     QString version() const;
     /// "Finder", or what takes its place.
@@ -109,16 +115,18 @@ class Desktop : public QObject {
     Browse m_browse;
     SidebarModel m_sidebar;
     GameDetail m_detail;
+    GameCommands m_game;
     LibraryStatus m_library;
     LaunchStatus m_launch;
     LogModel m_log;
+    LogUpload m_logUpload;
+    SupportPages m_pages;
     Appearance m_appearance;
     StartScreen m_start;
     SettingsCatalog m_settings;
     EmulatorListModel m_emulators;
     DependencyListModel m_dependencies;
     Statistics m_statistics;
-    LogUpload m_logUpload;
     ThumbnailCaching m_thumbnails;
     std::unique_ptr<DesktopColorScheme> m_colorScheme;
 };

@@ -12,63 +12,55 @@
 namespace ludarium {
 
 LogUpload::LogUpload(Host &host, AppLogger &logger, QObject *parent)
-    : QObject(parent), m_host(host), m_uploader(host, logger) {}
+    : QObject(parent), m_host(host), m_logger(logger) {}
 
 void LogUpload::upload() {
-    if (!m_uploading)
-        spawn(run(), "uploading the log");
+    if (!m_isUploading && !m_isAsking)
+        spawn(askAndUpload(), "uploading the log");
 }
 
-QCoro::Task<bool> LogUpload::mayUpload() {
-    if (m_host.settings.value(Settings::logUploadConsent))
-        co_return true;
+QCoro::Task<> LogUpload::askAndUpload() {
     const QPointer<LogUpload> self(this);
-    Alert alert;
-    alert.title = QStringLiteral("Upload Logs for Analysis");
-    alert.text = QStringLiteral("Your logs will be uploaded to help diagnose issues. Personal information like "
-                                "usernames and hostnames will be redacted before upload.\n\nDo you want to continue?");
-    alert.buttons = QStringList{QStringLiteral("Upload"), QStringLiteral("Cancel")};
-    const int answer = co_await m_host.dialogs.ask(alert);
-    if (!self || answer != 0)
-        co_return false;
-    try {
+    if (!m_host.settings.value(Settings::logUploadConsent)) {
+        Alert alert;
+        alert.title = QStringLiteral("Upload Logs");
+        alert.text = QStringLiteral("Your logs will be uploaded to help diagnose issues. Personal information like "
+                                    "usernames and hostnames will be redacted before upload.\n\nDo you want to "
+                                    "continue?");
+        alert.buttons = QStringList{QStringLiteral("Upload"), QStringLiteral("Cancel")};
+        m_isAsking = true;
+        const int button = co_await m_host.dialogs.ask(alert);
+        if (!self)
+            co_return;
+        m_isAsking = false;
+        if (button != 0)
+            co_return;
         m_host.settings.setValue(Settings::logUploadConsent, true);
-    } catch (const SettingsError &error) {
-        // The consent holds for this upload; the next one asks again.
-        Log::error(QStringLiteral("Failed to keep the consent to uploads: %1").arg(QString::fromUtf8(error.what())));
     }
-    co_return true;
+    co_await performLogUpload();
 }
 
-QCoro::Task<> LogUpload::run() {
+QCoro::Task<> LogUpload::performLogUpload() {
     const QPointer<LogUpload> self(this);
-    setUploading(true);
-    const bool allowed = co_await mayUpload();
-    if (!self)
-        co_return;
-    if (!allowed) {
-        setUploading(false);
-        co_return;
-    }
-    Alert result;
-    result.buttons = QStringList{QStringLiteral("OK")};
+    m_isUploading = true;
+    Q_EMIT uploadingChanged();
+    Host &host = m_host;
+    LogUploader uploader(host, m_logger);
+    Alert alert;
+    alert.title = QStringLiteral("Upload Complete");
+    alert.buttons = QStringList{QStringLiteral("OK")};
     try {
-        result.text = co_await m_uploader.uploadLogs();
-        result.title = QStringLiteral("Upload Complete");
-    } catch (const std::exception &error) {
-        result.text = QString::fromUtf8(error.what());
-        result.title = QStringLiteral("Upload Failed");
-        result.style = Alert::Style::Warning;
+        alert.text = co_await uploader.uploadLogs();
+    } catch (...) {
+        alert.title = QStringLiteral("Upload Failed");
+        alert.text = currentExceptionText();
+        alert.style = Alert::Style::Warning;
     }
     if (!self)
         co_return;
-    setUploading(false);
-    co_await m_host.dialogs.ask(result);
-}
-
-void LogUpload::setUploading(bool uploading) {
-    if (std::exchange(m_uploading, uploading) != uploading)
-        Q_EMIT uploadingChanged();
+    m_isUploading = false;
+    Q_EMIT uploadingChanged();
+    co_await host.dialogs.ask(alert);
 }
 
 } // namespace ludarium

@@ -7,7 +7,7 @@
 
 namespace ludarium {
 
-/// The command that sends the log to the support endpoint: asks once, sends, and tells how it went.
+/// Sending the log for analysis, which the user agrees to once.
 class LogUpload : public QObject {
     Q_OBJECT
     QML_ANONYMOUS
@@ -15,20 +15,20 @@ class LogUpload : public QObject {
   public:
     LogUpload(Host &host, AppLogger &logger, QObject *parent = nullptr);
 
-    bool isUploading() const { return m_uploading; }
+    bool isUploading() const { return m_isUploading; }
     Q_INVOKABLE void upload();
 
   Q_SIGNALS:
     void uploadingChanged();
 
   private:
-    QCoro::Task<> run();
-    QCoro::Task<bool> mayUpload();
-    void setUploading(bool uploading);
+    QCoro::Task<> askAndUpload();
+    QCoro::Task<> performLogUpload();
 
     Host &m_host;
-    LogUploader m_uploader;
-    bool m_uploading = false;
+    AppLogger &m_logger;
+    bool m_isUploading = false;
+    bool m_isAsking = false;
 };
 
 } // namespace ludarium

@@ -90,22 +90,23 @@ void SettingsCatalog::addGeneral(Appearance &appearance) {
 void SettingsCatalog::addViews() {
     const QString section = tr("Library");
     const auto save = [this] { m_state.saveViewSettings(); };
-    SettingItem *mode = add({.key = QString::fromUtf8(Settings::viewMode.key),
-                             .tab = general,
-                             .section = section,
-                             .label = tr("View"),
-                             .help = tr("How the games are shown, now and at the next start."),
-                             .kind = Kind::choice,
-                             .choices = {viewModeText(ViewMode::list), viewModeText(ViewMode::grid)},
-                             .defaultText = Settings::viewMode.defaultValue(),
-                             .read = [this] { return viewModeText(m_state.viewMode()); },
-                             .write =
-                                 [this, save](const QVariant &value) {
-                                     if (const auto wanted = viewModeFromText(value.toString())) {
-                                         m_state.setViewMode(*wanted);
-                                         save();
-                                     }
-                                 }});
+    SettingItem *mode =
+        add({.key = QString::fromUtf8(Settings::viewMode.key),
+             .tab = general,
+             .section = section,
+             .label = tr("View"),
+             .help = tr("How the games are shown, now and at the next start."),
+             .kind = Kind::choice,
+             .choices = {viewModeText(ViewMode::list), viewModeText(ViewMode::grid), viewModeText(ViewMode::coverflow)},
+             .defaultText = Settings::viewMode.defaultValue(),
+             .read = [this] { return viewModeText(m_state.viewMode()); },
+             .write =
+                 [this, save](const QVariant &value) {
+                     if (const auto wanted = viewModeFromText(value.toString())) {
+                         m_state.setViewMode(*wanted);
+                         save();
+                     }
+                 }});
     SettingItem *size = add({.key = QString::fromUtf8(Settings::gridSize.key),
                              .tab = general,
                              .section = section,

@@ -3,7 +3,6 @@
 #include "Services/Library/GameLibrary.h"
 #include "support/DesktopFixture.h"
 #include "support/FixtureCollection.h"
-#include "support/LoopbackServer.h"
 
 #include <QDragEnterEvent>
 #include <QMimeData>
@@ -245,45 +244,6 @@ TEST(Desktop, OpensADroppedFolderAndNothingElse) {
     QCoreApplication::sendEvent(&window, &drop);
     EXPECT_TRUE(drop.isAccepted());
     ASSERT_TRUE(waitUntil([&] { return fixture.state.collectionPath() == fixture.collection(); }));
-}
-
-TEST(LogUpload, AsksOnceAndTellsHowItWent) {
-    struct Case {
-        int status;
-        bool consent;
-        int button; ///< of the question
-        QString title;
-        QString text;
-    };
-    for (const auto &[status, consent, button, title, text] :
-         {Case{201, false, 0, u"Upload Complete"_s, u"Thanks"_s},
-          Case{204, true, 0, u"Upload Failed"_s, u"Server returned error: 204"_s},
-          Case{201, false, 1, QString(), QString()}}) {
-        DesktopFixture fixture;
-        LogUpload &upload = *fixture.desktop.logUpload();
-        LoopbackServer server;
-        server.on(u"/logs"_s, {.status = status, .body = "{\"message\":\"Thanks\"}"});
-        fixture.machine.settings.setValue(Settings::logUploadURL, server.url(u"/logs"_s).toString());
-        fixture.machine.settings.setValue(Settings::logUploadConsent, consent);
-        upload.upload();
-        if (!consent) {
-            ASSERT_TRUE(waitUntil([&] { return fixture.dialogs.isActive(); }));
-            EXPECT_EQ(fixture.dialogs.buttons(), (QStringList{u"Upload"_s, u"Cancel"_s}));
-            fixture.dialogs.answer(button);
-        }
-        if (title.isEmpty()) {
-            ASSERT_TRUE(waitUntil([&] { return !upload.isUploading(); }));
-            EXPECT_FALSE(fixture.machine.settings.value(Settings::logUploadConsent));
-            EXPECT_EQ(server.requests().size(), 0);
-            continue;
-        }
-        ASSERT_TRUE(waitUntil([&] { return fixture.dialogs.isActive(); }));
-        EXPECT_EQ(fixture.dialogs.title(), title);
-        EXPECT_EQ(fixture.dialogs.text(), text);
-        EXPECT_FALSE(upload.isUploading());
-        EXPECT_TRUE(fixture.machine.settings.value(Settings::logUploadConsent));
-        fixture.dialogs.dismiss();
-    }
 }
 
 } // namespace ludarium::test

@@ -31,13 +31,13 @@ MenuBar {
     }
 
     AppMenu {
-        title: qsTr("Library")
+        title: qsTr("Ludarium")
 
         AppMenuItem {
-            action: bar.commands.open
+            action: bar.commands.about
         }
         AppMenuItem {
-            action: bar.commands.refresh
+            action: bar.commands.checkForUpdates
         }
         AppMenuSeparator {}
         AppMenuItem {
@@ -48,18 +48,44 @@ MenuBar {
         }
     }
     AppMenu {
+        title: qsTr("Library")
+
+        AppMenuItem {
+            action: bar.commands.refresh
+        }
+        AppMenuItem {
+            action: bar.commands.open
+        }
+        AppMenuItem {
+            action: bar.commands.addCollection
+        }
+        AppMenuItem {
+            action: bar.commands.runSetup
+        }
+        AppMenuItem {
+            action: bar.commands.importRoms
+        }
+    }
+    AppMenu {
         title: qsTr("View")
 
         AppMenuItem {
             action: bar.commands.showAll
         }
         AppMenuItem {
-            action: bar.commands.find
+            action: bar.commands.showFavorites
+        }
+        AppMenuItem {
+            action: bar.commands.showRecent
+        }
+        AppMenuItem {
+            action: bar.commands.showInstalled
+            choice: true
+            chosen: App.browse.facets.installedOnly
         }
         AppMenuItem {
             action: bar.commands.statistics
         }
-        AppMenuSeparator {}
         AppMenu {
             title: qsTr("View Mode")
 
@@ -68,6 +94,9 @@ MenuBar {
             }
             ViewModeItem {
                 text: "Grid"
+            }
+            ViewModeItem {
+                text: "Coverflow"
             }
         }
         AppMenu {
@@ -85,6 +114,19 @@ MenuBar {
             GridSizeItem {
                 text: "Extra Large"
             }
+        }
+        AppMenuItem {
+            action: bar.commands.startScreensaver
+        }
+        AppMenuSeparator {}
+        SortMenu {}
+        AppMenuItem {
+            action: bar.commands.groupDuplicates
+            choice: true
+            chosen: App.browse.grouped
+        }
+        AppMenuItem {
+            action: bar.commands.find
         }
         AppMenu {
             title: qsTr("Theme")
@@ -113,15 +155,40 @@ MenuBar {
             action: bar.commands.play
         }
         AppMenuItem {
+            action: bar.commands.setUp
+        }
+        AppMenuItem {
+            action: bar.commands.toggleFavorite
+        }
+        AppMenuItem {
             action: bar.commands.openFolder
+        }
+        AppMenuItem {
+            action: bar.commands.batch
+        }
+        AppMenuItem {
+            action: bar.commands.quiz
+        }
+    }
+    AppMenu {
+        title: qsTr("Music")
+
+        AppMenuItem {
+            action: bar.commands.musicPlay
+        }
+        AppMenuItem {
+            action: bar.commands.musicNext
+        }
+        AppMenuItem {
+            action: bar.commands.musicPrevious
+        }
+        AppMenuItem {
+            action: bar.commands.musicEnabled
         }
     }
     AppMenu {
         title: qsTr("Help")
 
-        AppMenuItem {
-            action: bar.commands.logs
-        }
         AppMenuItem {
             action: bar.commands.revealLogs
         }
@@ -134,9 +201,18 @@ MenuBar {
         AppMenuItem {
             action: bar.commands.clearLogs
         }
+        AppMenuItem {
+            action: bar.commands.help
+        }
+        AppMenuItem {
+            action: bar.commands.reportBug
+        }
+        AppMenuItem {
+            action: bar.commands.contactSupport
+        }
         AppMenuSeparator {}
         AppMenuItem {
-            action: bar.commands.about
+            action: bar.commands.logs
         }
     }
 }

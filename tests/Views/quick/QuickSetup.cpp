@@ -47,6 +47,11 @@ void QuickSetup::play(double seconds) {
     library.recordPlay(library.games().first()->id, seconds);
 }
 
+void QuickSetup::openVariants() {
+    if (!m_fixture->loadVariants())
+        qFatal("The collection with variants could not be loaded");
+}
+
 void QuickSetup::askForFolder() {
     spawn(
         [](QuickSetup &setup) -> QCoro::Task<> {

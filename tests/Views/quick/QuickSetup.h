@@ -25,6 +25,8 @@ class QuickSetup : public QObject {
     Q_INVOKABLE QVariant stored(const QString &key) const;
     /// Plays the first game of the library for so long.
     Q_INVOKABLE void play(double seconds);
+    /// Opens the collection with variants and titles that are hard to show.
+    Q_INVOKABLE void openVariants();
 
   public Q_SLOTS:
     void qmlEngineAvailable(QQmlEngine *engine);
