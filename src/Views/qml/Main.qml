@@ -71,6 +71,7 @@ ApplicationWindow {
         BrowsePage {
             id: browsePage
 
+            commands: commands
             focus: true
             SplitView.fillWidth: true
             SplitView.minimumWidth: 320
