@@ -84,9 +84,10 @@ ApplicationWindow {
         }
         DetailPane {
             visible: window.detailShown && window.detailUsed && App.library.gameCount > 0
-            SplitView.preferredWidth: (window.narrow ? 270 : 340) * Math.min(Theme.textScale, 1.2)
+            SplitView.preferredWidth: (window.narrow ? 300 : 360) * Math.min(Theme.textScale, 1.2)
             SplitView.minimumWidth: 240
             SplitView.maximumWidth: 560
+            onClosed: window.detailShown = false
         }
     }
     footer: StatusBar {}
@@ -98,7 +99,13 @@ ApplicationWindow {
         z: 5
     }
     ThumbnailSheet {}
+    GameVersionPicker {}
     AlertDialog {}
+    Shortcut {
+        sequences: ["Ctrl+Shift+D"]
+        enabled: !App.dialogs.active && !App.launch.versions.active
+        onActivated: browsePage.detailToggled()
+    }
     FolderChooser {}
     AboutDialog {
         id: about

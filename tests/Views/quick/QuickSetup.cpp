@@ -1,6 +1,7 @@
 #include "quick/QuickSetup.h"
 
 #include "Host/Async.h"
+#include "Services/Library/GameLibrary.h"
 #include "support/DesktopFixture.h"
 
 #include <QQmlContext>
@@ -43,6 +44,28 @@ void QuickSetup::askForFolder() {
             Q_EMIT setup.folderAnswered(folder.value_or(QStringLiteral("none")));
         }(*this),
         "a test's question for a folder");
+}
+
+bool QuickSetup::showDetails(const QString &title) {
+    return m_fixture->loadDetails(title);
+}
+
+QStringList QuickSetup::takeOpened() {
+    return std::exchange(m_fixture->machine.workspace.actions, {});
+}
+
+void QuickSetup::setStatus(const QString &gameId, const QString &status) {
+    GameStatus wanted;
+    wanted.isInstalled = status == QLatin1StringView("installed");
+    wanted.isCompressed = status == QLatin1StringView("compressed");
+    wanted.isDownloadable = status == QLatin1StringView("downloadable");
+    if (wanted.isDownloadable)
+        wanted.downloadSize = QStringLiteral("12 MB");
+    m_fixture->state.gameLibrary().setGameStatus(gameId, wanted);
+}
+
+QString QuickSetup::savedNotes(const QString &gameId) const {
+    return m_fixture->state.gameLibrary().userData().notes(gameId);
 }
 
 } // namespace ludarium::test

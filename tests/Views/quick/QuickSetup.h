@@ -20,6 +20,14 @@ class QuickSetup : public QObject {
     /// Asks a question as a service does; the answer comes by `answered`.
     Q_INVOKABLE void ask(const QString &title, const QString &text, const QStringList &buttons);
     Q_INVOKABLE void askForFolder();
+    /// Opens the collection of details, once, and selects a game of it.
+    Q_INVOKABLE bool showDetails(const QString &title);
+    /// What the desktop was asked to open, and forgets it.
+    Q_INVOKABLE QStringList takeOpened();
+    /// Whether a game is installed, is an archive or neither of the two but can be downloaded, by "installed",
+    /// "compressed" and "downloadable".
+    Q_INVOKABLE void setStatus(const QString &gameId, const QString &status);
+    Q_INVOKABLE QString savedNotes(const QString &gameId) const;
 
   public Q_SLOTS:
     void qmlEngineAvailable(QQmlEngine *engine);

@@ -1,0 +1,68 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Ludarium
+
+// A lesser button of the pane: an icon over its name.
+HintArea {
+    id: action
+
+    required property string iconName
+    required property string text
+    property bool checked: false
+    property bool available: true
+    signal clicked
+
+    implicitHeight: button.implicitHeight
+
+    AbstractButton {
+        id: button
+
+        width: parent.width
+        implicitHeight: icon.height + label.implicitHeight + Theme.space4 + 2 * Theme.space8
+        enabled: action.available && action.reason === ""
+        opacity: enabled ? 1 : 0.45
+        focusPolicy: Qt.StrongFocus
+        hoverEnabled: true
+        text: action.text
+        Accessible.role: Accessible.Button
+        Accessible.name: text
+        Accessible.description: action.reason
+        Accessible.checkable: action.checked
+        Accessible.checked: action.checked
+        Keys.onReturnPressed: clicked()
+        Keys.onEnterPressed: clicked()
+        onClicked: action.clicked()
+
+        contentItem: Item {
+            AppIcon {
+                id: icon
+
+                anchors.horizontalCenter: parent.horizontalCenter
+                y: Theme.space8
+                name: action.iconName
+                color: action.checked ? Theme.accent : button.hovered ? Theme.text : Theme.textSecondary
+            }
+            AppText {
+                id: label
+
+                anchors.bottom: parent.bottom
+                anchors.bottomMargin: Theme.space8
+                width: parent.width
+                text: action.text
+                color: action.checked ? Theme.accent : Theme.textSecondary
+                font.pixelSize: Theme.textCaption
+                horizontalAlignment: Text.AlignHCenter
+                Accessible.ignored: true
+            }
+        }
+        background: Rectangle {
+            radius: Theme.radius
+            color: button.down ? Theme.raised : button.hovered ? Theme.hover : Theme.transparent
+
+            FocusRing {
+                visible: button.visualFocus
+                anchors.margins: -2
+            }
+        }
+    }
+}
