@@ -36,8 +36,7 @@ AppState::AppState(Host &host, EmulatorManager &emulators, const LaunchDatabases
       m_images(std::make_unique<ImageLoader>(host)), m_browser(std::make_unique<LibraryBrowser>(*m_library)),
       m_launcher(std::make_unique<GameLauncher>(host, emulators, databases.dosCollaborators())),
       m_versionCheck(std::make_unique<VersionCheck>(databases.versionCheckCollaborators(*m_library))),
-      m_exceptions(databases.exceptions),
-      m_tracker(std::make_unique<PlaySessionTracker>(host)),
+      m_exceptions(databases.exceptions), m_tracker(std::make_unique<PlaySessionTracker>(host)),
       m_batchOperations(std::make_unique<BatchOperationsManager>(host)) {
     m_batchOperations->setGameLibrary(m_library.get());
     m_launcher->setDosRouteCollaborators(databases.dosRouteCollaborators(host, emulators));

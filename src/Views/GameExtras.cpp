@@ -49,8 +49,7 @@ QVariantMap entry(const QString &name, const QString &kind, const QString &detai
 
 } // namespace
 
-GameExtras::GameExtras(AppState &state, QObject *parent)
-    : QObject(parent), m_state(state), m_manager(state.host()) {}
+GameExtras::GameExtras(AppState &state, QObject *parent) : QObject(parent), m_state(state), m_manager(state.host()) {}
 
 GameExtras::~GameExtras() {
     m_stop.request_stop();
@@ -94,7 +93,8 @@ QVariantList GameExtras::applications() const {
 QVariantList GameExtras::files() const {
     QVariantList list;
     for (const ExtraItem &item : m_files)
-        list.append(entry(item.name, extraTypeText(item.type), QLocale().formattedDataSize(item.size, 1),
+        list.append(entry(item.name, extraTypeText(item.type),
+                          QLocale().formattedDataSize(item.size, 1, QLocale::DataSizeTraditionalFormat),
                           whyNotOpened(item)));
     return list;
 }

@@ -76,10 +76,10 @@ QVariantList chipsOf(const Game &game) {
 QVariantList factsOf(const Game &game) {
     QVariantList facts{
         fact(QT_TRANSLATE_NOOP("GameFacts", "Status"), statusText(game)),
-        fact(QT_TRANSLATE_NOOP("GameFacts", "Played"),
-             game.playCount == 1  ? tr("Once")
-             : game.playCount > 1 ? tr("%1 times").arg(QLocale().toString(game.playCount))
-                                  : QString()),
+        fact(QT_TRANSLATE_NOOP("GameFacts", "Played"), game.playCount == 1 ? tr("Once")
+                                                       : game.playCount > 1
+                                                           ? tr("%1 times").arg(QLocale().toString(game.playCount))
+                                                           : QString()),
         fact(QT_TRANSLATE_NOOP("GameFacts", "Play time"), durationText(game.playTime)),
         fact(QT_TRANSLATE_NOOP("GameFacts", "Last played"), dateText(game.lastPlayed)),
         fact(QT_TRANSLATE_NOOP("GameFacts", "Genre"), game.genre, u"genre"_s),

@@ -1,4 +1,6 @@
 #include "Host/Async.h"
+#include "Host/Settings.h"
+#include "Host/SettingsStore.h"
 #include "Services/Library/GameLibrary.h"
 #include "support/DesktopFixture.h"
 #include "support/DetailCollection.h"
@@ -48,6 +50,14 @@ void PrintTo(const Shot &shot, std::ostream *out) {
     *out << shot.name;
 }
 
+/// Pictures come slowly enough here for the question whether to cache them.
+void begin(DesktopFixture &fixture, QSize size) {
+    fixture.host.settings.setValue(Settings::dismissSlowLoadAlertPermanently, true);
+    fixture.window(size);
+    fixture.desktop.start()->begin();
+    ASSERT_TRUE(waitUntil([&] { return !fixture.desktop.start()->isVisible(); }));
+}
+
 class DetailShots : public testing::TestWithParam<Shot> {};
 
 } // namespace
@@ -55,9 +65,7 @@ class DetailShots : public testing::TestWithParam<Shot> {};
 TEST_P(DetailShots, ShowTheGame) {
     const Shot &shot = GetParam();
     DesktopFixture fixture;
-    fixture.window(shot.size);
-    fixture.desktop.start()->begin();
-    ASSERT_TRUE(waitUntil([&] { return !fixture.desktop.start()->isVisible(); }));
+    begin(fixture, shot.size);
     ASSERT_TRUE(fixture.loadDetails(shot.title));
     GameDetail &detail = *fixture.desktop.detail();
     fixture.state.gameLibrary().setGameStatus(detail.gameId(), {true, false, false, {}});
@@ -84,8 +92,8 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(Shot{"detail-everything", DetailCollection::everything},
                     Shot{"detail-everything-middle", DetailCollection::everything, {1280, 800}, 1, 0.5},
                     Shot{"detail-everything-end", DetailCollection::everything, {1280, 800}, 1, 1},
-                    Shot{"detail-plain", DetailCollection::plain},
-                    Shot{"detail-critical", DetailCollection::critical}, Shot{"detail-group", DetailCollection::grouped},
+                    Shot{"detail-plain", DetailCollection::plain}, Shot{"detail-critical", DetailCollection::critical},
+                    Shot{"detail-group", DetailCollection::grouped},
                     Shot{"detail-long-title", DetailCollection::longTitle},
                     Shot{"detail-right-to-left", DetailCollection::rightToLeft},
                     Shot{"detail-smallest", DetailCollection::everything, {900, 600}},
@@ -98,9 +106,8 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(DetailPictures, OfTheVersionPickerAndTheViewer) {
     DesktopFixture fixture;
+    begin(fixture, {1280, 800});
     QQuickWindow &window = fixture.window();
-    fixture.desktop.start()->begin();
-    ASSERT_TRUE(waitUntil([&] { return !fixture.desktop.start()->isVisible(); }));
     ASSERT_TRUE(fixture.loadDetails(DetailCollection::grouped));
     fixture.desktop.launch()->chooseVersion();
     ASSERT_TRUE(waitUntil([&] { return fixture.desktop.launch()->versions()->isActive(); }));

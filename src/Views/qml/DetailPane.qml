@@ -12,7 +12,7 @@ Rectangle {
     color: Theme.surface
     Accessible.role: Accessible.Pane
     Accessible.name: qsTr("Game details")
-    LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+    LayoutMirroring.enabled: Application.layoutDirection === Qt.RightToLeft
     LayoutMirroring.childrenInherit: true
 
     // What the keyboard reaches is brought into view.

@@ -63,6 +63,8 @@ ApplicationWindow {
         }
 
         Sidebar {
+            id: sidebar
+
             visible: window.sidebarShown
             SplitView.preferredWidth: (window.narrow ? 190 : 240) * Math.min(Theme.textScale, 1.4)
             SplitView.minimumWidth: 160
@@ -84,7 +86,8 @@ ApplicationWindow {
         }
         DetailPane {
             visible: window.detailShown && window.detailUsed && App.library.gameCount > 0
-            SplitView.preferredWidth: (window.narrow ? 300 : 360) * Math.min(Theme.textScale, 1.2)
+            // What the sidebar and the games need comes first.
+            SplitView.preferredWidth: Math.max(240, Math.min(360 * Math.min(Theme.textScale, 1.2), window.width - (window.sidebarShown ? sidebar.width : 0) - 350))
             SplitView.minimumWidth: 240
             SplitView.maximumWidth: 560
             onClosed: window.detailShown = false

@@ -1,6 +1,8 @@
 #include "quick/QuickSetup.h"
 
 #include "Host/Async.h"
+#include "Host/Settings.h"
+#include "Host/SettingsStore.h"
 #include "Services/Library/GameLibrary.h"
 #include "support/DesktopFixture.h"
 
@@ -16,6 +18,7 @@ QuickSetup::~QuickSetup() = default;
 
 void QuickSetup::qmlEngineAvailable(QQmlEngine *engine) {
     m_fixture = std::make_unique<DesktopFixture>();
+    m_fixture->host.settings.setValue(Settings::dismissSlowLoadAlertPermanently, true);
     m_fixture->desktop.installInto(*engine);
     engine->rootContext()->setContextProperty(QStringLiteral("setup"), this);
     m_fixture->desktop.start()->begin();
@@ -62,6 +65,19 @@ void QuickSetup::setStatus(const QString &gameId, const QString &status) {
     if (wanted.isDownloadable)
         wanted.downloadSize = QStringLiteral("12 MB");
     m_fixture->state.gameLibrary().setGameStatus(gameId, wanted);
+}
+
+int QuickSetup::shownGames() const {
+    return int(m_fixture->state.filteredGames().size());
+}
+
+QString QuickSetup::takeLaunchedVersion() {
+    const QString log = m_fixture->machine.log();
+    const QString fresh = log.mid(m_logRead);
+    m_logRead = log.size();
+    const QString mark = QStringLiteral("   Version: ");
+    const qsizetype start = fresh.lastIndexOf(mark);
+    return start < 0 ? QString() : fresh.mid(start + mark.size()).section(QLatin1Char('\n'), 0, 0).trimmed();
 }
 
 QString QuickSetup::savedNotes(const QString &gameId) const {

@@ -27,6 +27,10 @@ class QuickSetup : public QObject {
     /// Whether a game is installed, is an archive or neither of the two but can be downloaded, by "installed",
     /// "compressed" and "downloadable".
     Q_INVOKABLE void setStatus(const QString &gameId, const QString &status);
+    /// Games that the main view's filters let through, whether they are grouped there or not.
+    Q_INVOKABLE int shownGames() const;
+    /// The version that the launcher was last started with, as the log tells, and forgets it; empty for none.
+    Q_INVOKABLE QString takeLaunchedVersion();
     Q_INVOKABLE QString savedNotes(const QString &gameId) const;
 
   public Q_SLOTS:
@@ -39,6 +43,7 @@ class QuickSetup : public QObject {
 
   private:
     std::unique_ptr<DesktopFixture> m_fixture;
+    qsizetype m_logRead = 0;
 };
 
 } // namespace ludarium::test

@@ -29,7 +29,7 @@ void draw(const QString &path, QSize size, const QColor &color, const QString &t
                                 size.width() * 0.07 * (7 - ring));
         }
     QFont font(painter.font());
-    font.setPixelSize(size.height() / (clear ? 2 : 8));
+    font.setPixelSize(clear ? size.height() / 2 : size.height() / 8);
     font.setBold(true);
     painter.setFont(font);
     painter.setPen(clear ? color : QColor(Qt::white));
@@ -41,9 +41,8 @@ void draw(const QString &path, QSize size, const QColor &color, const QString &t
 }
 
 QByteArray element(const char *name, const QString &value) {
-    return value.isEmpty()
-               ? QByteArray()
-               : "    <" + QByteArray(name) + ">" + value.toHtmlEscaped().toUtf8() + "</" + name + ">\n";
+    return value.isEmpty() ? QByteArray()
+                           : "    <" + QByteArray(name) + ">" + value.toHtmlEscaped().toUtf8() + "</" + name + ">\n";
 }
 
 QByteArray game(int number, const QString &title, const QString &platform, const QByteArray &more = {}) {
@@ -68,8 +67,7 @@ QByteArray everythingOfTheRest() {
     return known() + element("Overview", overview.trimmed()) + element("Series", QStringLiteral("Lantern Trilogy")) +
            element("PlayMode", QStringLiteral("Single Player; Cooperative")) +
            element("MaxPlayers", QStringLiteral("2")) + element("Cooperative", QStringLiteral("true")) +
-           element("Rating", QStringLiteral("E - Everyone")) +
-           element("CommunityStarRating", QStringLiteral("4.27")) +
+           element("Rating", QStringLiteral("E - Everyone")) + element("CommunityStarRating", QStringLiteral("4.27")) +
            element("CommunityStarRatingTotalVotes", QStringLiteral("1283")) +
            element("Source", QStringLiteral("Fixture")) +
            element("ManualPath", QStringLiteral("Manuals\\MS-DOS\\winter.pdf"));
@@ -91,7 +89,7 @@ void writePictures(const QString &root) {
     draw(images + QStringLiteral("Fanart - Background") + name + QStringLiteral("1.png"), {1280, 720},
          QColor(0x1d, 0x3a, 0x4a), {});
     draw(images + QStringLiteral("Clear Logo") + name + QStringLiteral("1.png"), {640, 160}, QColor(0xff, 0xe2, 0x9a),
-         QStringLiteral("Winter Lantern"), true);
+         QStringLiteral("LANTERN"), true);
     for (int shot = 1; shot <= 4; ++shot)
         draw(images + QStringLiteral("Screenshot - Gameplay") + name + QString::number(shot) + QStringLiteral(".png"),
              {320, 200}, QColor::fromHsv(50 * shot, 120, 90), QStringLiteral("Shot %1").arg(shot));
@@ -103,13 +101,11 @@ void writePictures(const QString &root) {
 
 void DetailCollection::write(const QString &folder) {
     const QByteArray head = "<?xml version=\"1.0\" standalone=\"yes\"?>\n<LaunchBox>\n";
-    QByteArray games = game(1, everything, QStringLiteral("MS-DOS"), everythingOfTheRest()) +
-                       game(2, plain, QStringLiteral("MS-DOS")) +
-                       game(3, critical, QStringLiteral("MS-DOS"), known()) +
-                       game(4, grouped, QStringLiteral("MS-DOS"), known()) +
-                       game(5, groupedOther, QStringLiteral("MS-DOS"), known()) +
-                       game(6, longTitle, QStringLiteral("MS-DOS"), known()) +
-                       game(7, rightToLeft, QStringLiteral("MS-DOS"), known());
+    QByteArray games =
+        game(1, everything, QStringLiteral("MS-DOS"), everythingOfTheRest()) +
+        game(2, plain, QStringLiteral("MS-DOS")) + game(3, critical, QStringLiteral("MS-DOS"), known()) +
+        game(4, grouped, QStringLiteral("MS-DOS"), known()) + game(5, groupedOther, QStringLiteral("MS-DOS"), known()) +
+        game(6, longTitle, QStringLiteral("MS-DOS"), known()) + game(7, rightToLeft, QStringLiteral("MS-DOS"), known());
     games += application(1, QStringLiteral("Manual"), QStringLiteral("Manuals\\MS-DOS\\winter.pdf"));
     games += application(2, QStringLiteral("Soundtrack"), QStringLiteral("eXo\\Soundtracks\\winter.bat"));
     for (int i = 3; i <= 40; ++i)

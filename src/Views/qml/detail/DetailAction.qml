@@ -18,7 +18,11 @@ HintArea {
         id: button
 
         width: parent.width
-        implicitHeight: icon.height + label.implicitHeight + Theme.space4 + 2 * Theme.space8
+        implicitHeight: implicitContentHeight + 2 * Theme.space8
+        topPadding: Theme.space8
+        bottomPadding: Theme.space8
+        leftPadding: 0
+        rightPadding: 0
         enabled: action.available && action.reason === ""
         opacity: enabled ? 1 : 0.45
         focusPolicy: Qt.StrongFocus
@@ -33,27 +37,10 @@ HintArea {
         Keys.onEnterPressed: clicked()
         onClicked: action.clicked()
 
-        contentItem: Item {
-            AppIcon {
-                id: icon
-
-                anchors.horizontalCenter: parent.horizontalCenter
-                y: Theme.space8
-                name: action.iconName
-                color: action.checked ? Theme.accent : button.hovered ? Theme.text : Theme.textSecondary
-            }
-            AppText {
-                id: label
-
-                anchors.bottom: parent.bottom
-                anchors.bottomMargin: Theme.space8
-                width: parent.width
-                text: action.text
-                color: action.checked ? Theme.accent : Theme.textSecondary
-                font.pixelSize: Theme.textCaption
-                horizontalAlignment: Text.AlignHCenter
-                Accessible.ignored: true
-            }
+        contentItem: ActionFace {
+            text: action.text
+            iconName: action.iconName
+            ink: action.checked ? Theme.accent : button.hovered ? Theme.text : Theme.textSecondary
         }
         background: Rectangle {
             radius: Theme.radius

@@ -12,7 +12,7 @@ Flow {
         FilterChip {
             required property var modelData
 
-            width: Math.min(implicitWidth, chips.width)
+            width: Math.min(implicitWidth, parent ? parent.width : implicitWidth)
             kind: modelData.kind
             text: modelData.text
         }

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Ludarium
 
 // One short fact about a game, which narrows the main view to its value where there is a filter of its kind.

@@ -12,7 +12,7 @@ DetailSection {
         DetailFact {
             required property var modelData
 
-            width: facts.width
+            width: parent ? parent.width : 0
             name: modelData.name
             value: modelData.value
             kind: modelData.kind

@@ -85,11 +85,22 @@ Item {
         Accessible.ignored: true
     }
     IconButton {
+        id: closer
+
         anchors.top: parent.top
         anchors.right: parent.right
         anchors.margins: Theme.space8
         iconName: "close"
         text: qsTr("Hide Details")
         onClicked: header.closed()
+
+        // Seen on any picture.
+        Rectangle {
+            anchors.fill: parent
+            z: -1
+            radius: Theme.radius
+            color: Theme.surface
+            opacity: closer.hovered ? 0.9 : 0.6
+        }
     }
 }

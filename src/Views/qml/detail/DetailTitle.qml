@@ -7,7 +7,8 @@ AppText {
 
     text: App.detail.title
     visible: !hasLogo
-    font.pixelSize: Theme.textHeadline
+    // A long word still fits a narrow pane.
+    font.pixelSize: Math.min(Theme.textHeadline, Math.max(Theme.textBody, width / 8))
     font.weight: Font.DemiBold
     wrapMode: Text.Wrap
     maximumLineCount: 5

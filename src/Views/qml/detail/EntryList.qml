@@ -18,14 +18,14 @@ DetailSection {
 
         EntryRow {
             required property int index
-            readonly property var entry: list.entries[index] ?? ({})
+            readonly property var entry: (parent as EntryList)?.entries[index] ?? ({})
 
-            width: list.width
+            width: parent ? parent.width : 0
             name: entry.name ?? ""
             kind: entry.kind ?? ""
             detail: entry.detail ?? ""
             reason: entry.reason ?? ""
-            onOpened: list.opened(index)
+            onOpened: (parent as EntryList).opened(index)
         }
     }
     LinkButton {

@@ -29,7 +29,7 @@ HintArea {
         id: button
 
         width: parent.width
-        implicitHeight: Math.max(Theme.rowHeight, label.implicitHeight + 2 * Theme.space4)
+        implicitHeight: Math.max(Theme.rowHeight, implicitContentHeight + 2 * Theme.space4)
         leftPadding: Theme.space8
         rightPadding: Theme.space8
         topPadding: 0
@@ -46,38 +46,10 @@ HintArea {
         Keys.onEnterPressed: clicked()
         onClicked: entry.opened()
 
-        contentItem: Item {
-            AppIcon {
-                id: icon
-
-                anchors.left: parent.left
-                anchors.verticalCenter: parent.verticalCenter
-                name: entry.icons[entry.kind] ?? "doc.text.fill"
-                size: Math.round(16 * Theme.textScale)
-            }
-            AppText {
-                id: label
-
-                anchors.left: icon.right
-                anchors.leftMargin: Theme.space8
-                anchors.right: size.left
-                anchors.rightMargin: size.text === "" ? 0 : Theme.space8
-                anchors.verticalCenter: parent.verticalCenter
-                text: entry.name
-                wrapMode: Text.Wrap
-                maximumLineCount: 2
-                Accessible.ignored: true
-            }
-            AppText {
-                id: size
-
-                anchors.right: parent.right
-                anchors.verticalCenter: parent.verticalCenter
-                text: entry.detail
-                color: Theme.textSecondary
-                font.pixelSize: Theme.textSmall
-                Accessible.ignored: true
-            }
+        contentItem: EntryFace {
+            name: entry.name
+            iconName: entry.icons[entry.kind] ?? "doc.text.fill"
+            detail: entry.detail
         }
         background: Rectangle {
             radius: Theme.radiusSmall

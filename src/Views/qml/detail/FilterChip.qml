@@ -8,7 +8,7 @@ AbstractButton {
 
     required property string kind
 
-    implicitWidth: label.implicitWidth + leftPadding + rightPadding
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: Math.round(Theme.textSmall * 2.1)
     leftPadding: Theme.space12
     rightPadding: Theme.space12
@@ -23,8 +23,6 @@ AbstractButton {
     onClicked: App.detail.narrowTo(kind, text)
 
     contentItem: AppText {
-        id: label
-
         text: chip.text
         font.pixelSize: Theme.textSmall
         color: chip.hovered ? Theme.text : Theme.textSecondary

@@ -48,11 +48,11 @@ FocusScope {
             id: picture
 
             // Small pictures of old games grow too, but not into a blur.
-            readonly property real fit: Math.min(3, (view.width - 2 * Theme.space24) / Math.max(1, implicitWidth), (view.height - 2 * bar.height) / Math.max(1, implicitHeight))
+            readonly property real fit: Math.min(3, (page.width - 2 * Theme.space24) / Math.max(1, sourceSize.width), (page.height - 2 * bar.height) / Math.max(1, sourceSize.height))
 
             anchors.centerIn: parent
-            width: Math.round(implicitWidth * (page.fitted ? fit : 1))
-            height: Math.round(implicitHeight * (page.fitted ? fit : 1))
+            width: Math.round(sourceSize.width * (page.fitted ? fit : 1))
+            height: Math.round(sourceSize.height * (page.fitted ? fit : 1))
             asynchronous: true
             source: page.source
             fillMode: Image.PreserveAspectFit

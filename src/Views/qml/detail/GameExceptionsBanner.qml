@@ -49,7 +49,7 @@ Rectangle {
             GameExceptionRow {
                 required property var modelData
 
-                width: column.width
+                width: parent ? parent.width : 0
                 severity: modelData.severity
                 notes: modelData.notes
                 emulator: modelData.emulator

@@ -6,7 +6,7 @@ import Ludarium
 FocusScope {
     id: picker
 
-    property int marked: -1
+    readonly property alias marked: options.currentIndex
     property real listLimit: 360
 
     implicitHeight: column.implicitHeight
@@ -16,7 +16,6 @@ FocusScope {
     Keys.onEscapePressed: App.launch.versions.cancel()
 
     function begin() {
-        marked = -1;
         options.currentIndex = -1;
         options.positionViewAtBeginning();
         options.forceActiveFocus(Qt.TabFocusReason);
@@ -26,8 +25,7 @@ FocusScope {
             App.launch.versions.launch(marked);
     }
     function mark(row: int) {
-        marked = Math.max(0, Math.min(options.count - 1, row));
-        options.currentIndex = marked;
+        options.currentIndex = Math.max(0, Math.min(options.count - 1, row));
     }
 
     Column {
@@ -82,9 +80,9 @@ FocusScope {
 
             delegate: VersionOptionRow {
                 width: ListView.view.width
-                marked: index === picker.marked
-                onClicked: picker.mark(index)
-                onDoubleClicked: picker.launch()
+                marked: ListView.isCurrentItem
+                onClicked: ListView.view.currentIndex = index
+                onDoubleClicked: App.launch.versions.launch(index)
             }
         }
         Row {

@@ -6,8 +6,8 @@ import Ludarium
 AbstractButton {
     id: link
 
-    implicitWidth: label.implicitWidth
-    implicitHeight: label.implicitHeight + 2 * Theme.space4
+    implicitWidth: implicitContentWidth
+    implicitHeight: implicitContentHeight + 2 * Theme.space4
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
     Accessible.role: Accessible.Button
@@ -16,8 +16,6 @@ AbstractButton {
     Keys.onEnterPressed: clicked()
 
     contentItem: AppText {
-        id: label
-
         text: link.text
         color: Theme.accent
         font.pixelSize: Theme.textSmall

@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Ludarium
 
 // How far the user has come, with a menu to say so.

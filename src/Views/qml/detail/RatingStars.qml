@@ -7,11 +7,11 @@ FocusScope {
 
     property int value: 0
     property int hovered: 0
-    readonly property int size: Math.round(22 * Theme.textScale)
+    readonly property int shown: hovered > 0 ? hovered : value
     signal chosen(int rating)
 
     implicitWidth: row.implicitWidth
-    implicitHeight: row.implicitHeight
+    implicitHeight: Theme.controlHeight
     activeFocusOnTab: true
     Accessible.role: Accessible.Slider
     Accessible.focusable: true
@@ -44,36 +44,22 @@ FocusScope {
 
         readonly property bool mirrored: LayoutMirroring.enabled
 
+        anchors.verticalCenter: parent.verticalCenter
+
         Repeater {
             model: 5
 
-            Item {
-                id: star
+            RatingStar {
+                readonly property RatingStars stars: parent ? parent.parent as RatingStars : null
 
-                required property int index
-                readonly property bool full: index < (stars.hovered > 0 ? stars.hovered : stars.value)
-
-                width: stars.size + Theme.space4
-                height: stars.size + Theme.space4
-
-                AppIcon {
-                    anchors.centerIn: parent
-                    name: star.full ? "star.fill" : "star"
-                    color: star.full ? Theme.warning : Theme.textSecondary
-                    size: stars.size
+                lit: stars ? stars.shown : 0
+                onEntered: stars.hovered = index + 1
+                onExited: {
+                    if (stars.hovered === index + 1)
+                        stars.hovered = 0;
                 }
-                MouseArea {
-                    anchors.fill: parent
-                    hoverEnabled: true
-                    onContainsMouseChanged: {
-                        if (containsMouse)
-                            stars.hovered = star.index + 1;
-                        else if (stars.hovered === star.index + 1)
-                            stars.hovered = 0;
-                    }
-                    // The star that stands is taken back.
-                    onClicked: stars.choose(stars.value === star.index + 1 ? 0 : star.index + 1)
-                }
+                // The star that stands is taken back.
+                onPressed: stars.choose(stars.value === index + 1 ? 0 : index + 1)
             }
         }
     }

@@ -9,7 +9,7 @@ AbstractButton {
     required property string help
     required property bool installed
 
-    implicitWidth: row.implicitWidth + leftPadding + rightPadding
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: Theme.controlHeight
     leftPadding: Theme.space12
     rightPadding: Theme.space12
@@ -26,30 +26,10 @@ AbstractButton {
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 
-    contentItem: Item {
-        Row {
-            id: row
-
-            anchors.verticalCenter: parent.verticalCenter
-            spacing: Theme.space8
-
-            AppIcon {
-                id: mark
-
-                anchors.verticalCenter: parent.verticalCenter
-                visible: button.installed
-                name: "check"
-                color: button.checked ? Theme.accentText : Theme.success
-                size: Math.round(14 * Theme.textScale)
-            }
-            AppText {
-                anchors.verticalCenter: parent.verticalCenter
-                width: Math.min(implicitWidth, button.availableWidth - (mark.visible ? mark.width + Theme.space8 : 0))
-                text: button.text
-                color: button.checked ? Theme.accentText : Theme.text
-                Accessible.ignored: true
-            }
-        }
+    contentItem: VariantFace {
+        text: button.text
+        installed: button.installed
+        checked: button.checked
     }
     background: Rectangle {
         radius: Theme.radius

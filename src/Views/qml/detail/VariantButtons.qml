@@ -22,7 +22,7 @@ DetailSection {
             VariantButton {
                 required property var modelData
 
-                width: Math.min(implicitWidth, flow.width)
+                width: Math.min(implicitWidth, parent ? parent.width : implicitWidth)
                 text: modelData.text
                 help: modelData.help
                 installed: modelData.installed
