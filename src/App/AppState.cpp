@@ -17,6 +17,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QPointer>
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -136,7 +137,19 @@ void AppState::setSelectedGameId(const QString &id) {
     if (m_selectedGameId == id)
         return;
     m_selectedGameId = id;
+    const GamePtr game = m_library->game(id);
+    m_selectedGroupTitle = game ? GameGroup::normalize(game->title) : QString();
     Q_EMIT selectionChanged();
+}
+
+std::optional<GameGroup> AppState::selectedGameGroup() const {
+    if (m_selectedGameId.isEmpty())
+        return {};
+    const QList<GameGroup> groups = filteredGameGroups();
+    const auto found = std::find_if(groups.begin(), groups.end(), [this](const GameGroup &group) {
+        return group.normalizedTitle == m_selectedGroupTitle;
+    });
+    return found == groups.end() ? std::nullopt : std::optional(*found);
 }
 
 void AppState::setQuery(const BrowseQuery &query) {

@@ -10,6 +10,7 @@
 #include <QObject>
 #include <QTimer>
 #include <memory>
+#include <utility>
 
 namespace ludarium {
 
@@ -67,6 +68,14 @@ class AppState : public QObject {
 
     QString selectedGameId() const { return m_selectedGameId; }
     void setSelectedGameId(const QString &id);
+    /// The title that the selected game's duplicates share, as `GameGroup::normalize` gives it; empty without a
+    /// selection.
+    QString selectedGroupTitle() const { return m_selectedGroupTitle; }
+    /// The shown group that the selected game belongs to; none when it is not shown.
+    std::optional<GameGroup> selectedGameGroup() const;
+    /// A request to the main view, good for once, to bring the selection into view.
+    void setShouldScrollToSelection() { m_shouldScrollToSelection = true; }
+    bool takeShouldScrollToSelection() { return std::exchange(m_shouldScrollToSelection, false); }
     /// What the search field holds, at every key stroke.
     QString searchText() const { return m_searchText; }
     /// Reaches the filter when no other text came for 0.15 seconds; an empty text at once.
@@ -127,6 +136,8 @@ class AppState : public QObject {
     GridSize m_gridSize = GridSize::medium;
     bool m_groupDuplicateGames = true;
     QString m_selectedGameId;
+    QString m_selectedGroupTitle;
+    bool m_shouldScrollToSelection = false;
     QString m_searchText;
     QTimer m_searchDebounce;
     BrowseQuery m_query;

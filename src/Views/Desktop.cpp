@@ -31,8 +31,9 @@ QCoro::Task<> tell(Dialogs &dialogs, QString title, QString text) {
 
 Desktop::Desktop(AppState &state, QmlDialogs &dialogs, AppLogger &logger, QObject *parent)
     : QObject(parent), m_state(state), m_dialogs(dialogs), m_coverStore(std::make_shared<CoverStore>()),
-      m_browse(state, m_coverStore), m_sidebar(state), m_detail(state, m_coverStore), m_library(state), m_launch(state),
-      m_log(state.host(), logger), m_appearance(state.host()), m_start(state), m_thumbnails(state) {
+      m_browse(state, m_coverStore), m_sidebar(state), m_detail(state, m_coverStore), m_game(state), m_library(state),
+      m_launch(state), m_log(state.host(), logger), m_logUpload(state.host(), logger), m_pages(state.host().workspace),
+      m_appearance(state.host()), m_start(state), m_thumbnails(state) {
     m_coverStore->setCollection(state.collectionPath());
     connect(&state, &AppState::collectionPathChanged, this, &Desktop::showPicturesAnew);
     connect(&state.imageLoader(), &ImageLoader::cleared, this, &Desktop::showPicturesAnew);

@@ -96,27 +96,6 @@ QString GameDetail::text() const {
     return m_game->overview.isEmpty() ? m_game->notesText() : m_game->overviewText();
 }
 
-int GameDetail::rating() const {
-    return m_game ? m_state.gameLibrary().userData().rating(m_game->id) : 0;
-}
-
-void GameDetail::setRating(int rating) {
-    if (m_game)
-        m_state.gameLibrary().setRating(m_game->id, rating);
-}
-
-void GameDetail::setProgress(int progress) {
-    if (const auto wanted = gameProgressFromNumber(progress); m_game && wanted)
-        m_state.gameLibrary().setProgress(m_game->id, *wanted);
-}
-
-QStringList GameDetail::progressTexts() const {
-    QStringList texts;
-    for (qint64 number = 0; const auto progress = gameProgressFromNumber(number); ++number)
-        texts.append(gameProgressText(*progress));
-    return texts;
-}
-
 QString GameDetail::notes() const {
     if (!m_game)
         return {};
@@ -132,11 +111,6 @@ void GameDetail::saveNotes() {
     const std::optional<QString> written = std::exchange(m_writtenNotes, std::nullopt);
     if (m_game && written && *written != m_state.gameLibrary().userData().notes(m_game->id))
         m_state.gameLibrary().setNotes(m_game->id, *written);
-}
-
-void GameDetail::toggleFavorite() {
-    if (m_game)
-        m_state.gameLibrary().toggleFavorite(m_game->id);
 }
 
 void GameDetail::narrowTo(const QString &kind, const QString &value) {

@@ -16,7 +16,7 @@ namespace ludarium {
 class AppState;
 class CoverStore;
 
-/// The selected game as the detail pane shows it, and what the user says of it there.
+/// The selected game as the detail pane shows it, and the notes that the user writes there.
 class GameDetail : public QObject {
     Q_OBJECT
     QML_ANONYMOUS
@@ -31,10 +31,6 @@ class GameDetail : public QObject {
     Q_PROPERTY(QVariantList issues READ issues NOTIFY changed)
     Q_PROPERTY(bool critical READ isCritical NOTIFY changed)
     Q_PROPERTY(QString text READ text NOTIFY changed)
-    Q_PROPERTY(bool favorite READ isFavorite NOTIFY changed)
-    Q_PROPERTY(int rating READ rating WRITE setRating NOTIFY changed)
-    Q_PROPERTY(int progress READ progress WRITE setProgress NOTIFY changed)
-    Q_PROPERTY(QStringList progressTexts READ progressTexts CONSTANT)
     Q_PROPERTY(QString notes READ notes NOTIFY changed)
     Q_PROPERTY(ludarium::GameMedia *media READ media CONSTANT)
     Q_PROPERTY(ludarium::GameVariants *variants READ variants CONSTANT)
@@ -59,14 +55,6 @@ class GameDetail : public QObject {
     bool isCritical() const;
     /// The overview, or else the collection's notes.
     QString text() const;
-    bool isFavorite() const { return m_game && m_game->isFavorite; }
-    /// The user's own, 1 to 5, or 0.
-    int rating() const;
-    void setRating(int rating);
-    /// The number of the GameProgress, which is also its place in `progressTexts`.
-    int progress() const { return m_game ? int(m_game->gameProgress) : 0; }
-    void setProgress(int progress);
-    QStringList progressTexts() const;
     /// The user's own.
     QString notes() const;
     GameMedia *media() { return &m_media; }
@@ -77,7 +65,6 @@ class GameDetail : public QObject {
 
     /// Narrows the main view to a chip's or a fact's value and nothing else.
     Q_INVOKABLE void narrowTo(const QString &kind, const QString &value);
-    Q_INVOKABLE void toggleFavorite();
     /// The notes as they are being written; kept by `saveNotes`, and when another game is selected before that.
     Q_INVOKABLE void editNotes(const QString &text);
     Q_INVOKABLE void saveNotes();

@@ -1,6 +1,7 @@
 #include "Views/GameFacts.h"
 
 #include "Services/Dos/GameExceptionsManager.h"
+#include "Views/GameTexts.h"
 
 #include <QCoreApplication>
 #include <QLocale>
@@ -37,21 +38,12 @@ QString communityText(const Game &game) {
                : tr("%1 of 5").arg(stars);
 }
 
-QString durationText(double seconds) {
-    if (seconds <= 0)
-        return {};
-    const qint64 minutes = qint64(seconds / 60);
-    if (minutes < 1)
-        return tr("Less than a minute");
-    return minutes < 60 ? tr("%1 min").arg(QLocale().toString(minutes))
-                        : tr("%1 h %2 min").arg(QLocale().toString(minutes / 60), QLocale().toString(minutes % 60));
-}
-
-QString dateText(const std::optional<QDateTime> &date) {
+/// Dates of the collection are the clock of wherever the game came out.
+QString releaseText(const std::optional<QDateTime> &date) {
     return date ? QLocale().toString(date->date(), QLocale::LongFormat) : QString();
 }
 
-QString statusText(const Game &game) {
+QString statusOf(const Game &game) {
     if (game.isInstalled)
         return tr("Installed");
     if (game.isCompressed)
@@ -75,17 +67,17 @@ QVariantList chipsOf(const Game &game) {
 
 QVariantList factsOf(const Game &game) {
     QVariantList facts{
-        fact(QT_TRANSLATE_NOOP("GameFacts", "Status"), statusText(game)),
+        fact(QT_TRANSLATE_NOOP("GameFacts", "Status"), statusOf(game)),
         fact(QT_TRANSLATE_NOOP("GameFacts", "Played"), game.playCount == 1 ? tr("Once")
                                                        : game.playCount > 1
                                                            ? tr("%1 times").arg(QLocale().toString(game.playCount))
                                                            : QString()),
-        fact(QT_TRANSLATE_NOOP("GameFacts", "Play time"), durationText(game.playTime)),
+        fact(QT_TRANSLATE_NOOP("GameFacts", "Play time"), playTimeText(game.playTime)),
         fact(QT_TRANSLATE_NOOP("GameFacts", "Last played"), dateText(game.lastPlayed)),
         fact(QT_TRANSLATE_NOOP("GameFacts", "Genre"), game.genre, u"genre"_s),
         fact(QT_TRANSLATE_NOOP("GameFacts", "Publisher"), game.publisher, u"publisher"_s),
         fact(QT_TRANSLATE_NOOP("GameFacts", "Series"), game.series),
-        fact(QT_TRANSLATE_NOOP("GameFacts", "Released"), dateText(game.releaseDate)),
+        fact(QT_TRANSLATE_NOOP("GameFacts", "Released"), releaseText(game.releaseDate)),
         fact(QT_TRANSLATE_NOOP("GameFacts", "Play mode"), game.playMode),
         fact(QT_TRANSLATE_NOOP("GameFacts", "Players"), playersText(game)),
         fact(QT_TRANSLATE_NOOP("GameFacts", "Age rating"), game.rating),

@@ -4,7 +4,6 @@
 #include "Services/Dos/VariantDetector.h"
 #include "Services/Library/GameLibrary.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace ludarium {
@@ -12,14 +11,6 @@ namespace ludarium {
 namespace {
 
 using namespace Qt::StringLiterals;
-
-/// The shown group that a game belongs to; null when it is not shown.
-const GameGroup *groupOf(const Game &game, const QList<GameGroup> &groups) {
-    const QString title = GameGroup::normalize(game.title);
-    const auto found = std::find_if(groups.begin(), groups.end(),
-                                    [&](const GameGroup &group) { return group.normalizedTitle == title; });
-    return found == groups.end() ? nullptr : &*found;
-}
 
 } // namespace
 
@@ -33,8 +24,7 @@ void GameVariants::refresh() {
     QVariantList list;
     const GamePtr selected = m_state.gameLibrary().game(m_state.selectedGameId());
     if (selected && m_state.groupDuplicateGames()) {
-        const QList<GameGroup> groups = m_state.filteredGameGroups();
-        const GameGroup *group = groupOf(*selected, groups);
+        const std::optional<GameGroup> group = m_state.selectedGameGroup();
         if (group && group->variants.size() > 1)
             for (const GamePtr &game : group->variants) {
                 const std::optional<GameVariant> variant = VariantDetector::detectVariant(game);

@@ -71,8 +71,8 @@ TEST_P(DetailShots, ShowTheGame) {
     fixture.state.gameLibrary().setGameStatus(detail.gameId(), {true, false, false, {}});
     fixture.desktop.appearance()->setTextScale(shot.scale);
     if (shot.title == DetailCollection::everything) {
-        detail.setRating(4);
-        detail.setProgress(2);
+        fixture.desktop.game()->setRating(4);
+        fixture.desktop.game()->setProgress(2);
         detail.editNotes(QStringLiteral("The second lamp needs oil from the cellar."));
         detail.saveNotes();
         fixture.state.gameLibrary().recordPlay(detail.gameId(), 7260);

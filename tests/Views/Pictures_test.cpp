@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QSet>
+#include <QTest>
 #include <gtest/gtest.h>
 
 namespace ludarium::test {
@@ -76,6 +77,60 @@ TEST(Pictures, OfGridAndListWithDetails) {
     browse.setSearchText(QString());
     fixture.desktop.appearance()->setTextScale(2);
     take(fixture, window, QStringLiteral("grid-double-text"));
+}
+
+TEST(Pictures, OfTheSixViews) {
+    DesktopFixture fixture;
+    QQuickWindow &window = fixture.window();
+    endSplash(fixture);
+    ASSERT_TRUE(fixture.loadVariants());
+    GameLibrary &library = fixture.state.gameLibrary();
+    for (int i = 0; i < library.games().size(); ++i) {
+        const QString id = library.games()[i]->id;
+        GameStatus status;
+        status.isInstalled = i % 4 == 0;
+        status.isCompressed = i % 4 == 1;
+        status.isDownloadable = i % 4 == 2;
+        library.setGameStatus(id, status);
+        if (i % 5 == 0)
+            library.toggleFavorite(id);
+        if (i % 6 == 0)
+            library.recordPlay(id, 500.0 * i);
+    }
+    Browse &browse = *fixture.desktop.browse();
+    ASSERT_TRUE(browse.selectTitle(QStringLiteral("Amber Quarry (CD)")));
+    for (const char *mode : {"List", "Grid", "Coverflow"})
+        for (const bool grouped : {false, true}) {
+            browse.setGrouped(grouped);
+            browse.setViewMode(QLatin1StringView(mode));
+            const QString name =
+                QStringLiteral("view-%1%2")
+                    .arg(QString(QLatin1StringView(mode)).toLower(), grouped ? QStringLiteral("-groups") : QString());
+            take(fixture, window, name);
+            if (grouped)
+                continue;
+            window.resize(900, 600);
+            take(fixture, window, name + QStringLiteral("-smallest"));
+            fixture.desktop.appearance()->setTextScale(2);
+            take(fixture, window, name + QStringLiteral("-double-text"));
+            fixture.desktop.appearance()->setTextScale(1);
+            window.resize(1280, 800);
+        }
+    browse.setViewMode(QStringLiteral("Grid"));
+    QTest::keyClick(&window, Qt::Key_Menu);
+    take(fixture, window, QStringLiteral("view-context-menu"));
+    QTest::keyClick(&window, Qt::Key_Escape);
+    for (QObject *popup : window.findChildren<QObject *>())
+        if (QLatin1StringView(popup->metaObject()->className()).startsWith(QLatin1StringView("FilterPopup"))) {
+            ASSERT_TRUE(QMetaObject::invokeMethod(popup, "open"));
+            take(fixture, window, QStringLiteral("view-filter"));
+            ASSERT_TRUE(QMetaObject::invokeMethod(popup, "close"));
+        }
+    browse.facets()->set(QStringLiteral("developer"), QStringLiteral("Blue Anvil"));
+    browse.facets()->set(QStringLiteral("year"), QStringLiteral("1999"));
+    take(fixture, window, QStringLiteral("view-grid-facets-and-hard-titles"));
+    browse.setViewMode(QStringLiteral("List"));
+    take(fixture, window, QStringLiteral("view-list-hard-titles"));
 }
 
 TEST(Pictures, OfEveryTheme) {

@@ -73,6 +73,7 @@ ApplicationWindow {
         BrowsePage {
             id: browsePage
 
+            commands: commands
             focus: true
             SplitView.fillWidth: true
             SplitView.minimumWidth: 320

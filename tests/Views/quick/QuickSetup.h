@@ -32,6 +32,8 @@ class QuickSetup : public QObject {
     /// The version that the launcher was last started with, as the log tells, and forgets it; empty for none.
     Q_INVOKABLE QString takeLaunchedVersion();
     Q_INVOKABLE QString savedNotes(const QString &gameId) const;
+    /// Opens the collection with variants and titles that are hard to show.
+    Q_INVOKABLE void openVariants();
 
   public Q_SLOTS:
     void qmlEngineAvailable(QQmlEngine *engine);

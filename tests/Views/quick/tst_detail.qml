@@ -84,32 +84,32 @@ TestCase {
         ];
     }
     function test_theRatingFollowsTheKeys(data) {
-        App.detail.rating = 0;
+        App.game.setRating(0);
         const stars = focused(find(pane(), item => item instanceof RatingStars));
         for (const key of data.keys)
             keyClick(key);
-        compare(App.detail.rating, data.rating);
+        compare(App.game.rating, data.rating);
         compare(stars.Accessible.name.includes(String(data.rating)), data.rating > 0);
         verify(stars.activeFocus);
     }
     function test_aStarIsSetByTheMouseAndTakenBackByItself() {
-        App.detail.rating = 0;
+        App.game.setRating(0);
         const stars = find(pane(), item => item instanceof RatingStars);
         const star = find(stars, item => item instanceof RatingStar && item.index === 1);
         mouseClick(star);
-        compare(App.detail.rating, 2);
+        compare(App.game.rating, 2);
         mouseClick(star);
-        compare(App.detail.rating, 0);
+        compare(App.game.rating, 0);
     }
     function test_theProgressMenuSaysHowFarTheUserHasCome() {
-        App.detail.progress = 0;
+        App.game.setProgress(0);
         focused(inPane("Progress: Not Played"));
         keyClick(Qt.Key_Return);
         keyClick(Qt.Key_Down);
         keyClick(Qt.Key_Down);
         keyClick(Qt.Key_Down);
         keyClick(Qt.Key_Return);
-        compare(App.detail.progress, 2);
+        compare(App.game.progress, 2);
         verify(inPane("Progress: Beaten") !== null);
     }
     function test_notesAreKept_data() {
@@ -206,12 +206,12 @@ TestCase {
         setup.setStatus(App.detail.gameId, "");
     }
     function test_theFavoriteButtonToggles() {
-        const was = App.detail.favorite;
+        const was = App.game.favorite;
         focused(inPane("Favorite"));
         keyClick(Qt.Key_Space);
-        compare(App.detail.favorite, !was);
+        compare(App.game.favorite, !was);
         keyClick(Qt.Key_Return);
-        compare(App.detail.favorite, was);
+        compare(App.game.favorite, was);
     }
     function test_aVariantIsShownInPlaceOfTheSelectedOne() {
         verify(setup.showDetails(grouped));

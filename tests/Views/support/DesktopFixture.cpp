@@ -31,8 +31,18 @@ QString DesktopFixture::collection() {
     return folder;
 }
 
+bool DesktopFixture::loadVariants() {
+    const QString folder = machine.scratch() + QStringLiteral("/variants");
+    FixtureCollection::write(folder, FixtureCollection::entriesWithVariants());
+    return open(folder);
+}
+
 bool DesktopFixture::load() {
-    state.setCollectionPath(collection());
+    return open(collection());
+}
+
+bool DesktopFixture::open(const QString &folder) {
+    state.setCollectionPath(folder);
     return waitUntil([&] {
         return !state.gameLibrary().isLoading() && desktop.browse()->games()->count() > 0 &&
                desktop.sidebar()->platformCount() > 0;

@@ -34,6 +34,8 @@ class DesktopFixture {
     bool load();
     /// The same with the collection of `DetailCollection`, of which the game of `title` is selected.
     bool loadDetails(const QString &title);
+    /// The same with the variants and the hard titles.
+    bool loadVariants();
     /// The main window, shown at `size`.
     QQuickWindow &window(QSize size = {1280, 800});
     QQmlEngine &engine() { return m_engine; }
@@ -41,6 +43,8 @@ class DesktopFixture {
     QImage picture(QQuickWindow &window);
 
   private:
+    bool open(const QString &folder);
+
     QQmlApplicationEngine m_engine;
 };
 

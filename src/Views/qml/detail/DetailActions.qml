@@ -31,8 +31,8 @@ Grid {
         width: row.cell
         iconName: checked ? "heart.fill" : "heart"
         text: qsTr("Favorite")
-        checked: App.detail.favorite
-        onClicked: App.detail.toggleFavorite()
+        checked: App.game.favorite
+        onClicked: App.game.toggleFavorite()
     }
     DetailAction {
         width: row.cell

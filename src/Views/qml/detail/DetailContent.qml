@@ -29,8 +29,8 @@ Column {
         spacing: Theme.space12
 
         RatingStars {
-            value: App.detail.rating
-            onChosen: rating => App.detail.rating = rating
+            value: App.game.rating
+            onChosen: rating => App.game.setRating(rating)
         }
         ProgressButton {}
     }

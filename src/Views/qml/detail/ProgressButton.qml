@@ -6,7 +6,7 @@ AppButton {
     id: button
 
     iconName: "flag"
-    text: App.detail.progressTexts[App.detail.progress] ?? ""
+    text: App.game.progressTexts[App.game.progress] ?? ""
     leftPadding: Theme.space12
     rightPadding: Theme.space12
     Accessible.name: qsTr("Progress: %1").arg(text)
@@ -17,7 +17,7 @@ AppButton {
         id: menu
 
         Instantiator {
-            model: App.detail.progressTexts
+            model: App.game.progressTexts
             onObjectAdded: (index, object) => menu.insertItem(index, object)
             onObjectRemoved: (index, object) => menu.removeItem(object)
 
@@ -27,8 +27,8 @@ AppButton {
 
                 text: modelData
                 choice: true
-                chosen: App.detail.progress === index
-                onTriggered: App.detail.progress = index
+                chosen: App.game.progress === index
+                onTriggered: App.game.setProgress(index)
             }
         }
     }

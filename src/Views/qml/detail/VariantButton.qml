@@ -20,12 +20,13 @@ AbstractButton {
     Accessible.name: help
     Accessible.checkable: true
     Accessible.checked: checked
-    ToolTip.visible: hovered || visualFocus
-    ToolTip.delay: 700
-    ToolTip.text: help
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 
+    AppToolTip {
+        visible: button.hovered || button.visualFocus
+        text: button.help
+    }
     contentItem: VariantFace {
         text: button.text
         installed: button.installed
