@@ -4,9 +4,8 @@
 #include "Views/CoverImageProvider.h"
 #include "support/DesktopFixture.h"
 #include "support/FixtureCollection.h"
+#include "support/Picture.h"
 
-#include <QDir>
-#include <QSet>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -14,17 +13,8 @@ namespace ludarium::test {
 
 namespace {
 
-/// Draws the window into build/screenshots and says whether it shows more than a plain area.
 void take(DesktopFixture &fixture, QQuickWindow &window, const QString &name) {
-    const QImage image = fixture.picture(window);
-    const QString folder = QStringLiteral(LUDARIUM_BINARY_DIR "/screenshots");
-    QDir().mkpath(folder);
-    ASSERT_TRUE(image.save(folder + QLatin1Char('/') + name + QStringLiteral(".png")));
-    QSet<QRgb> colors;
-    for (int y = 0; y < image.height(); y += 7)
-        for (int x = 0; x < image.width(); x += 7)
-            colors.insert(image.pixel(x, y));
-    EXPECT_GT(colors.size(), 12) << qPrintable(name) << " is all but empty";
+    takePicture(fixture, window, name);
 }
 
 void endSplash(DesktopFixture &fixture) {

@@ -17,6 +17,8 @@ QuickSetup::QuickSetup() = default;
 QuickSetup::~QuickSetup() = default;
 
 void QuickSetup::qmlEngineAvailable(QQmlEngine *engine) {
+    // The one of the file before goes first: each puts the program's log back to what it found.
+    m_fixture.reset();
     m_fixture = std::make_unique<DesktopFixture>();
     m_fixture->host.settings.setValue(Settings::dismissSlowLoadAlertPermanently, true);
     m_fixture->desktop.installInto(*engine);
@@ -37,6 +39,15 @@ void QuickSetup::ask(const QString &title, const QString &text, const QStringLis
             Q_EMIT setup.answered(button);
         }(*this, Alert{title, text, buttons, Alert::Style::Informational}),
         "a test's question");
+}
+
+QVariant QuickSetup::stored(const QString &key) const {
+    return m_fixture->machine.settings.rawValue(key);
+}
+
+void QuickSetup::play(double seconds) {
+    GameLibrary &library = m_fixture->state.gameLibrary();
+    library.recordPlay(library.games().first()->id, seconds);
 }
 
 void QuickSetup::openVariants() {

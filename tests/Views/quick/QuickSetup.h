@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QVariant>
 #include <memory>
 
 class QQmlEngine;
@@ -32,6 +33,10 @@ class QuickSetup : public QObject {
     /// The version that the launcher was last started with, as the log tells, and forgets it; empty for none.
     Q_INVOKABLE QString takeLaunchedVersion();
     Q_INVOKABLE QString savedNotes(const QString &gameId) const;
+    /// What the settings store holds under a key.
+    Q_INVOKABLE QVariant stored(const QString &key) const;
+    /// Plays the first game of the library for so long.
+    Q_INVOKABLE void play(double seconds);
     /// Opens the collection with variants and titles that are hard to show.
     Q_INVOKABLE void openVariants();
 

@@ -29,7 +29,7 @@ Grid {
     }
     DetailAction {
         width: row.cell
-        iconName: checked ? "heart.fill" : "heart"
+        iconName: checked ? "heart.solid" : "heart"
         text: qsTr("Favorite")
         checked: App.game.favorite
         onClicked: App.game.toggleFavorite()
