@@ -19,6 +19,7 @@ class EmulatorManager;
 class GameLauncher;
 class GameLibrary;
 class LibraryBrowser;
+class PlatformGroupManager;
 class PlaySessionTracker;
 class VersionCheck;
 struct LaunchDatabases;
@@ -39,6 +40,7 @@ class AppState : public QObject {
     /// What stands between the Play button and the launcher.
     const VersionCheck &versionCheck() const { return *m_versionCheck; }
     LibraryBrowser &browser() { return *m_browser; }
+    PlatformGroupManager &platformGroups() { return *m_platformGroups; }
     PlaySessionTracker &sessionTracker() { return *m_tracker; }
     BatchOperationsManager &batchOperations() { return *m_batchOperations; }
     Host &host() { return m_host; }
@@ -81,6 +83,8 @@ class AppState : public QObject {
     void setShowFavoritesOnly(bool only) { narrow(&BrowseQuery::favoritesOnly, only); }
     void setShowInstalledOnly(bool only) { narrow(&BrowseQuery::installedOnly, only); }
     void setShowRecentlyPlayed(bool show) { narrow(&BrowseQuery::recentlyPlayed, show); }
+    /// The whole library narrowed to one place of it, in one change. Its search text and sort order do not count.
+    void goTo(BrowseQuery place);
     /// Back to the whole library; the selected game, the search text and the sort order stay.
     void clearFilters();
 
@@ -109,6 +113,7 @@ class AppState : public QObject {
     Host &m_host;
     std::unique_ptr<GameLibrary> m_library;
     std::unique_ptr<LibraryBrowser> m_browser;
+    std::unique_ptr<PlatformGroupManager> m_platformGroups;
     std::unique_ptr<GameLauncher> m_launcher;
     std::unique_ptr<VersionCheck> m_versionCheck;
     std::unique_ptr<PlaySessionTracker> m_tracker;

@@ -2,6 +2,7 @@
 
 #include "Host/AppLogger.h"
 #include "Services/Library/GameLibrary.h"
+#include "Services/Library/SmartCollection.h"
 #include "Views/GridGeometry.h"
 
 #include <algorithm>
@@ -34,7 +35,19 @@ void Browse::followSelection() {
 }
 
 QString Browse::title() const {
-    return m_state.selectedPlatform().isEmpty() ? QStringLiteral("All Games") : m_state.selectedPlatform();
+    const BrowseQuery &query = m_state.query();
+    if (query.recentlyPlayed)
+        return QStringLiteral("Recently Played");
+    if (!query.platform.isEmpty())
+        return query.platform;
+    for (const Playlist &playlist : m_state.gameLibrary().playlists())
+        if (playlist.id == query.playlistId)
+            return playlist.name;
+    if (const SmartCollection *collection = smartCollection(query.smartCollectionId))
+        return collection->name;
+    return query.favoritesOnly   ? QStringLiteral("Favorites")
+           : query.installedOnly ? QStringLiteral("Installed")
+                                 : QStringLiteral("All Games");
 }
 
 void Browse::setCurrentRow(int row) {

@@ -24,7 +24,7 @@ class Browse : public QObject {
     Browse(AppState &state, std::shared_ptr<CoverStore> covers, QObject *parent = nullptr);
 
     GameListModel *games() { return &m_games; }
-    /// The selected platform, or "All Games".
+    /// The place of the library that is shown: a platform, a playlist, a collection; "All Games" when there is none.
     QString title() const;
     QString searchText() const { return m_state.searchText(); }
     void setSearchText(const QString &text) { m_state.setSearchText(text); }

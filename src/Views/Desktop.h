@@ -7,6 +7,7 @@
 #include "Views/LaunchStatus.h"
 #include "Views/LibraryStatus.h"
 #include "Views/LogModel.h"
+#include "Views/PlatformCommands.h"
 #include "Views/QmlDialogs.h"
 #include "Views/SidebarModel.h"
 #include "Views/StartScreen.h"
@@ -27,6 +28,7 @@ class Desktop : public QObject {
     QML_SINGLETON
     Q_PROPERTY(ludarium::Browse *browse READ browse CONSTANT)
     Q_PROPERTY(ludarium::SidebarModel *sidebar READ sidebar CONSTANT)
+    Q_PROPERTY(ludarium::PlatformCommands *platforms READ platforms CONSTANT)
     Q_PROPERTY(ludarium::GameDetail *detail READ detail CONSTANT)
     Q_PROPERTY(ludarium::LibraryStatus *library READ library CONSTANT)
     Q_PROPERTY(ludarium::LaunchStatus *launch READ launch CONSTANT)
@@ -48,6 +50,7 @@ class Desktop : public QObject {
 
     Browse *browse() { return &m_browse; }
     SidebarModel *sidebar() { return &m_sidebar; }
+    PlatformCommands *platforms() { return &m_platforms; }
     GameDetail *detail() { return &m_detail; }
     LibraryStatus *library() { return &m_library; }
     LaunchStatus *launch() { return &m_launch; }
@@ -80,6 +83,7 @@ class Desktop : public QObject {
     CoverImageProvider *m_coverProvider = nullptr;
     Browse m_browse;
     SidebarModel m_sidebar;
+    PlatformCommands m_platforms;
     GameDetail m_detail;
     LibraryStatus m_library;
     LaunchStatus m_launch;

@@ -54,6 +54,13 @@ MenuBar {
             action: bar.commands.find
         }
         AppMenuSeparator {}
+        AppMenuItem {
+            action: bar.commands.toggleSidebar
+        }
+        AppMenuItem {
+            action: bar.commands.filterSidebar
+        }
+        AppMenuSeparator {}
         AppMenu {
             title: qsTr("View Mode")
 

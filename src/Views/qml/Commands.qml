@@ -10,6 +10,7 @@ Item {
     readonly property bool hasGame: App.detail.hasGame
 
     signal searchWanted
+    signal sidebarFilterWanted
     signal logsWanted
     signal aboutWanted
 
@@ -45,6 +46,18 @@ Item {
         shortcut: "Ctrl+F"
         enabled: commands.free
         onTriggered: commands.searchWanted()
+    }
+    property Action toggleSidebar: Action {
+        text: App.sidebar.shown ? qsTr("Hide Sidebar") : qsTr("Show Sidebar")
+        shortcut: "Ctrl+Alt+S"
+        enabled: commands.free
+        onTriggered: App.sidebar.shown = !App.sidebar.shown
+    }
+    property Action filterSidebar: Action {
+        text: qsTr("Filter Sidebar...")
+        shortcut: "Ctrl+Alt+F"
+        enabled: commands.free
+        onTriggered: commands.sidebarFilterWanted()
     }
     property Action play: Action {
         text: qsTr("Play Selected Game")

@@ -6,7 +6,6 @@ import Ludarium
 ApplicationWindow {
     id: window
 
-    property bool sidebarShown: true
     property bool detailShown: true
     // The pane takes no room before the first game is selected, and from then on stays.
     property bool detailUsed: App.detail.hasGame
@@ -35,10 +34,16 @@ ApplicationWindow {
         browsePage.search.selectAll();
     }
 
+    function filterSidebar() {
+        App.sidebar.shown = true;
+        sidebar.focusFilter();
+    }
+
     Commands {
         id: commands
 
         onSearchWanted: window.focusSearch()
+        onSidebarFilterWanted: window.filterSidebar()
         onLogsWanted: window.showLogs()
         onAboutWanted: window.showAbout()
     }
@@ -47,8 +52,14 @@ ApplicationWindow {
     }
 
     SplitView {
+        id: panes
+
         anchors.fill: parent
         orientation: Qt.Horizontal
+        onResizingChanged: {
+            if (!resizing && sidebar.visible && Math.abs(sidebar.width - sidebar.wantedWidth) >= 1)
+                App.sidebar.width = Math.round(sidebar.width / sidebar.scaling);
+        }
         handle: Rectangle {
             id: handle
 
@@ -63,10 +74,16 @@ ApplicationWindow {
         }
 
         Sidebar {
-            visible: window.sidebarShown
-            SplitView.preferredWidth: (window.narrow ? 190 : 240) * Math.min(Theme.textScale, 1.4)
+            id: sidebar
+
+            readonly property real scaling: Math.min(Theme.textScale, 1.4)
+            readonly property real wantedWidth: scaling * (App.sidebar.width > 0 ? App.sidebar.width : window.narrow ? 190 : 240)
+
+            visible: App.sidebar.shown
+            onGamesWanted: browsePage.focusGames()
+            SplitView.preferredWidth: wantedWidth
             SplitView.minimumWidth: 160
-            SplitView.maximumWidth: 400
+            SplitView.maximumWidth: 400 * scaling
         }
         BrowsePage {
             id: browsePage
@@ -74,9 +91,9 @@ ApplicationWindow {
             focus: true
             SplitView.fillWidth: true
             SplitView.minimumWidth: 320
-            sidebarShown: window.sidebarShown
+            sidebarShown: App.sidebar.shown
             detailShown: window.detailShown && window.detailUsed
-            onSidebarToggled: window.sidebarShown = !window.sidebarShown
+            onSidebarToggled: App.sidebar.shown = !App.sidebar.shown
             onDetailToggled: {
                 window.detailShown = !browsePage.detailShown;
                 window.detailUsed = true;

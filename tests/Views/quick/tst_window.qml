@@ -226,16 +226,6 @@ TestCase {
         keyClick(Qt.Key_Return);
         tryCompare(answers, "count", 1);
     }
-    function test_theSidebarNarrowsTheGames() {
-        const rows = find(window.contentItem, item => item instanceof Sidebar);
-        const list = find(rows, item => item instanceof ListView);
-        list.forceActiveFocus();
-        keyClick(Qt.Key_Down);
-        compare(App.browse.title, "Apple IIGS");
-        compare(App.browse.games.count, 6);
-        keyClick(Qt.Key_Up);
-        compare(App.browse.title, "All Games");
-    }
     function test_everyControlHasAName() {
         App.browse.currentRow = 0;
         wait(50);
