@@ -1,8 +1,8 @@
 // How long the parser takes from files to ready records, beside a bare libxml2 walk of the same files on one thread.
 
-#include "Services/Library/CollectionFile.h"
 #include "Services/Library/LaunchBoxParser.h"
 #include "support/CollectionGenerator.h"
+#include "support/XmlWalk.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -14,8 +14,6 @@
 #include <QThread>
 #include <algorithm>
 #include <cstdio>
-#include <cstring>
-#include <libxml/parser.h>
 #include <sys/resource.h>
 
 using namespace ludarium;
@@ -46,40 +44,6 @@ double peakMegabytes() {
     return 0;
 }
 
-/// Walks the games files one after the other with handlers that do nothing, through the same entry point of libxml2 and
-/// the same file reader as the parser's. Returns the number of elements.
-qint64 walk(const QString &collection) {
-    static qint64 elements;
-    elements = 0;
-    const QDir folder(collection + QLatin1String("/Data/Platforms"));
-    for (const QString &name : folder.entryList({QStringLiteral("*.xml")}, QDir::Files)) {
-        const CollectionFile file(folder.filePath(name));
-        XmlPartSource source(file, {0, file.size(), {}, {}});
-        xmlSAXHandler handler;
-        std::memset(&handler, 0, sizeof handler);
-        handler.initialized = XML_SAX2_MAGIC;
-        handler.startElementNs = [](void *, const xmlChar *, const xmlChar *, const xmlChar *, int, const xmlChar **,
-                                    int, int, const xmlChar **) { ++elements; };
-        handler.endElementNs = [](void *, const xmlChar *, const xmlChar *, const xmlChar *) {};
-        handler.characters = [](void *, const xmlChar *, int) {};
-        handler.ignorableWhitespace = handler.characters;
-        const auto read = [](void *from, char *buffer, int size) {
-            int count = 0;
-            while (const qint64 more = static_cast<XmlPartSource *>(from)->read(buffer + count, size - count))
-                count += int(more);
-            return count;
-        };
-        xmlParserCtxtPtr context =
-            xmlCreateIOParserCtxt(&handler, nullptr, read, nullptr, &source, XML_CHAR_ENCODING_NONE);
-        xmlCtxtUseOptions(context, XML_PARSE_NONET);
-        xmlParseDocument(context);
-        if (!context->wellFormed)
-            qFatal("a generated file is not well-formed");
-        xmlFreeParserCtxt(context);
-    }
-    return elements;
-}
-
 /// One measurement in a process of its own, so that its peak is its own too.
 int measureHere(const QString &what, const QString &collection) {
     QElapsedTimer timer;
@@ -87,7 +51,7 @@ int measureHere(const QString &what, const QString &collection) {
     qint64 count = 0;
     LaunchBoxParser::Games games;
     if (what == QLatin1String("walk"))
-        count = walk(collection);
+        count = walkGamesFiles(collection);
     else
         count = (games = LaunchBoxParser().parseGamesWithAdditionalApps(collection)).games.size();
     const double wall = double(timer.nsecsElapsed()) / 1e9;

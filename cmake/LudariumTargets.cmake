@@ -27,6 +27,10 @@ add_compile_definitions(
 function(ludarium_target TARGET)
     set_target_properties(${TARGET} PROPERTIES LINKER_LANGUAGE CXX)
     target_compile_options(${TARGET} PRIVATE -Wall -Wextra -Werror)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        # g++ 12 takes the value of an empty std::optional for a variable that is read uninitialised, at -O3 only.
+        target_compile_options(${TARGET} PRIVATE -Wno-maybe-uninitialized)
+    endif()
     target_include_directories(${TARGET} PUBLIC ${PROJECT_SOURCE_DIR}/src)
 endfunction()
 

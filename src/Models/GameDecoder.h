@@ -35,6 +35,7 @@ class GameDecoder {
     TextPool &m_pool;
     std::shared_ptr<Game> m_game;
     std::bitset<64> m_seen;
+    unsigned m_finished = 0;
 };
 
 } // namespace ludarium

@@ -6,7 +6,9 @@
 #include "support/FixtureCollection.h"
 
 #include <QDir>
+#include <QQuickItem>
 #include <QSet>
+#include <QTest>
 #include <gtest/gtest.h>
 
 namespace ludarium::test {
@@ -37,6 +39,15 @@ void call(QQuickWindow &window, const char *function) {
 
 Alert alert(const QString &title, const QString &text, const QStringList &buttons, Alert::Style style) {
     return {title, text, buttons, style};
+}
+
+/// Where the sidebar's row of this name is in the window.
+QPoint sidebarRow(QQuickWindow &window, const QString &name) {
+    const QList<QQuickItem *> lists = window.contentItem()->findChildren<QQuickItem *>();
+    for (QQuickItem *item : lists)
+        if (item->property("rowId").isValid() && item->property("name") == name && item->isVisible())
+            return item->mapToScene({100, item->height() / 2}).toPoint();
+    return {-1, -1};
 }
 
 } // namespace
@@ -78,6 +89,112 @@ TEST(Pictures, OfGridAndListWithDetails) {
     take(fixture, window, QStringLiteral("grid-double-text"));
 }
 
+TEST(Pictures, OfTheSixViews) {
+    DesktopFixture fixture;
+    QQuickWindow &window = fixture.window();
+    endSplash(fixture);
+    ASSERT_TRUE(fixture.loadVariants());
+    GameLibrary &library = fixture.state.gameLibrary();
+    for (int i = 0; i < library.games().size(); ++i) {
+        const QString id = library.games()[i]->id;
+        GameStatus status;
+        status.isInstalled = i % 4 == 0;
+        status.isCompressed = i % 4 == 1;
+        status.isDownloadable = i % 4 == 2;
+        library.setGameStatus(id, status);
+        if (i % 5 == 0)
+            library.toggleFavorite(id);
+        if (i % 6 == 0)
+            library.recordPlay(id, 500.0 * i);
+    }
+    Browse &browse = *fixture.desktop.browse();
+    ASSERT_TRUE(browse.selectTitle(QStringLiteral("Amber Quarry (CD)")));
+    for (const char *mode : {"List", "Grid", "Coverflow"})
+        for (const bool grouped : {false, true}) {
+            browse.setGrouped(grouped);
+            browse.setViewMode(QLatin1StringView(mode));
+            const QString name =
+                QStringLiteral("view-%1%2")
+                    .arg(QString(QLatin1StringView(mode)).toLower(), grouped ? QStringLiteral("-groups") : QString());
+            take(fixture, window, name);
+            if (grouped)
+                continue;
+            window.resize(900, 600);
+            take(fixture, window, name + QStringLiteral("-smallest"));
+            fixture.desktop.appearance()->setTextScale(2);
+            take(fixture, window, name + QStringLiteral("-double-text"));
+            fixture.desktop.appearance()->setTextScale(1);
+            window.resize(1280, 800);
+        }
+    browse.setViewMode(QStringLiteral("Grid"));
+    browse.facets()->set(QStringLiteral("developer"), QStringLiteral("Blue Anvil"));
+    browse.facets()->set(QStringLiteral("year"), QStringLiteral("1999"));
+    take(fixture, window, QStringLiteral("view-grid-facets-and-hard-titles"));
+    browse.setViewMode(QStringLiteral("List"));
+    take(fixture, window, QStringLiteral("view-list-hard-titles"));
+}
+
+TEST(Pictures, OfTheSidebar) {
+    DesktopFixture fixture;
+    QQuickWindow &window = fixture.window();
+    endSplash(fixture);
+    ASSERT_TRUE(fixture.load());
+    SidebarModel &sidebar = *fixture.desktop.sidebar();
+    PlatformCommands &platforms = *fixture.desktop.platforms();
+    const auto section = [&](const char *title) { return sidebar.rowStartingWith(QLatin1StringView(title), 0); };
+    sidebar.setAllExpanded(true);
+    window.resize(1280, 1400);
+    platforms.createGroup(QStringLiteral("Home Computers"), QStringLiteral("Apple IIGS"));
+    platforms.createGroup(QStringLiteral("Adventure machines of the nineties and later"), QStringLiteral("ScummVM"));
+    platforms.createGroup(
+        QStringLiteral("\u0623\u062c\u0647\u0632\u0629 \u0627\u0644\u0623\u0644\u0639\u0627\u0628 "
+                       "\u0627\u0644\u0642\u062f\u064a\u0645\u0629 \u0648\u0627\u0644\u062d\u062f\u064a\u062b\u0629"),
+        {});
+    sidebar.select(section("Apple IIGS"));
+    fixture.state.gameLibrary().toggleFavorite(QStringLiteral("fixture-1"));
+    take(fixture, window, QStringLiteral("sidebar-groups"));
+
+    window.resize(1280, 800);
+    sidebar.setFilter(QStringLiteral("ad"));
+    take(fixture, window, QStringLiteral("sidebar-filtered"));
+    sidebar.setFilter(QStringLiteral("nothing like it"));
+    take(fixture, window, QStringLiteral("sidebar-filtered-empty"));
+    sidebar.setFilter({});
+    sidebar.setAllExpanded(false);
+    take(fixture, window, QStringLiteral("sidebar-collapsed"));
+    sidebar.setExpanded(section("Platforms"), true);
+
+    const auto press = [&](const char *name, Qt::MouseButton button) {
+        const QPoint place = sidebarRow(window, QLatin1StringView(name));
+        QTest::mousePress(&window, button, {}, place);
+        return place;
+    };
+    const QPoint end = sidebarRow(window, QStringLiteral("Home Computers"));
+    const QPoint start = press("Windows 3x", Qt::LeftButton);
+    QTest::mouseMove(&window, start + QPoint(20, 0));
+    QTest::mouseMove(&window, end);
+    take(fixture, window, QStringLiteral("sidebar-drag"));
+    QTest::mouseRelease(&window, Qt::LeftButton, {}, end);
+    EXPECT_FALSE(platforms.groupOf(QStringLiteral("Windows 3x")).isEmpty());
+
+    press("ScummVM", Qt::RightButton);
+    take(fixture, window, QStringLiteral("sidebar-menu-platform"));
+    QTest::keyClick(&window, Qt::Key_Escape);
+    press("Home Computers", Qt::RightButton);
+    take(fixture, window, QStringLiteral("sidebar-menu-group"));
+    QTest::keyClick(&window, Qt::Key_Escape);
+    QTest::keyClick(&window, Qt::Key_F2);
+    take(fixture, window, QStringLiteral("sidebar-group-name"));
+    QTest::keyClick(&window, Qt::Key_Escape);
+    platforms.deletePlatform(QStringLiteral("ScummVM"));
+    take(fixture, window, QStringLiteral("sidebar-delete-platform"));
+    fixture.dialogs.dismiss();
+    fixture.desktop.appearance()->setTextScale(2);
+    take(fixture, window, QStringLiteral("sidebar-double-text"));
+    sidebar.setShown(false);
+    take(fixture, window, QStringLiteral("sidebar-hidden"));
+}
+
 TEST(Pictures, OfEveryTheme) {
     DesktopFixture fixture;
     QQuickWindow &window = fixture.window();
@@ -115,6 +232,10 @@ TEST(Pictures, OfDialogsLogAndAbout) {
               Alert::Style::Informational));
     take(fixture, window, QStringLiteral("dialog-choice"));
     fixture.dialogs.dismiss();
+
+    fixture.desktop.thumbnails()->start();
+    take(fixture, window, QStringLiteral("caching-thumbnails"));
+    ASSERT_TRUE(waitUntil([&] { return !fixture.desktop.thumbnails()->isRunning(); }));
 
     call(window, "showAbout");
     take(fixture, window, QStringLiteral("about"));

@@ -60,7 +60,7 @@ class PlayCommand : public Command {
 
     void declare(CommandOptions &options) override {
         options.argument("ID-OR-TITLE", m_game, "Id, title or a part of the title");
-        options.text("--game-version", "LABEL", m_label, "Version to play, when the game comes in several");
+        options.text("--game-version,--version", "LABEL", m_label, "Version to play, when the game comes in several");
         options.flag("--wait", m_wait, "Wait until the game has ended; Ctrl-C ends the waiting, not the game");
         options.flag("--dry-run", m_dryRun, "Print what would be started and why, and start nothing");
         options.exclusive("--wait", "--dry-run");

@@ -6,6 +6,7 @@
 
 #include <QThread>
 #include <QtConcurrent/QtConcurrentRun>
+#include <numeric>
 #include <simdjson.h>
 #include <unistd.h>
 
@@ -17,8 +18,6 @@ using namespace simdjson;
 
 /// Larger than any library; what is beyond is not a cache that this program wrote.
 constexpr qint64 maxCacheFile = 2LL << 30;
-/// Pieces smaller than this are not worth a thread.
-constexpr qint64 pieceSize = 4LL << 20;
 /// Start of a game object behind another one. An unescaped quote behind a brace cannot stand inside a text, so this
 /// is never found within one.
 constexpr std::string_view gameBoundary = "},{\"ID\":\"";
@@ -109,7 +108,8 @@ void readDocument(dom::object document, CachedCollectionData &data, TextPool *po
 
 } // namespace
 
-CachedCollectionReader::CachedCollectionReader(const QString &file) : m_file(file) {
+CachedCollectionReader::CachedCollectionReader(const QString &file, qint64 pieceSize)
+    : m_file(file), m_pieceSize(pieceSize) {
     if (!m_file.open(QIODevice::ReadOnly))
         throw CacheReadError(m_file.errorString().toStdString());
     m_size = m_file.size();
@@ -117,17 +117,20 @@ CachedCollectionReader::CachedCollectionReader(const QString &file) : m_file(fil
         throw CacheReadError("the file is too large");
 }
 
-QByteArray CachedCollectionReader::readRange(qint64 from, qint64 to, int before, int behind) const {
-    QByteArray bytes(before + to - from + behind, Qt::Uninitialized);
+QByteArray CachedCollectionReader::readRange(qint64 from, qint64 to, int behind) const {
+    QByteArray bytes(to - from + behind, Qt::Uninitialized);
+    readInto(bytes.data(), from, to);
+    return bytes;
+}
+
+void CachedCollectionReader::readInto(char *target, qint64 from, qint64 to) const {
     qint64 done = 0;
     while (done < to - from) {
-        const ssize_t got =
-            ::pread(m_file.handle(), bytes.data() + before + done, static_cast<size_t>(to - from - done), from + done);
+        const ssize_t got = ::pread(m_file.handle(), target + done, static_cast<size_t>(to - from - done), from + done);
         if (got <= 0)
             throw CacheReadError("the file ended while it was read");
         done += got;
     }
-    return bytes;
 }
 
 bool CachedCollectionReader::locateGames() {
@@ -148,9 +151,9 @@ CachedCollectionData CachedCollectionReader::readAllButGames() {
     CachedCollectionData data;
     dom::parser parser;
     try {
-        const bool inOrder = m_size > pieceSize && locateGames();
+        const bool inOrder = m_size > m_pieceSize && locateGames();
         const qint64 end = inOrder ? m_gamesBegin : m_size;
-        QByteArray bytes = readRange(0, end, 0, SIMDJSON_PADDING + 2);
+        QByteArray bytes = readRange(0, end, SIMDJSON_PADDING + 2);
         if (inOrder)
             std::memcpy(bytes.data() + end, "]}", 2);
         else
@@ -166,7 +169,7 @@ CachedCollectionData CachedCollectionReader::readAllButGames() {
 }
 
 qint64 CachedCollectionReader::nextGameFrom(qint64 offset) const {
-    constexpr qint64 window = 256 << 10;
+    constexpr qint64 window = 16 << 10;
     while (offset < m_gamesEnd) {
         const qint64 end = std::min(offset + window, m_gamesEnd);
         const QByteArray bytes = readRange(offset, end);
@@ -184,15 +187,12 @@ GameList CachedCollectionReader::readGames() {
     if (m_gamesBegin < 0)
         return std::exchange(m_games, {});
 
-    // More pieces than threads, so that a slow one does not hold up the end.
-    const int threads = std::max(QThread::idealThreadCount(), 1);
-    const qint64 bytes = m_gamesEnd - m_gamesBegin;
-    const qint64 pieces = std::clamp<qint64>(bytes / pieceSize, 1, 4LL * threads);
     std::vector<qint64> starts{m_gamesBegin};
-    for (qint64 i = 1; i < pieces; ++i) {
-        const qint64 start = nextGameFrom(m_gamesBegin + bytes * i / pieces);
-        if (start > starts.back() && start < m_gamesEnd)
-            starts.push_back(start);
+    while (starts.back() + m_pieceSize < m_gamesEnd) {
+        const qint64 start = nextGameFrom(starts.back() + m_pieceSize);
+        if (start >= m_gamesEnd)
+            break;
+        starts.push_back(start);
     }
 
     TextPool shared;
@@ -202,32 +202,37 @@ GameList CachedCollectionReader::readGames() {
     const auto work = [&] {
         TextPool pool(&shared);
         dom::parser parser;
+        std::vector<char> text; // kept from piece to piece: fresh memory costs more than the reading
         for (size_t i = next++; i < starts.size(); i = next++) {
             // A piece ends before the comma that separates it from the next.
             const qint64 end = i + 1 < starts.size() ? starts[i + 1] - 1 : m_gamesEnd;
             try {
                 const qint64 length = end - starts[i];
-                QByteArray text = readRange(starts[i], end, 1, 1 + SIMDJSON_PADDING);
+                if (text.size() < size_t(length) + 2 + SIMDJSON_PADDING)
+                    text.resize(size_t(length) + 2 + SIMDJSON_PADDING);
+                readInto(text.data() + 1, starts[i], end);
                 text[0] = '[';
-                text[length + 1] = ']';
-                lists[i] = readGameArray(parser.parse(text.constData(), size_t(length + 2), false).get_array(), pool);
+                text[size_t(length) + 1] = ']';
+                lists[i] = readGameArray(parser.parse(text.data(), size_t(length) + 2, false).get_array(), pool);
             } catch (const std::exception &error) {
                 problems[i] = QString::fromUtf8(error.what());
             }
         }
     };
     QList<QFuture<void>> others;
-    for (int i = 1; i < threads; ++i)
+    for (int i = 1; i < QThread::idealThreadCount(); ++i)
         others.append(QtConcurrent::run(work));
     work();
     for (QFuture<void> &other : others)
         other.waitForFinished();
 
     GameList games;
+    games.reserve(std::accumulate(lists.cbegin(), lists.cend(), qsizetype(0),
+                                  [](qsizetype sum, const GameList &list) { return sum + list.size(); }));
     for (size_t i = 0; i < lists.size(); ++i) {
         if (!problems[i].isEmpty())
             throw CacheReadError(problems[i].toStdString());
-        games += lists[i];
+        games.append(std::move(lists[i]));
     }
     return games;
 }

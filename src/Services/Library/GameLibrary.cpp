@@ -47,13 +47,24 @@ const LibraryIndex &GameLibrary::index() const {
     return *m_index;
 }
 
-void GameLibrary::publish(GameList games, std::shared_ptr<const LibraryIndex> index) {
+QHash<QString, qsizetype> GameLibrary::positionsOf(const GameList &games) {
+    QHash<QString, qsizetype> positions;
+    positions.reserve(games.size());
+    for (qsizetype i = 0; i < games.size(); ++i)
+        positions.insert(games[i]->id, i);
+    return positions;
+}
+
+void GameLibrary::publish(GameList games, QHash<QString, qsizetype> positions,
+                          std::shared_ptr<const LibraryIndex> index) {
     m_games = std::move(games);
+    m_positions = std::move(positions);
     m_index = std::move(index);
-    m_positions.clear();
-    m_positions.reserve(m_games.size());
-    for (qsizetype i = 0; i < m_games.size(); ++i)
-        m_positions.insert(m_games[i]->id, i);
+    Q_EMIT gamesChanged();
+}
+
+void GameLibrary::publishChanged(GameList games) {
+    m_games = std::move(games);
     Q_EMIT gamesChanged();
 }
 
@@ -92,7 +103,7 @@ void GameLibrary::refreshAllFromUserData() {
             m_userData.values().applyTo(*changed);
             game = std::move(changed);
         }
-    publish(std::move(games), m_index);
+    publishChanged(std::move(games));
     buildRecentlyPlayedList(); // the list of ids may be what changed
     Q_EMIT userDataChanged();
 }
@@ -246,7 +257,7 @@ QCoro::Task<> GameLibrary::checkInstalledStatusSilent(QString collection) {
         Log::info(QStringLiteral("🔇 Silent check: no changes detected — UI unchanged"));
     } else {
         Log::info(QStringLiteral("🔇 Silent check found %1 status changes — updating UI").arg(changes));
-        publish(std::move(games), m_index);
+        publishChanged(std::move(games));
         m_platforms = platformsWithPlayableGames(m_allPlatforms, m_games);
         Q_EMIT platformsChanged();
         m_host.notifications.post(Notifications::gameStatusesUpdated);
@@ -301,7 +312,7 @@ void GameLibrary::clearCollectionData() {
     m_allPlatforms.clear();
     m_platforms.clear();
     m_playlists.clear();
-    publish({});
+    publish({}, {});
     Q_EMIT platformsChanged();
     Q_EMIT playlistsChanged();
     saveStatusIds(); // those of the next collection come with its first look at the disk
@@ -336,7 +347,8 @@ QCoro::Task<> GameLibrary::removePlatform(QString name) {
     m_allPlatforms.removeIf(isIt);
     m_platforms.removeIf(isIt);
     m_metadata = MetadataIndexes::build(games);
-    publish(std::move(games));
+    QHash<QString, qsizetype> positions = positionsOf(games);
+    publish(std::move(games), std::move(positions));
     Q_EMIT platformsChanged();
 }
 

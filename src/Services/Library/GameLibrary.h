@@ -32,6 +32,8 @@ class GameLibrary : public QObject {
     /// Fills the library from a collection folder, from the cache or by a full parse. Never throws: the outcome is in
     /// `games` and `errorMessage`. Loads are not queued: of two that overlap the later assignment wins.
     QCoro::Task<> loadCollection(QString collection);
+    /// Whether a load brings `index` with it, for a caller that browses at once; otherwise the first use makes it.
+    void setIndexedAtLoad(bool wanted) { m_indexedAtLoad = wanted; }
     void clearCollectionData();
     void clearCache();
     /// Takes a platform and its games out of the collection: its XML file is renamed beside itself to a name that no
@@ -109,8 +111,12 @@ class GameLibrary : public QObject {
     QCoro::Task<> finishCacheLoad(CachedCollectionData data);
     QCoro::Task<> fullLoad(QString collection);
     QCoro::Task<> step(QString status, double progress);
+    std::function<std::shared_ptr<const LibraryIndex>(const GameList &games)> indexBuilder() const;
     void saveCache(CachedCollectionData data);
-    void publish(GameList games, std::shared_ptr<const LibraryIndex> index = {});
+    static QHash<QString, qsizetype> positionsOf(const GameList &games);
+    void publish(GameList games, QHash<QString, qsizetype> positions, std::shared_ptr<const LibraryIndex> index = {});
+    /// Other records of the same games at the same places.
+    void publishChanged(GameList games);
     void replaceGame(qsizetype position, const std::function<void(Game &)> &change);
     void refreshFromUserData(const QString &id);
     void refreshAllFromUserData();
@@ -141,6 +147,7 @@ class GameLibrary : public QObject {
     QElapsedTimer m_stepTimer; ///< of the step of a load that `m_step` names
     QString m_step;
     bool m_isLoading = false;
+    bool m_indexedAtLoad = false;
     bool m_loadedFromCache = false;
     QString m_loadingStatus;
     double m_loadingProgress = 0;

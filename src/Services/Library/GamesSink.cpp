@@ -1,21 +1,8 @@
 #include "Services/Library/GamesSink.h"
 
-#include <cstdlib>
 #include <iterator>
 
 namespace ludarium {
-
-namespace {
-
-/// The heap of a thread other than the first grows in glibc by the page, with one system call under the lock of the
-/// address space for each. Asking for a block, less than what gets a mapping of its own, and giving it back makes room
-/// for the next games in one call: a tenth of the time of a load.
-void growHeap() {
-    void *volatile block = std::malloc(100'000);
-    std::free(block);
-}
-
-} // namespace
 
 void GamesFileContent::append(GamesFileContent &&next) {
     games.insert(games.end(), std::make_move_iterator(next.games.begin()), std::make_move_iterator(next.games.end()));
@@ -56,8 +43,6 @@ void GamesSink::fieldUnreadable(int) {
 void GamesSink::endRecord() {
     if (m_isGame) {
         m_content.games.push_back(m_gameDecoder.finish());
-        if (m_content.games.size() % 32 == 0)
-            growHeap();
     } else {
         m_content.additionalApplications.push_back(m_applicationDecoder.finish());
     }

@@ -1,6 +1,7 @@
 #include "Services/Library/LibraryBrowser.h"
 
 #include "Host/AppLogger.h"
+#include "Host/ShareOut.h"
 #include "Services/Library/GameLibrary.h"
 #include "Services/Library/UserData.h"
 
@@ -44,6 +45,7 @@ LibraryBrowser::LibraryBrowser(GameLibrary &library, QObject *parent) : QObject(
 }
 
 void LibraryBrowser::invalidate() {
+    m_positionsKey.reset();
     m_gamesKey.reset();
     m_groupsKey.reset();
     m_counts.reset();
@@ -225,6 +227,14 @@ std::vector<LibraryBrowser::Position> LibraryBrowser::filteredPositions(const Br
     return result;
 }
 
+const std::vector<LibraryBrowser::Position> &LibraryBrowser::positions(const BrowseQuery &query) {
+    if (m_positionsKey != query) {
+        m_positions = filteredPositions(query);
+        m_positionsKey = query;
+    }
+    return m_positions;
+}
+
 const GameList &LibraryBrowser::filteredGames(const BrowseQuery &query) {
     if (query.recentlyPlayed)
         return m_library.recentlyPlayed();
@@ -232,10 +242,10 @@ const GameList &LibraryBrowser::filteredGames(const BrowseQuery &query) {
         return m_games;
     QElapsedTimer timer;
     timer.start();
-    m_positions = filteredPositions(query);
+    const std::vector<Position> &found = positions(query);
     m_games.clear();
-    m_games.reserve(static_cast<qsizetype>(m_positions.size()));
-    for (const Position position : m_positions)
+    m_games.reserve(static_cast<qsizetype>(found.size()));
+    for (const Position position : found)
         m_games.append(m_library.games()[position]);
     m_gamesKey = query;
     if (timer.elapsed() > slowMilliseconds)
@@ -248,72 +258,103 @@ const QList<GameGroup> &LibraryBrowser::filteredGameGroups(const BrowseQuery &qu
         return m_groups;
     QElapsedTimer timer;
     timer.start();
-    const LibraryIndex &index = m_library.index();
-    const GameList &games = filteredGames(query);
-    std::vector<Position> positions;
     if (query.recentlyPlayed) {
-        for (const GamePtr &game : games)
-            positions.push_back(static_cast<Position>(*m_library.position(game->id)));
+        std::vector<Position> recent;
+        for (const GamePtr &game : m_library.recentlyPlayed())
+            recent.push_back(static_cast<Position>(*m_library.position(game->id)));
+        m_groups = grouped(recent, query.sortOrder);
     } else {
-        positions = m_positions;
+        m_groups = grouped(positions(query), query.sortOrder);
     }
-    // With a platform selected every variant is of that platform already, so no group has another to put in front.
-    std::vector<int> place(index.groupCount(), -1);
-    std::vector<QList<GamePtr>> variants;
-    std::vector<Position> numbers;
-    for (size_t i = 0; i < positions.size(); ++i) {
-        const Position group = index.group(positions[i]);
-        if (place[group] < 0) {
-            place[group] = static_cast<int>(variants.size());
-            variants.emplace_back();
-            numbers.push_back(group);
-        }
-        variants[static_cast<size_t>(place[group])].append(games[static_cast<qsizetype>(i)]);
-    }
-    // Groups begin in the order of their titles, which the numbers are in, and stay so among equals.
-    std::sort(numbers.begin(), numbers.end());
-    m_groups.clear();
-    m_groups.reserve(static_cast<qsizetype>(numbers.size()));
-    for (const Position group : numbers)
-        m_groups.append(GameGroup(index.groupTitle(group), std::move(variants[static_cast<size_t>(place[group])])));
-    sortGroups(m_groups, query.sortOrder);
     m_groupsKey = query;
     if (timer.elapsed() > slowMilliseconds)
         Log::debug(QStringLiteral("⏱️ filteredGameGroups computed in %1ms").arg(timer.elapsed()));
     return m_groups;
 }
 
-void LibraryBrowser::sortGroups(QList<GameGroup> &groups, SortOrder order) const {
-    const auto sortBy = [&](const auto &less) { std::stable_sort(groups.begin(), groups.end(), less); };
+QList<GameGroup> LibraryBrowser::grouped(const std::vector<Position> &positions, SortOrder order) const {
+    const GameList &games = m_library.games();
+    const LibraryIndex &index = m_library.index();
+
+    // The positions of each group side by side, the groups by number and so by title; ends[g] is the end of group g.
+    std::vector<Position> ends(index.groupCount());
+    for (const Position position : positions)
+        ++ends[index.group(position)];
+    std::partial_sum(ends.begin(), ends.end(), ends.begin());
+    std::vector<Position> members(positions.size());
+    std::vector<Position> next(ends.size());
+    for (size_t group = 1; group < ends.size(); ++group)
+        next[group] = ends[group - 1];
+    for (const Position position : positions)
+        members[next[index.group(position)]++] = position;
+
+    // With a platform selected every variant is of that platform already, so no group has another to put in front.
+    struct Keyed {
+        Position number = 0;
+        double key = 0; ///< ascending
+        GameGroup group;
+    };
+    std::vector<Keyed> found;
+    found.reserve(std::min(positions.size(), index.groupCount()));
+    for (Position number = 0; number < ends.size(); ++number)
+        if (ends[number] != (number == 0 ? 0 : ends[number - 1]))
+            found.push_back({number, 0, {}});
+    const auto fill = [&](Keyed &keyed) {
+        const Position begin = keyed.number == 0 ? 0 : ends[keyed.number - 1];
+        const Position end = ends[keyed.number];
+        QList<GamePtr> variants;
+        variants.reserve(end - begin);
+        for (Position i = begin; i < end; ++i)
+            variants.append(games[members[i]]);
+        keyed.group = GameGroup(index.groupTitle(keyed.number), std::move(variants));
+        const auto primary = std::find_if(members.begin() + begin, members.begin() + end - 1, [&](Position position) {
+            return games[position] == keyed.group.primaryVariant;
+        });
+        keyed.key = sortKey(keyed.group, *primary, order);
+    };
+    constexpr size_t part = 2'000;
+    const auto fillPart = [&](size_t number) {
+        for (size_t i = number * part; i < std::min((number + 1) * part, found.size()); ++i)
+            fill(found[i]);
+    };
+    shareOut((found.size() + part - 1) / part, fillPart);
+
+    QList<GameGroup> groups;
+    groups.reserve(static_cast<qsizetype>(found.size()));
+    if (order == SortOrder::title) {
+        for (Keyed &keyed : found)
+            groups.append(std::move(keyed.group));
+        return groups;
+    }
+    std::vector<std::pair<double, Position>> places;
+    places.reserve(found.size());
+    for (const Keyed &keyed : found)
+        places.emplace_back(keyed.key, static_cast<Position>(places.size()));
+    // By place among equals, which keeps them in the order of their titles.
+    std::sort(places.begin(), places.end());
+    for (const auto &[key, place] : places)
+        groups.append(std::move(found[place].group));
+    return groups;
+}
+
+double LibraryBrowser::sortKey(const GameGroup &group, Position primary, SortOrder order) const {
     switch (order) {
     case SortOrder::title:
         break;
     case SortOrder::year:
-        sortBy([](const GameGroup &a, const GameGroup &b) {
-            return a.primaryVariant->releaseYear.value_or(0) < b.primaryVariant->releaseYear.value_or(0);
-        });
-        break;
+        return group.primaryVariant->releaseYear.value_or(0);
     case SortOrder::developer:
-        sortBy([](const GameGroup &a, const GameGroup &b) {
-            return a.primaryVariant->developer < b.primaryVariant->developer;
-        });
-        break;
+        return m_library.index().developerRank(primary);
     case SortOrder::rating:
-        sortBy([](const GameGroup &a, const GameGroup &b) {
-            return a.primaryVariant->communityRating.value_or(0) > b.primaryVariant->communityRating.value_or(0);
-        });
-        break;
-    case SortOrder::recentlyPlayed:
-        sortBy([](const GameGroup &a, const GameGroup &b) {
-            const auto first = a.lastPlayed();
-            const auto second = b.lastPlayed();
-            return first && (!second || *first > *second);
-        });
-        break;
-    case SortOrder::playCount:
-        sortBy([](const GameGroup &a, const GameGroup &b) { return a.playCount() > b.playCount(); });
-        break;
+        return -group.primaryVariant->communityRating.value_or(0.0);
+    case SortOrder::recentlyPlayed: {
+        const auto played = group.lastPlayed();
+        return played ? -static_cast<double>(played->toMSecsSinceEpoch()) : std::numeric_limits<double>::infinity();
     }
+    case SortOrder::playCount:
+        return -group.playCount();
+    }
+    return 0;
 }
 
 const LibraryBrowser::Counts &LibraryBrowser::counts() {

@@ -46,16 +46,20 @@ class LibraryBrowser : public QObject {
 
     void invalidate();
     std::vector<Position> members(const SmartCollection &collection) const;
-    std::vector<Position> positions(const BrowseQuery &query) const;
+    /// The positions of a query in display order, kept until another is asked for.
+    const std::vector<Position> &positions(const BrowseQuery &query);
     std::vector<Position> filteredPositions(const BrowseQuery &query) const;
-    void sortGroups(QList<GameGroup> &groups, SortOrder order) const;
+    QList<GameGroup> grouped(const std::vector<Position> &positions, SortOrder order) const;
+    /// What groups are sorted by, ascending. `primary` is the place of the game that stands for the group.
+    double sortKey(const GameGroup &group, Position primary, SortOrder order) const;
 
     GameLibrary &m_library;
+    std::optional<BrowseQuery> m_positionsKey;
     std::optional<BrowseQuery> m_gamesKey;
     std::optional<BrowseQuery> m_groupsKey;
     GameList m_games;
     QList<GameGroup> m_groups;
-    std::vector<Position> m_positions; ///< of m_games, when they were narrowed and sorted here
+    std::vector<Position> m_positions;
     std::optional<Counts> m_counts;
 };
 

@@ -206,6 +206,13 @@ std::shared_ptr<const LibraryIndex> LibraryIndex::build(const GameList &games, c
     orders[2] = sortedPositions(count, [&](Position a, Position b) { return developers[a] < developers[b]; });
     orders[3] = sortedPositions(count, [&](Position a, Position b) { return ratings[a] > ratings[b]; });
 
+    index->m_developerRank.resize(count);
+    Position rank = 0;
+    for (size_t i = 1; i < count; ++i) {
+        rank += developers[orders[2][i]] != developers[orders[2][i - 1]];
+        index->m_developerRank[orders[2][i]] = rank;
+    }
+
     std::vector<QString> normalized;
     normalized.reserve(count);
     for (const GamePtr &game : games)

@@ -33,6 +33,9 @@ class LibraryIndex {
     /// All positions in a fixed sort order (title, year, developer or rating); stable.
     const std::vector<Position> &order(SortOrder order) const;
 
+    /// Place of a game's developer among all developers, the same for the same: ranks sort like the texts.
+    Position developerRank(Position game) const { return m_developerRank[game]; }
+
     /// Number of a game's platform, for comparing; -1 for a platform of no game.
     int platform(Position game) const { return m_platform[game]; }
     int platformNumber(const QString &name) const { return m_platformNumbers.value(name, -1); }
@@ -56,6 +59,7 @@ class LibraryIndex {
     QByteArray m_searchText;           ///< all search texts, a NUL after each
     std::vector<std::uint32_t> m_ends; ///< end of each game's texts in m_searchText
     std::array<std::vector<Position>, 4> m_orders;
+    std::vector<Position> m_developerRank;
     std::vector<int> m_platform;
     QHash<QString, int> m_platformNumbers;
     std::vector<int> m_platformCounts;

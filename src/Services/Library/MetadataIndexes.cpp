@@ -6,6 +6,7 @@
 #include <QHash>
 #include <QSet>
 #include <array>
+#include <unordered_set>
 
 namespace ludarium {
 
@@ -13,26 +14,28 @@ namespace {
 
 constexpr std::array contentWords{"Books", "Videos", "Soundtracks", "Catalogs", "Magazines", "Newsletters"};
 
-/// Texts of a library repeat and share their memory, so most of them are recognised by their address alone.
+QStringList sorted(const QSet<QString> &texts) {
+    QStringList list(texts.cbegin(), texts.cend());
+    list.sort();
+    return list;
+}
+
+/// Texts of a library repeat and share their memory, so most of them are recognised by their address alone. Only for
+/// texts that outlive the set: the address of one that is gone may be that of another text.
 class TextSet {
   public:
     bool insert(const QString &text) {
-        if (text.constData() == m_last)
+        if (!m_addresses.insert(text.constData()).second)
             return false;
-        m_last = text.constData();
         const qsizetype before = m_texts.size();
         m_texts.insert(text);
         return m_texts.size() != before;
     }
-    QStringList sorted() const {
-        QStringList list(m_texts.cbegin(), m_texts.cend());
-        list.sort();
-        return list;
-    }
+    QStringList sorted() const { return ::ludarium::sorted(m_texts); }
 
   private:
     QSet<QString> m_texts;
-    const QChar *m_last = nullptr;
+    std::unordered_set<const QChar *> m_addresses;
 };
 
 bool showsWithAnyGame(const Platform &platform) {
@@ -52,7 +55,7 @@ bool isContentPlatform(const QString &name) {
 
 MetadataIndexes MetadataIndexes::build(const GameList &games) {
     TextSet genreTexts;
-    TextSet genres;
+    QSet<QString> genres; // pieces of texts, which do not stay
     TextSet developers;
     TextSet publishers;
     TextSet series;
@@ -70,7 +73,7 @@ MetadataIndexes MetadataIndexes::build(const GameList &games) {
         if (game->releaseYear)
             years.insert(*game->releaseYear);
     }
-    MetadataIndexes result{genres.sorted(), developers.sorted(), publishers.sorted(), series.sorted(),
+    MetadataIndexes result{sorted(genres), developers.sorted(), publishers.sorted(), series.sorted(),
                            QList<int>(years.cbegin(), years.cend())};
     std::sort(result.years.begin(), result.years.end());
     Log::info(QStringLiteral("Building indexes: %1 genres, %2 developers, %3 publishers")
@@ -89,18 +92,24 @@ QList<Platform> platformsWithPlayableGames(const QList<Platform> &platforms, con
         int playable = 0;
     };
     QHash<QString, Count> counts;
+    // Games come in runs of one platform.
+    const QString *name = nullptr;
+    Count *count = nullptr;
     for (const GamePtr &game : games) {
-        Count &count = counts[game->platform];
-        ++count.all;
+        if (!name || game->platform != *name) {
+            name = &game->platform;
+            count = &counts[*name];
+        }
+        ++count->all;
         if (game->isInstalled || game->isCompressed || game->isDownloadable)
-            ++count.playable;
+            ++count->playable;
     }
     QList<Platform> kept;
     for (const Platform &platform : platforms) {
         if (platform.name == QLatin1StringView("Windows 9x") || platform.name == QLatin1StringView("Windows 9.x"))
             continue;
-        const Count count = counts.value(platform.name);
-        if (isContentPlatform(platform.name) || (showsWithAnyGame(platform) ? count.all : count.playable) > 0)
+        const Count found = counts.value(platform.name);
+        if (isContentPlatform(platform.name) || (showsWithAnyGame(platform) ? found.all : found.playable) > 0)
             kept.append(platform);
     }
     Log::info(QStringLiteral("🗂️ Filtered platforms: removed %1 with no playable games (kept %2)")

@@ -31,7 +31,17 @@ Comparison comparison(const QString &type) {
     return table.value(type.toLower(), Comparison::unknown);
 }
 
-bool holds(Comparison how, const QString &field, const QString &wanted) {
+template<typename Text>
+auto falseText() {
+    if constexpr (std::is_same_v<Text, QString>)
+        return QLatin1StringView("false");
+    else
+        return QByteArrayView("false");
+}
+
+/// `Text` is QString, or QByteArray for the UTF-8 of the same.
+template<typename Text>
+bool holds(Comparison how, const Text &field, const Text &wanted) {
     switch (how) {
     case Comparison::equals:
         return field == wanted;
@@ -42,9 +52,9 @@ bool holds(Comparison how, const QString &field, const QString &wanted) {
     case Comparison::notContains:
         return !field.contains(wanted);
     case Comparison::isTrue:
-        return !field.isEmpty() && field != QLatin1StringView("false");
+        return !field.isEmpty() && field != falseText<Text>();
     case Comparison::isFalse:
-        return field.isEmpty() || field == QLatin1StringView("false");
+        return field.isEmpty() || field == falseText<Text>();
     case Comparison::startsWith:
         return field.startsWith(wanted);
     case Comparison::endsWith:
@@ -55,18 +65,34 @@ bool holds(Comparison how, const QString &field, const QString &wanted) {
     return false;
 }
 
+/// Where a record holds the lower-cased form of a field already; null for other fields.
+QByteArray Game::*searchField(const QString &fieldKey) {
+    static const QHash<QString, QByteArray Game::*> fields{
+        {QStringLiteral("title"), &Game::searchTitle},         {QStringLiteral("genre"), &Game::searchGenre},
+        {QStringLiteral("genres"), &Game::searchGenre},        {QStringLiteral("developer"), &Game::searchDeveloper},
+        {QStringLiteral("publisher"), &Game::searchPublisher}, {QStringLiteral("series"), &Game::searchSeries},
+    };
+    return fields.value(fieldKey, nullptr);
+}
+
 /// A rule with what does not depend on the game worked out once.
 struct PreparedRule {
     Comparison how;
     QString fieldKey;
     QString wanted;
+    QByteArray Game::*lowerField;
+    QByteArray wantedBytes;
 
     explicit PreparedRule(const PlaylistFilter &filter)
-        : how(comparison(filter.comparisonType)), fieldKey(filter.fieldKey.toLower()), wanted(filter.value.toLower()) {
+        : how(comparison(filter.comparisonType)), fieldKey(filter.fieldKey.toLower()), wanted(filter.value.toLower()),
+          lowerField(searchField(fieldKey)), wantedBytes(wanted.toUtf8()) {
         if (how == Comparison::unknown)
             Log::warning(QStringLiteral("  ⚠️ Unknown comparison type: %1").arg(filter.comparisonType));
     }
-    bool matches(const Game &game) const { return holds(how, getFieldValue(game, fieldKey).toLower(), wanted); }
+    bool matches(const Game &game) const {
+        return lowerField ? holds(how, game.*lowerField, wantedBytes)
+                          : holds(how, getFieldValue(game, fieldKey).toLower(), wanted);
+    }
 };
 
 } // namespace

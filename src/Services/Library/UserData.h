@@ -49,6 +49,20 @@ class UserData : public QObject {
         QHash<QString, qint64> progress; ///< number of GameProgress
 
         bool knows(const QString &id) const;
+        /// Calls `action` for every id that is known, for some more than once.
+        template<typename Action>
+        void forEachId(const Action &action) const {
+            for (const QString &id : favorites)
+                action(id);
+            const auto forKeys = [&](const auto &map) {
+                for (auto it = map.keyBegin(); it != map.keyEnd(); ++it)
+                    action(*it);
+            };
+            forKeys(playCounts);
+            forKeys(playTimes);
+            forKeys(lastPlayed);
+            forKeys(progress);
+        }
         bool operator==(const Values &) const = default;
         /// Sets isFavorite, playCount, playTime, lastPlayed and gameProgress, which a number that nobody knows leaves
         /// at notPlayed.

@@ -170,7 +170,7 @@ TEST_F(GameLibraryTest, ShowsWhatTheUserDidDuringALoad) {
     for (const bool cached : {false, true}) {
         GameLibrary library(host, services);
         const bool wasFavorite = library.userData().favoriteIds().contains(QStringLiteral("a"));
-        const QString last = cached ? QStringLiteral("Using cached installation data...")
+        const QString last = cached ? QStringLiteral("Refreshing favorites and play counts...")
                                     : QStringLiteral("Applying favorites and play history...");
         // Once the user's data is being brought into the new records.
         QObject::connect(&library, &GameLibrary::loadingChanged, &library, [&] {

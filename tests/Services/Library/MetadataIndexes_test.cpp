@@ -23,6 +23,20 @@ TEST(MetadataIndexes, SplitGenresAndKeepOtherFieldsWhole) {
     EXPECT_EQ(indexes.years, (QList<int>{1984, 1993}));
 }
 
+TEST(MetadataIndexes, FindEveryGenreOfManyTexts) {
+    QStringList wanted;
+    for (int i = 10; i < 60; ++i)
+        wanted.append(QStringLiteral("Genre %1").arg(i));
+    // Each new genre comes behind texts of pieces that are known already, in the same length and number.
+    GameList games;
+    for (qsizetype i = 0; i < wanted.size(); ++i)
+        for (const QString &genre : {wanted[i], wanted[i] + u';' + wanted[i / 2], wanted[i / 3] + u';' + wanted[i / 2]})
+            games.append(makeGame(QStringLiteral("%1 %2").arg(i).arg(genre), QStringLiteral("T"),
+                                  QStringLiteral("MS-DOS"), [&](Game &game) { game.genre = genre; }));
+    std::reverse(games.begin(), games.end());
+    EXPECT_EQ(MetadataIndexes::build(games).genres, wanted);
+}
+
 struct PlatformCase {
     const char *name;
     bool anyGame;

@@ -79,11 +79,13 @@ TestCase {
         mouseClick(list, at.x, at.y, button ?? Qt.LeftButton);
     }
     function drag(from, to) {
-        const start = centre(from);
-        const end = centre(to);
+        const source = show(from);
+        const target = show(to);
+        const start = source.mapToItem(list, 80, source.height / 2);
+        const end = target.mapToItem(list, 80, target.height / 2);
         mousePress(list, start.x, start.y);
-        mouseMove(list, start.x + 20, start.y + 4);
-        mouseMove(list, end.x, end.y);
+        mouseMove(list, start.x + 20, start.y + 4, -1, Qt.LeftButton);
+        mouseMove(list, end.x, end.y, -1, Qt.LeftButton);
         const row = list.dropRow;
         mouseRelease(list, end.x, end.y);
         return row;
@@ -91,15 +93,16 @@ TestCase {
     // The entry of the menu that is open.
     function entry(text) {
         const shown = item => item instanceof AppMenuItem && item.text === text && item.menu && item.menu.opened;
-        tryVerify(() => find(window.Overlay.overlay, shown) !== null, 2000, text);
-        return find(window.Overlay.overlay, shown);
+        tryVerify(() => find(window.contentItem.parent, shown) !== null, 2000, text);
+        return find(window.contentItem.parent, shown);
     }
     function choose(text) {
         const item = entry(text);
         mouseClick(item);
     }
     function nameField() {
-        return find(window.Overlay.overlay, item => item instanceof TextField);
+        const entry = find(window.contentItem.parent, item => item instanceof NameEntry);
+        return entry ? find(entry, item => item instanceof TextField) : null;
     }
     function current() {
         return list.currentItem.name;

@@ -67,7 +67,7 @@ TestCase {
         return null;
     }
     function search() {
-        return find(window.contentItem, item => item instanceof SearchField);
+        return find(window.contentItem, item => item instanceof BrowsePage).search;
     }
     function games() {
         return find(window.contentItem, item => item instanceof GameGridView || item instanceof GameTableView);

@@ -10,6 +10,8 @@ Rectangle {
     property string sourceName: ""
     property point start
     property bool active: false
+    // Since the last press: what ended as a drag is no click.
+    property bool happened: false
     property int target: -1
     // The row that what is dragged would go to.
     readonly property int row: active ? App.sidebar.dropRow(source, target) : -1
@@ -32,6 +34,7 @@ Rectangle {
         source = movable ? App.sidebar.keyOf(index) : "";
         sourceName = movable ? item.name : "";
         start = Qt.point(x, y);
+        happened = false;
         return movable;
     }
     function move(mouseX: real, mouseY: real) {
@@ -40,6 +43,7 @@ Rectangle {
         if (!active && Math.abs(mouseX - start.x) + Math.abs(mouseY - start.y) < Theme.space8)
             return;
         active = true;
+        happened = true;
         x = Math.max(0, Math.min(mouseX + Theme.space8, list.width - width));
         y = mouseY + Theme.space8;
         const inside = mouseX >= 0 && mouseX < list.width && mouseY >= 0 && mouseY < list.height;

@@ -7,20 +7,20 @@ SidebarMenu {
     AppMenuItem {
         text: sidebarMenu.expanded ? qsTr("Collapse") : qsTr("Expand")
         enabled: sidebarMenu.expandable && App.sidebar.filter === ""
-        reason: sidebarMenu.expandable ? qsTr("Not while the sidebar is filtered.") : qsTr("No platform of this collection is in it.")
+        why: sidebarMenu.expandable ? qsTr("Not while the sidebar is filtered.") : qsTr("No platform of this collection is in it.")
         onTriggered: App.sidebar.setExpanded(sidebarMenu.row, !sidebarMenu.expanded)
     }
     AppMenuSeparator {}
     AppMenuItem {
         text: qsTr("Move Up")
         enabled: sidebarMenu.opened && App.platforms.canMoveGroup(sidebarMenu.rowId, -1)
-        reason: qsTr("It is the first group.")
+        why: qsTr("It is the first group.")
         onTriggered: App.platforms.moveGroup(sidebarMenu.rowId, -1)
     }
     AppMenuItem {
         text: qsTr("Move Down")
         enabled: sidebarMenu.opened && App.platforms.canMoveGroup(sidebarMenu.rowId, 1)
-        reason: qsTr("It is the last group.")
+        why: qsTr("It is the last group.")
         onTriggered: App.platforms.moveGroup(sidebarMenu.rowId, 1)
     }
     AppMenuSeparator {}

@@ -28,7 +28,9 @@ SidebarView {
     Accessible.role: Accessible.List
     Accessible.name: qsTr("Library sections")
     delegate: SidebarRow {}
-    ScrollBar.vertical: AppScrollBar {}
+    ScrollBar.vertical: AppScrollBar {
+        z: 1
+    }
 
     function rowAt(x: real, y: real): int {
         return indexAt(Math.max(1, Math.min(x, width - 1)), y + contentY);
@@ -121,13 +123,12 @@ SidebarView {
         interval: 1000
         onTriggered: rows.typed = ""
     }
-    // Below the rows, so that a row that scrolls away under a drag does not end it.
+    // One for all rows, so that a row that scrolls away under a drag does not end it.
     MouseArea {
         id: mouse
 
         parent: rows
         anchors.fill: parent
-        z: -1
         hoverEnabled: true
         acceptedButtons: Qt.LeftButton | Qt.RightButton
         onPressed: event => {
@@ -146,7 +147,7 @@ SidebarView {
         onCanceled: drag.cancel()
         onClicked: event => {
             const row = rows.rowAt(event.x, event.y);
-            if (event.button !== Qt.LeftButton || row < 0)
+            if (event.button !== Qt.LeftButton || row < 0 || drag.happened)
                 return;
             const item = rows.itemAtIndex(row) as SidebarRow;
             if (item && item.isArrow(event.x))

@@ -40,7 +40,7 @@ SidebarMenu {
     AppMenuItem {
         text: qsTr("Remove from Group")
         enabled: sidebarMenu.groupId !== ""
-        reason: qsTr("It is in no group.")
+        why: qsTr("It is in no group.")
         onTriggered: App.platforms.takeOutOfGroup(sidebarMenu.rowId)
     }
     AppMenuSeparator {}
@@ -60,7 +60,7 @@ SidebarMenu {
     AppMenuItem {
         text: qsTr("Delete Platform...")
         enabled: !App.library.loading
-        reason: qsTr("Not while the library is loading.")
+        why: qsTr("Not while the library is loading.")
         onTriggered: App.platforms.deletePlatform(sidebarMenu.rowId)
     }
 }

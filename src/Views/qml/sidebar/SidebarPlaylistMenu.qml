@@ -11,7 +11,7 @@ SidebarMenu {
     AppMenuItem {
         text: sidebarMenu.expanded && sidebarMenu.expandable ? qsTr("Collapse") : qsTr("Expand")
         enabled: sidebarMenu.expandable && App.sidebar.filter === ""
-        reason: sidebarMenu.expandable ? qsTr("Not while the sidebar is filtered.") : qsTr("No playlist is nested in it.")
+        why: sidebarMenu.expandable ? qsTr("Not while the sidebar is filtered.") : qsTr("No playlist is nested in it.")
         onTriggered: App.sidebar.setExpanded(sidebarMenu.row, !sidebarMenu.expanded)
     }
 }

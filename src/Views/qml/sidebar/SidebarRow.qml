@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Ludarium
 
 // One line: the heading of a section, or a place of the library with the number of its games.
@@ -115,9 +114,8 @@ Item {
             Accessible.ignored: true
         }
     }
-    ToolTip {
+    AppToolTip {
         visible: row.hovered && label.truncated
-        delay: 700
         text: row.name
     }
 }

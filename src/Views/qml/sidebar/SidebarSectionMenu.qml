@@ -7,7 +7,7 @@ SidebarMenu {
     AppMenuItem {
         text: sidebarMenu.expanded ? qsTr("Collapse") : qsTr("Expand")
         enabled: App.sidebar.filter === ""
-        reason: qsTr("Not while the sidebar is filtered.")
+        why: qsTr("Not while the sidebar is filtered.")
         onTriggered: App.sidebar.setExpanded(sidebarMenu.row, !sidebarMenu.expanded)
     }
     AppMenuItem {
