@@ -41,13 +41,20 @@ Alert alert(const QString &title, const QString &text, const QStringList &button
     return {title, text, buttons, style};
 }
 
-/// Where the sidebar's row of this name is in the window.
-QPoint sidebarRow(QQuickWindow &window, const QString &name) {
-    const QList<QQuickItem *> lists = window.contentItem()->findChildren<QQuickItem *>();
-    for (QQuickItem *item : lists)
-        if (item->property("rowId").isValid() && item->property("name") == name && item->isVisible())
-            return item->mapToScene({100, item->height() / 2}).toPoint();
-    return {-1, -1};
+/// The visible row of the sidebar of this name below `item`; rows have no other parent than the one they are drawn in.
+QQuickItem *sidebarRow(QQuickItem *item, const QString &name) {
+    if (item->property("rowId").isValid() && item->property("name") == name && item->isVisible())
+        return item;
+    for (QQuickItem *child : item->childItems())
+        if (QQuickItem *found = sidebarRow(child, name))
+            return found;
+    return nullptr;
+}
+
+/// Where that row is in the window.
+QPoint rowPlace(QQuickWindow &window, const QString &name) {
+    const QQuickItem *row = sidebarRow(window.contentItem(), name);
+    return row ? row->mapToScene({100, row->height() / 2}).toPoint() : QPoint();
 }
 
 } // namespace
@@ -127,6 +134,15 @@ TEST(Pictures, OfTheSixViews) {
             window.resize(1280, 800);
         }
     browse.setViewMode(QStringLiteral("Grid"));
+    QTest::keyClick(&window, Qt::Key_Menu);
+    take(fixture, window, QStringLiteral("view-context-menu"));
+    QTest::keyClick(&window, Qt::Key_Escape);
+    for (QObject *popup : window.findChildren<QObject *>())
+        if (QLatin1StringView(popup->metaObject()->className()).startsWith(QLatin1StringView("FilterPopup"))) {
+            ASSERT_TRUE(QMetaObject::invokeMethod(popup, "open"));
+            take(fixture, window, QStringLiteral("view-filter"));
+            ASSERT_TRUE(QMetaObject::invokeMethod(popup, "close"));
+        }
     browse.facets()->set(QStringLiteral("developer"), QStringLiteral("Blue Anvil"));
     browse.facets()->set(QStringLiteral("year"), QStringLiteral("1999"));
     take(fixture, window, QStringLiteral("view-grid-facets-and-hard-titles"));
@@ -163,13 +179,14 @@ TEST(Pictures, OfTheSidebar) {
     sidebar.setAllExpanded(false);
     take(fixture, window, QStringLiteral("sidebar-collapsed"));
     sidebar.setExpanded(section("Platforms"), true);
+    fixture.picture(window);
 
     const auto press = [&](const char *name, Qt::MouseButton button) {
-        const QPoint place = sidebarRow(window, QLatin1StringView(name));
+        const QPoint place = rowPlace(window, QLatin1StringView(name));
         QTest::mousePress(&window, button, {}, place);
         return place;
     };
-    const QPoint end = sidebarRow(window, QStringLiteral("Home Computers"));
+    const QPoint end = rowPlace(window, QStringLiteral("Home Computers"));
     const QPoint start = press("Windows 3x", Qt::LeftButton);
     QTest::mouseMove(&window, start + QPoint(20, 0));
     QTest::mouseMove(&window, end);

@@ -35,6 +35,11 @@ void QuickSetup::ask(const QString &title, const QString &text, const QStringLis
         "a test's question");
 }
 
+void QuickSetup::openVariants() {
+    if (!m_fixture->loadVariants())
+        qFatal("The collection with variants could not be loaded");
+}
+
 void QuickSetup::askForFolder() {
     spawn(
         [](QuickSetup &setup) -> QCoro::Task<> {

@@ -20,6 +20,8 @@ class QuickSetup : public QObject {
     /// Asks a question as a service does; the answer comes by `answered`.
     Q_INVOKABLE void ask(const QString &title, const QString &text, const QStringList &buttons);
     Q_INVOKABLE void askForFolder();
+    /// Opens the collection with variants and titles that are hard to show.
+    Q_INVOKABLE void openVariants();
 
   public Q_SLOTS:
     void qmlEngineAvailable(QQmlEngine *engine);
