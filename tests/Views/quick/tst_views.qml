@@ -152,7 +152,7 @@ TestCase {
     function test_theCoverflowKeepsFewCoversAlive() {
         show("Coverflow", false);
         keyClick(Qt.Key_End);
-        tryVerify(() => findAll(view(), item => item instanceof CoverflowCell).length <= 24);
+        tryVerify(() => findAll(view(), item => item instanceof CoverflowCell).length <= 16);
         verify(findAll(view(), item => item instanceof CoverflowCell).length > 2);
     }
     function test_aHeadSortsWhereThereIsAnOrder() {

@@ -116,6 +116,7 @@ Item {
     }
     AppToolTip {
         visible: row.hovered && label.truncated
+        timeout: 5000
         text: row.name
     }
 }
