@@ -128,9 +128,11 @@ ApplicationWindow {
         }
         DetailPane {
             visible: window.detailShown && window.detailUsed && App.library.gameCount > 0
-            SplitView.preferredWidth: (window.narrow ? 270 : 340) * Math.min(Theme.textScale, 1.2)
+            // What the sidebar and the games need comes first.
+            SplitView.preferredWidth: Math.max(240, Math.min(360 * Math.min(Theme.textScale, 1.2), window.width - (App.sidebar.shown ? sidebar.width : 0) - 350))
             SplitView.minimumWidth: 240
             SplitView.maximumWidth: 560
+            onClosed: window.detailShown = false
         }
     }
     footer: StatusBar {}
@@ -152,7 +154,13 @@ ApplicationWindow {
         id: picker
     }
     ThumbnailSheet {}
+    GameVersionPicker {}
     AlertDialog {}
+    Shortcut {
+        sequences: ["Ctrl+Shift+D"]
+        enabled: !App.dialogs.active && !App.launch.versions.active
+        onActivated: browsePage.detailToggled()
+    }
     FolderChooser {}
     AboutDialog {
         id: about

@@ -40,7 +40,8 @@ FocusScope {
             Layout.fillWidth: true
             Layout.leftMargin: Theme.space12
             Layout.rightMargin: Theme.space12
-            placeholderText: qsTr("Search settings")
+            placeholderText: qsTr("Search")
+            Accessible.name: qsTr("Search settings")
             onAbandoned: list.forceActiveFocus()
             onAccepted: navigation.choose(Math.max(0, list.currentIndex))
             onTextChanged: list.currentIndex = navigation.searching ? 0 : navigation.tabs.indexOf(navigation.tab)
