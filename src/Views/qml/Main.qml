@@ -67,6 +67,7 @@ ApplicationWindow {
         sheetOpen: firstRun.visible || picker.visible
         onSearchWanted: window.focusSearch()
         onSidebarFilterWanted: window.filterSidebar()
+        onDetailsToggled: browsePage.detailToggled()
         onSettingsWanted: window.showSettings()
         onStatisticsWanted: window.showStatistics()
         onFolderWanted: window.showFolderPicker()
@@ -156,11 +157,6 @@ ApplicationWindow {
     ThumbnailSheet {}
     GameVersionPicker {}
     AlertDialog {}
-    Shortcut {
-        sequences: ["Ctrl+Shift+D"]
-        enabled: !App.dialogs.active && !App.launch.versions.active
-        onActivated: browsePage.detailToggled()
-    }
     FolderChooser {}
     AboutDialog {
         id: about
