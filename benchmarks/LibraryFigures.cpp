@@ -116,8 +116,10 @@ QList<Figure> statusFigures(GameLibrary &library) {
                   0};
     const InstallationStatus status(std::make_shared<AriaIndexManager>());
     const QString collection = library.collectionURL();
-    figure.value = bestOf(10, [&] { use(status.check(library.games(), collection)); }).wall; // of both, since the check takes every core
-    figure.floor = bestOf(10, [&] {
+    figure.value = bestOf(40, [&] {
+                       use(status.check(library.games(), collection));
+                   }).wall; // of both, since the check takes every core
+    figure.floor = bestOf(40, [&] {
                        qsizetype letters = 0;
                        DIR *const folder =
                            ::opendir(QFile::encodeName(collection + QStringLiteral("/eXo/eXoDOS")).constData());

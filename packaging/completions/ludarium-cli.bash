@@ -2,7 +2,7 @@
 
 _ludarium_cli() {
     local common="--collection --home --json --verbose --help --version"
-    local commands="demo load refresh status platforms games search show playlists collections facets groups recent stats favorite rate note progress versions play emulators setup-status batch log"
+    local commands="demo load refresh status platforms games search show images thumbnails playlists collections facets groups recent stats favorite rate note progress versions play emulators setup-status batch log"
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
     local command="" word i
 
@@ -49,6 +49,7 @@ _ludarium_cli() {
             words="$common --genre --developer --publisher --year --platform --playlist --collection-id"
             words+=" --favorites --installed --sort --limit"
             ;;
+        thumbnails) words="$common --platform" ;;
         facets) words="$common genres developers publishers series years" ;;
         groups) words="$common --search --limit" ;;
         favorite) words="$common --off" ;;

@@ -3,9 +3,11 @@
 #include "App/LaunchDatabases.h"
 #include "Host/AppLogger.h"
 #include "Host/Async.h"
+#include "Host/Clock.h"
 #include "Host/Host.h"
 #include "Host/Settings.h"
 #include "Host/SettingsStore.h"
+#include "Services/Artwork/ImageLoader.h"
 #include "Services/Launch/GameLauncher.h"
 #include "Services/Library/BatchOperationsManager.h"
 #include "Services/Library/GameLibrary.h"
@@ -14,6 +16,8 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QPointer>
+#include <algorithm>
 #include <chrono>
 #include <utility>
 
@@ -22,13 +26,15 @@ namespace ludarium {
 namespace {
 
 constexpr std::chrono::milliseconds searchDelay{150};
+/// After a load, so that the first pictures on screen come before those that nobody looks at.
+constexpr std::chrono::seconds preCacheDelay{15};
 
 } // namespace
 
 AppState::AppState(Host &host, EmulatorManager &emulators, const LaunchDatabases &databases, LibraryServices services,
                    QObject *parent)
     : QObject(parent), m_host(host), m_library(std::make_unique<GameLibrary>(host, std::move(services))),
-      m_browser(std::make_unique<LibraryBrowser>(*m_library)),
+      m_images(std::make_unique<ImageLoader>(host)), m_browser(std::make_unique<LibraryBrowser>(*m_library)),
       m_launcher(std::make_unique<GameLauncher>(host, emulators, databases.dosCollaborators())),
       m_versionCheck(std::make_unique<VersionCheck>(databases.versionCheckCollaborators(*m_library))),
       m_tracker(std::make_unique<PlaySessionTracker>(host)),
@@ -78,11 +84,23 @@ void AppState::collectionChanged(const QString &oldPath) {
     } catch (const std::exception &error) {
         Log::error(QStringLiteral("Failed to remember the collection folder: %1").arg(QString::fromUtf8(error.what())));
     }
+    m_images->clearCache();
     if (!oldPath.isEmpty() && oldPath != m_collectionPath)
         m_library->clearCollectionData();
     m_launcher->setCollectionURL(m_collectionPath);
     Q_EMIT collectionPathChanged();
-    spawn(m_library->loadCollection(m_collectionPath), "loading the collection");
+    spawn(loadThenCopyPictures(m_collectionPath), "loading the collection");
+}
+
+QCoro::Task<> AppState::loadThenCopyPictures(QString path) {
+    const QPointer<AppState> self(this);
+    co_await m_library->loadCollection(path);
+    if (!self)
+        co_return;
+    const GameList games = m_library->games();
+    co_await m_host.clock.sleep(preCacheDelay);
+    if (self && path == m_collectionPath)
+        co_await m_images->backgroundPreCacheThumbnails(games, path);
 }
 
 void AppState::setViewMode(ViewMode mode) {
@@ -119,7 +137,19 @@ void AppState::setSelectedGameId(const QString &id) {
     if (m_selectedGameId == id)
         return;
     m_selectedGameId = id;
+    const GamePtr game = m_library->game(id);
+    m_selectedGroupTitle = game ? GameGroup::normalize(game->title) : QString();
     Q_EMIT selectionChanged();
+}
+
+std::optional<GameGroup> AppState::selectedGameGroup() const {
+    if (m_selectedGameId.isEmpty())
+        return {};
+    const QList<GameGroup> groups = filteredGameGroups();
+    const auto found = std::find_if(groups.begin(), groups.end(), [this](const GameGroup &group) {
+        return group.normalizedTitle == m_selectedGroupTitle;
+    });
+    return found == groups.end() ? std::nullopt : std::optional(*found);
 }
 
 void AppState::setQuery(const BrowseQuery &query) {

@@ -10,6 +10,7 @@
 #include <QObject>
 #include <QTimer>
 #include <memory>
+#include <utility>
 
 namespace ludarium {
 
@@ -18,6 +19,7 @@ class BatchOperationsManager;
 class EmulatorManager;
 class GameLauncher;
 class GameLibrary;
+class ImageLoader;
 class LibraryBrowser;
 class PlaySessionTracker;
 class VersionCheck;
@@ -38,6 +40,8 @@ class AppState : public QObject {
     GameLauncher &gameLauncher() { return *m_launcher; }
     /// What stands between the Play button and the launcher.
     const VersionCheck &versionCheck() const { return *m_versionCheck; }
+    /// Pictures, videos, manuals and music of games.
+    ImageLoader &imageLoader() { return *m_images; }
     LibraryBrowser &browser() { return *m_browser; }
     PlaySessionTracker &sessionTracker() { return *m_tracker; }
     BatchOperationsManager &batchOperations() { return *m_batchOperations; }
@@ -61,6 +65,14 @@ class AppState : public QObject {
 
     QString selectedGameId() const { return m_selectedGameId; }
     void setSelectedGameId(const QString &id);
+    /// The title that the selected game's duplicates share, as `GameGroup::normalize` gives it; empty without a
+    /// selection.
+    QString selectedGroupTitle() const { return m_selectedGroupTitle; }
+    /// The shown group that the selected game belongs to; none when it is not shown.
+    std::optional<GameGroup> selectedGameGroup() const;
+    /// A request to the main view, good for once, to bring the selection into view.
+    void setShouldScrollToSelection() { m_shouldScrollToSelection = true; }
+    bool takeShouldScrollToSelection() { return std::exchange(m_shouldScrollToSelection, false); }
     /// What the search field holds, at every key stroke.
     QString searchText() const { return m_searchText; }
     /// Reaches the filter when no other text came for 0.15 seconds; an empty text at once.
@@ -98,6 +110,7 @@ class AppState : public QObject {
 
   private:
     void collectionChanged(const QString &oldPath);
+    QCoro::Task<> loadThenCopyPictures(QString path);
     void setQuery(const BrowseQuery &query);
     template<typename T, typename Value>
     void narrow(T BrowseQuery::*field, const Value &value) {
@@ -108,6 +121,7 @@ class AppState : public QObject {
 
     Host &m_host;
     std::unique_ptr<GameLibrary> m_library;
+    std::unique_ptr<ImageLoader> m_images;
     std::unique_ptr<LibraryBrowser> m_browser;
     std::unique_ptr<GameLauncher> m_launcher;
     std::unique_ptr<VersionCheck> m_versionCheck;
@@ -118,6 +132,8 @@ class AppState : public QObject {
     GridSize m_gridSize = GridSize::medium;
     bool m_groupDuplicateGames = true;
     QString m_selectedGameId;
+    QString m_selectedGroupTitle;
+    bool m_shouldScrollToSelection = false;
     QString m_searchText;
     QTimer m_searchDebounce;
     BrowseQuery m_query;

@@ -96,7 +96,7 @@ int runDesktop(const DesktopOptions &options) {
     QQmlApplicationEngine engine;
     desktop.installInto(engine);
     if (!options.view.isEmpty())
-        state.setViewMode(options.view == QLatin1StringView("List") ? ViewMode::list : ViewMode::grid);
+        state.setViewMode(viewModeFromText(options.view).value_or(ViewMode::grid));
     if (!picture)
         desktop.followDesktopColors();
     if (!options.theme.isEmpty())

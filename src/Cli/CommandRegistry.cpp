@@ -7,11 +7,13 @@ namespace ludarium {
 
 std::vector<std::unique_ptr<Command>> makeCommands() {
     constexpr std::unique_ptr<Command> (*makers[])() = {
-        makeDemoCommand,      makeLoadCommand,        makeRefreshCommand,  makeStatusCommand,    makePlatformsCommand,
-        makeGamesCommand,     makeSearchCommand,      makeShowCommand,     makePlaylistsCommand, makeCollectionsCommand,
-        makeFacetsCommand,    makeGroupsCommand,      makeRecentCommand,   makeStatsCommand,     makeFavoriteCommand,
-        makeRateCommand,      makeNoteCommand,        makeProgressCommand, makeVersionsCommand,  makePlayCommand,
-        makeEmulatorsCommand, makeSetupStatusCommand, makeBatchCommand,    makeLogCommand,
+        makeDemoCommand,      makeLoadCommand,       makeRefreshCommand,   makeStatusCommand,
+        makePlatformsCommand, makeGamesCommand,      makeSearchCommand,    makeShowCommand,
+        makeImagesCommand,    makeThumbnailsCommand, makePlaylistsCommand, makeCollectionsCommand,
+        makeFacetsCommand,    makeGroupsCommand,     makeRecentCommand,    makeStatsCommand,
+        makeFavoriteCommand,  makeRateCommand,       makeNoteCommand,      makeProgressCommand,
+        makeVersionsCommand,  makePlayCommand,       makeEmulatorsCommand, makeSetupStatusCommand,
+        makeBatchCommand,     makeLogCommand,
     };
     std::vector<std::unique_ptr<Command>> commands;
     for (const auto &make : makers)

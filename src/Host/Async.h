@@ -2,6 +2,7 @@
 
 #include <QCoro/QCoroFuture>
 #include <QCoro/QCoroTask>
+#include <QThreadPool>
 #include <QtConcurrent/QtConcurrentRun>
 #include <exception>
 #include <memory>
@@ -14,7 +15,7 @@ namespace ludarium {
 namespace detail {
 
 template<typename Function>
-auto runShared(std::shared_ptr<Function> function) -> QCoro::Task<std::invoke_result_t<Function>> {
+auto runShared(QThreadPool *pool, std::shared_ptr<Function> function) -> QCoro::Task<std::invoke_result_t<Function>> {
     using Result = std::invoke_result_t<Function>;
     // The exception travels as data: QFuture carries only what was thrown as a QException on Qt 6.4.
     struct Outcome {
@@ -32,7 +33,7 @@ auto runShared(std::shared_ptr<Function> function) -> QCoro::Task<std::invoke_re
             outcome->error = std::current_exception();
         }
     };
-    QFuture<void> future = QtConcurrent::run(work);
+    QFuture<void> future = QtConcurrent::run(pool, work);
     co_await future;
     if (outcome->error)
         std::rethrow_exception(outcome->error);
@@ -49,7 +50,14 @@ auto runShared(std::shared_ptr<Function> function) -> QCoro::Task<std::invoke_re
 /// inside a `co_await` expression, whatever it is passed to. So: `auto work = [=] { … }; co_await runOnPool(work);`.
 template<typename Function>
 auto runOnPool(Function &function) {
-    return detail::runShared(std::make_shared<Function>(std::move(function)));
+    return detail::runShared(QThreadPool::globalInstance(), std::make_shared<Function>(std::move(function)));
+}
+
+/// The same on a pool of its owner's. Work that is queued must not be cleared from it: the coroutine would never
+/// resume.
+template<typename Function>
+auto runOnPool(QThreadPool &pool, Function &function) {
+    return detail::runShared(&pool, std::make_shared<Function>(std::move(function)));
 }
 
 /// The one place for a task that nobody awaits: whatever it throws is logged with `what`, never lost.

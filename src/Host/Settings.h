@@ -14,6 +14,7 @@ inline constexpr Setting<QString> viewMode{"viewMode", u"Grid"};
 inline constexpr Setting<QString> gridSize{"gridSize", u"Medium"};
 inline constexpr Setting<QString> sortOrder{"sortOrder", u"Title"};
 inline constexpr Setting<bool> groupDuplicateGames{"groupDuplicateGames", true};
+inline constexpr Setting<QMap<QString, double>> tableColumnWidths{"tableColumnWidths"}; ///< points, by column
 inline constexpr Setting<QString> platformSortOrder{"platformSortOrder",
                                                     u"alphabetical"};  ///< "alphabetical" or "byGameCount"
 inline constexpr Setting<QByteArray> platformGroups{"platformGroups"}; ///< JSON list of platform groups

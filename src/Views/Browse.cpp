@@ -2,6 +2,7 @@
 
 #include "Host/AppLogger.h"
 #include "Services/Library/GameLibrary.h"
+#include "Services/Library/SmartCollection.h"
 #include "Views/GridGeometry.h"
 
 #include <algorithm>
@@ -9,38 +10,64 @@
 namespace ludarium {
 
 Browse::Browse(AppState &state, std::shared_ptr<CoverStore> covers, QObject *parent)
-    : QObject(parent), m_state(state), m_games(std::move(covers)) {
+    : QObject(parent), m_state(state), m_games(std::move(covers)), m_facets(state), m_table(state.host()) {
     state.gameLibrary().setIndexedAtLoad(true);
     connect(&state, &AppState::filteredGamesChanged, this, &Browse::refresh);
     connect(&state, &AppState::searchTextChanged, this, &Browse::searchTextChanged);
     connect(&state, &AppState::viewSettingsChanged, this, &Browse::viewSettingsChanged);
-    connect(&state, &AppState::selectionChanged, this, [this] {
-        followSelection();
-        Q_EMIT titleChanged();
-    });
+    connect(&state, &AppState::selectionChanged, this, &Browse::followSelection);
+    connect(&m_games, &GameListModel::modelReset, this, &Browse::listReplaced);
     refresh();
 }
 
 void Browse::refresh() {
-    m_games.setGames(m_state.filteredGames());
+    if (isGrouped())
+        m_games.setGroups(m_state.filteredGameGroups());
+    else
+        m_games.setGames(m_state.filteredGames());
     followSelection();
+    Q_EMIT titleChanged();
     if (const bool filtered = isFiltered(); std::exchange(m_wasFiltered, filtered) != filtered)
         Q_EMIT filteredChanged();
 }
 
 void Browse::followSelection() {
-    const int row = m_games.rowOf(m_state.selectedGameId());
+    int row = -1;
+    if (!m_state.selectedGameId().isEmpty())
+        row = m_games.isGrouped() ? m_games.rowOfGroup(m_state.selectedGroupTitle(), m_currentRow)
+                                  : m_games.rowOf(m_state.selectedGameId(), m_currentRow);
     if (std::exchange(m_currentRow, row) != row)
         Q_EMIT currentRowChanged();
+    if (m_state.takeShouldScrollToSelection())
+        Q_EMIT scrollWanted();
 }
 
 QString Browse::title() const {
-    return m_state.selectedPlatform().isEmpty() ? QStringLiteral("All Games") : m_state.selectedPlatform();
+    const BrowseQuery &query = m_state.query();
+    if (query.recentlyPlayed)
+        return QStringLiteral("Recently Played");
+    if (!query.platform.isEmpty())
+        return query.platform;
+    for (const Playlist &playlist : m_state.gameLibrary().playlists())
+        if (!query.playlistId.isEmpty() && playlist.id == query.playlistId)
+            return playlist.name;
+    if (const SmartCollection *collection = smartCollection(query.smartCollectionId))
+        return collection->name;
+    return query.favoritesOnly ? QStringLiteral("Favorites") : QStringLiteral("All Games");
+}
+
+void Browse::select(const QString &gameId) {
+    if (gameId != m_state.selectedGameId())
+        m_state.setSelectedGameId(gameId);
+    else
+        followSelection();
 }
 
 void Browse::setCurrentRow(int row) {
+    if (row >= 0 && row == m_currentRow)
+        return select(m_state.selectedGameId());
     const GamePtr game = m_games.game(row);
-    m_state.setSelectedGameId(game ? game->id : QString());
+    select(game ? game->id : QString());
 }
 
 QString Browse::viewMode() const {
@@ -76,6 +103,13 @@ void Browse::setSortOrder(const QString &text) {
     }
 }
 
+void Browse::setGrouped(bool grouped) {
+    if (grouped != isGrouped()) {
+        m_state.setGroupDuplicateGames(grouped);
+        save();
+    }
+}
+
 void Browse::save() {
     try {
         m_state.saveViewSettings();
@@ -90,50 +124,90 @@ bool Browse::isFiltered() const {
     return m_state.query() != whole;
 }
 
-int Browse::columnsFor(double width) const {
-    return gridColumns(width, m_state.gridSize());
+double Browse::gridWidth(double available) const {
+    return ludarium::gridWidth(available, m_state.gridSize());
 }
 
-int Browse::widestCell() const {
-    return cellWidths(m_state.gridSize()).maximum;
+int Browse::gridColumns(double width) const {
+    return fittingColumns(width, m_state.gridSize());
 }
 
-/// Up and down go by a row of the grid while duplicates are grouped, and by one game otherwise.
-int Browse::rowsPerStep(int columns) const {
-    return m_state.viewMode() == ViewMode::grid && m_state.groupDuplicateGames() ? columns : 1;
+int Browse::columnsOfStep(double gridWidth) const {
+    if (m_state.viewMode() != ViewMode::grid || !isGrouped())
+        return 1;
+    const GridSize size = m_state.gridSize();
+    const int columns = gridWidth > 0 ? calculateActualColumns(gridWidth, size) : calculateEstimatedColumns(size);
+    Log::debug(QStringLiteral("📐 Grid: width=%1, maxItem=%2, calculated columns=%3")
+                   .arg(gridWidth)
+                   .arg(cellWidths(size).maximum)
+                   .arg(columns));
+    return columns;
+}
+
+/// The coverflow goes through the games one by one even where it shows groups.
+void Browse::move(Step step, int columns) {
+    m_state.setShouldScrollToSelection();
+    if (!isGrouped() || m_state.viewMode() != ViewMode::coverflow)
+        return setCurrentRow(stepRow(step, m_currentRow, m_games.count(), columns));
+    const GameList games = m_state.filteredGames();
+    const auto current = std::find_if(games.begin(), games.end(),
+                                      [this](const GamePtr &game) { return game->id == m_state.selectedGameId(); });
+    const int row = stepRow(step, current == games.end() ? -1 : int(current - games.begin()), int(games.size()), 1);
+    select(row < 0 ? QString() : games[row]->id);
 }
 
 void Browse::moveLeft() {
-    setCurrentRow(stepRow(Step::previous, m_currentRow, m_games.count(), 1));
+    move(Step::previous, 1);
 }
 
 void Browse::moveRight() {
-    setCurrentRow(stepRow(Step::next, m_currentRow, m_games.count(), 1));
+    move(Step::next, 1);
 }
 
-void Browse::moveUp(int columns) {
-    setCurrentRow(stepRow(Step::up, m_currentRow, m_games.count(), rowsPerStep(columns)));
+void Browse::moveUp(double gridWidth) {
+    move(Step::up, columnsOfStep(gridWidth));
 }
 
-void Browse::moveDown(int columns) {
-    setCurrentRow(stepRow(Step::down, m_currentRow, m_games.count(), rowsPerStep(columns)));
+void Browse::moveDown(double gridWidth) {
+    move(Step::down, columnsOfStep(gridWidth));
 }
 
 void Browse::moveBy(int rows) {
-    if (m_games.count() > 0)
-        setCurrentRow(std::clamp(m_currentRow + rows, 0, m_games.count() - 1));
+    if (m_games.count() == 0)
+        return;
+    m_state.setShouldScrollToSelection();
+    setCurrentRow(std::clamp(m_currentRow + rows, 0, m_games.count() - 1));
+}
+
+void Browse::showFavorites() {
+    m_state.setShowFavoritesOnly(true);
+}
+
+void Browse::showRecentlyPlayed() {
+    m_state.setShowRecentlyPlayed(true);
+}
+
+void Browse::toggleInstalledOnly() {
+    m_state.setShowInstalledOnly(!m_state.query().installedOnly);
 }
 
 void Browse::clearFilters() {
     m_state.clearFilters();
 }
 
+QString Browse::joined(QStringList parts, const QString &separator) {
+    parts.removeAll(QString());
+    return parts.join(separator);
+}
+
 bool Browse::selectTitle(const QString &title) {
     for (int row = 0; row < m_games.count(); ++row)
-        if (m_games.game(row)->title == title) {
-            setCurrentRow(row);
-            return true;
-        }
+        for (const GamePtr &game : m_games.variants(row))
+            if (game->title == title) {
+                m_state.setShouldScrollToSelection();
+                select(game->id);
+                return true;
+            }
     return false;
 }
 

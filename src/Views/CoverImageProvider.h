@@ -1,44 +1,30 @@
 #pragma once
 
-#include <QCache>
-#include <QImage>
-#include <QMutex>
-#include <QQuickAsyncImageProvider>
-#include <QThreadPool>
-#include <atomic>
+#include "Views/PictureProvider.h"
+
 #include <memory>
 
 namespace ludarium {
 
 class CoverStore;
+class ImageLoader;
 
-/// Serves `image://cover/…`: found, decoded at the wanted size and given round corners on a pool of its own. The
-/// newest request is served first, and one whose cell left the screen is dropped. A game without a picture gets one
-/// transparent pixel, which the cover component takes as "keep the placeholder".
-class CoverImageProvider : public QQuickAsyncImageProvider {
+/// Serves `image://cover/…`: the picture that stands for a game, fitted into the requested box, with round corners.
+class CoverImageProvider : public PictureProvider {
   public:
-    explicit CoverImageProvider(std::shared_ptr<CoverStore> store);
+    /// Both must outlive it.
+    CoverImageProvider(ImageLoader &images, std::shared_ptr<CoverStore> store);
     ~CoverImageProvider() override;
 
-    QQuickImageResponse *requestImageResponse(const QString &id, const QSize &requestedSize) override;
+    /// The picture scaled to fit `box`, with round corners of `radius` pixels.
+    static QImage framed(QImage picture, QSize box, double radius);
 
-    /// Requests that are not yet answered.
-    int pending() const { return m_pending; }
-
-    /// Decodes a picture to fit `box` with round corners of `radius` pixels; null when it cannot be read.
-    static QImage decode(const QString &path, QSize box, double radius);
+  protected:
+    QImage produce(const QString &id, QSize size, const std::stop_token &stop) override;
 
   private:
-    class Response;
-    class Job;
-    QImage produce(const QString &id, QSize box);
-
+    ImageLoader &m_images;
     std::shared_ptr<CoverStore> m_store;
-    QMutex m_cacheMutex;
-    QCache<QString, QImage> m_cache;
-    std::atomic<int> m_pending = 0;
-    std::atomic<int> m_sequence = 0;
-    QThreadPool m_pool; // last: its jobs use what stands above
 };
 
 } // namespace ludarium

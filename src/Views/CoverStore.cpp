@@ -1,17 +1,11 @@
 #include "Views/CoverStore.h"
 
-#include "Views/CoverFinder.h"
-
 namespace ludarium {
-
-CoverStore::CoverStore() : m_finder(std::make_shared<CoverFinder>(QString())) {}
-
-CoverStore::~CoverStore() = default;
 
 void CoverStore::setCollection(const QString &collection) {
     const QMutexLocker lock(&m_mutex);
     ++m_generation;
-    m_finder = std::make_shared<CoverFinder>(collection);
+    m_collection = collection;
     m_numbers.clear();
     m_games.clear();
 }
@@ -34,7 +28,7 @@ std::optional<CoverStore::Source> CoverStore::source(const QString &address) con
     const int number = QStringView(address).mid(slash + 1).toInt();
     if (QStringView(address).left(slash).toInt() != m_generation || number < 0 || number >= m_games.size())
         return std::nullopt;
-    return Source{m_games[number], m_finder};
+    return Source{m_games[number], m_collection};
 }
 
 } // namespace ludarium

@@ -3,9 +3,11 @@
 #include "App/AppState.h"
 #include "Host/Async.h"
 #include "Host/Host.h"
+#include "Services/Artwork/ImageLoader.h"
 #include "Services/Library/GameLibrary.h"
 #include "Views/CoverImageProvider.h"
 #include "Views/DesktopColorScheme.h"
+#include "Views/GalleryImageProvider.h"
 #include "Views/IconImageProvider.h"
 
 #include <QPointer>
@@ -29,11 +31,12 @@ QCoro::Task<> tell(Dialogs &dialogs, QString title, QString text) {
 
 Desktop::Desktop(AppState &state, QmlDialogs &dialogs, AppLogger &logger, QObject *parent)
     : QObject(parent), m_state(state), m_dialogs(dialogs), m_coverStore(std::make_shared<CoverStore>()),
-      m_browse(state, m_coverStore), m_sidebar(state), m_detail(state, m_coverStore), m_library(state), m_launch(state),
-      m_log(state.host(), logger), m_appearance(state.host()), m_start(state) {
+      m_browse(state, m_coverStore), m_sidebar(state), m_detail(state, m_coverStore), m_game(state), m_library(state),
+      m_launch(state), m_log(state.host(), logger), m_logUpload(state.host(), logger), m_pages(state.host().workspace),
+      m_appearance(state.host()), m_start(state), m_thumbnails(state) {
     m_coverStore->setCollection(state.collectionPath());
-    connect(&state, &AppState::collectionPathChanged, this,
-            [this] { m_coverStore->setCollection(m_state.collectionPath()); });
+    connect(&state, &AppState::collectionPathChanged, this, &Desktop::showPicturesAnew);
+    connect(&state.imageLoader(), &ImageLoader::cleared, this, &Desktop::showPicturesAnew);
     connect(&state.gameLibrary(), &GameLibrary::errorMessageChanged, this, &Desktop::libraryErrorChanged);
     connect(&m_log, &LogModel::copied, this, [this] { Q_EMIT toast(QStringLiteral("Log copied to the clipboard")); });
     libraryErrorChanged();
@@ -45,13 +48,29 @@ void Desktop::installInto(QQmlEngine &engine) {
     QQmlEngine::setObjectOwnership(this, QQmlEngine::CppOwnership);
     engine.setProperty(engineProperty, QVariant::fromValue<QObject *>(this));
     engine.addImportPath(QStringLiteral("qrc:/qml"));
-    m_coverProvider = new CoverImageProvider(m_coverStore);
-    engine.addImageProvider(QStringLiteral("cover"), m_coverProvider);
+    auto *covers = new CoverImageProvider(m_state.imageLoader(), m_coverStore);
+    auto *gallery = new GalleryImageProvider(m_state.imageLoader());
+    engine.addImageProvider(QStringLiteral("cover"), covers);
+    engine.addImageProvider(QStringLiteral("gallery"), gallery);
+    m_pictureProviders = {covers, gallery};
     engine.addImageProvider(QStringLiteral("icon"), new IconImageProvider);
+}
+
+int Desktop::pendingPictures() const {
+    int pending = m_detail.isLookingForPictures() ? 1 : 0;
+    for (const PictureProvider *provider : m_pictureProviders)
+        pending += provider->pending();
+    return pending;
 }
 
 Desktop *Desktop::create(QQmlEngine *engine, QJSEngine *) {
     return qobject_cast<Desktop *>(engine->property(engineProperty).value<QObject *>());
+}
+
+void Desktop::showPicturesAnew() {
+    m_coverStore->setCollection(m_state.collectionPath());
+    m_browse.games()->renewCovers();
+    m_detail.showPicturesAnew();
 }
 
 void Desktop::followDesktopColors() {

@@ -3,21 +3,25 @@
 #include "Views/Appearance.h"
 #include "Views/Browse.h"
 #include "Views/CoverStore.h"
+#include "Views/GameCommands.h"
 #include "Views/GameDetail.h"
 #include "Views/LaunchStatus.h"
 #include "Views/LibraryStatus.h"
 #include "Views/LogModel.h"
+#include "Views/LogUpload.h"
 #include "Views/QmlDialogs.h"
 #include "Views/SidebarModel.h"
 #include "Views/StartScreen.h"
+#include "Views/SupportPages.h"
+#include "Views/ThumbnailCaching.h"
 
 #include <QQmlEngine>
 #include <memory>
 
 namespace ludarium {
 
-class CoverImageProvider;
 class DesktopColorScheme;
+class PictureProvider;
 
 /// Everything that the window is fed from, under the name `App`: one view model for each part of it, and the commands
 /// that belong to no part.
@@ -29,11 +33,15 @@ class Desktop : public QObject {
     Q_PROPERTY(ludarium::SidebarModel *sidebar READ sidebar CONSTANT)
     Q_PROPERTY(ludarium::GameDetail *detail READ detail CONSTANT)
     Q_PROPERTY(ludarium::LibraryStatus *library READ library CONSTANT)
+    Q_PROPERTY(ludarium::GameCommands *game READ game CONSTANT)
     Q_PROPERTY(ludarium::LaunchStatus *launch READ launch CONSTANT)
     Q_PROPERTY(ludarium::QmlDialogs *dialogs READ dialogs CONSTANT)
     Q_PROPERTY(ludarium::LogModel *log READ log CONSTANT)
+    Q_PROPERTY(ludarium::LogUpload *logUpload READ logUpload CONSTANT)
+    Q_PROPERTY(ludarium::SupportPages *pages READ pages CONSTANT)
     Q_PROPERTY(ludarium::Appearance *appearance READ appearance CONSTANT)
     Q_PROPERTY(ludarium::StartScreen *start READ start CONSTANT)
+    Q_PROPERTY(ludarium::ThumbnailCaching *thumbnails READ thumbnails CONSTANT)
     Q_PROPERTY(QString version READ version CONSTANT)
     Q_PROPERTY(QString fileManagerName READ fileManagerName CONSTANT)
   public:
@@ -49,17 +57,21 @@ class Desktop : public QObject {
     Browse *browse() { return &m_browse; }
     SidebarModel *sidebar() { return &m_sidebar; }
     GameDetail *detail() { return &m_detail; }
+    GameCommands *game() { return &m_game; }
     LibraryStatus *library() { return &m_library; }
     LaunchStatus *launch() { return &m_launch; }
     QmlDialogs *dialogs() { return &m_dialogs; }
     LogModel *log() { return &m_log; }
+    LogUpload *logUpload() { return &m_logUpload; }
+    SupportPages *pages() { return &m_pages; }
     Appearance *appearance() { return &m_appearance; }
     StartScreen *start() { return &m_start; }
+    ThumbnailCaching *thumbnails() { return &m_thumbnails; }
     QString version() const;
     /// "Finder", or what takes its place.
     QString fileManagerName() const;
-    /// Null before `installInto`.
-    CoverImageProvider *covers() { return m_coverProvider; }
+    /// Pictures that QML has asked for and not yet got.
+    int pendingPictures() const;
 
     /// Asks for a folder and opens it.
     Q_INVOKABLE void chooseCollection();
@@ -73,19 +85,25 @@ class Desktop : public QObject {
   private:
     QCoro::Task<> askForCollection();
     void libraryErrorChanged();
+    /// What is on screen is asked for again, as other pictures may have taken its place.
+    void showPicturesAnew();
 
     AppState &m_state;
     QmlDialogs &m_dialogs;
     std::shared_ptr<CoverStore> m_coverStore;
-    CoverImageProvider *m_coverProvider = nullptr;
+    QList<PictureProvider *> m_pictureProviders; ///< the engine's
     Browse m_browse;
     SidebarModel m_sidebar;
     GameDetail m_detail;
+    GameCommands m_game;
     LibraryStatus m_library;
     LaunchStatus m_launch;
     LogModel m_log;
+    LogUpload m_logUpload;
+    SupportPages m_pages;
     Appearance m_appearance;
     StartScreen m_start;
+    ThumbnailCaching m_thumbnails;
     std::unique_ptr<DesktopColorScheme> m_colorScheme;
 };
 

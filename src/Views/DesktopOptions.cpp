@@ -41,7 +41,7 @@ DesktopOptions::Outcome DesktopOptions::parse(int argc, const char *const *argv)
         ->check([](const std::string &text) {
             return sizeFromText(text) ? std::string() : "\"" + text + "\" is no size like 1280x800";
         });
-    app.add_option("--view", view, "How games are shown")->check(CLI::IsMember({"grid", "list"}));
+    app.add_option("--view", view, "How games are shown")->check(CLI::IsMember({"grid", "list", "coverflow"}));
     app.add_option("--theme", theme, "Name of the theme for this run")
         ->check(CLI::IsMember(
             {"System", "System Dark", "System Light", "Retro Purple", "Ocean Blue", "Forest Green", "Midnight Glass"}));
@@ -63,7 +63,9 @@ DesktopOptions::Outcome DesktopOptions::parse(int argc, const char *const *argv)
     if (!size.empty())
         options.size = sizeFromText(size);
     if (!view.empty())
-        options.view = view == "list" ? QStringLiteral("List") : QStringLiteral("Grid");
+        options.view = view == "list"   ? QStringLiteral("List")
+                       : view == "grid" ? QStringLiteral("Grid")
+                                        : QStringLiteral("Coverflow");
     options.theme = QString::fromStdString(theme);
     options.select = QString::fromStdString(select);
     outcome.options = options;

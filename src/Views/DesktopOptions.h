@@ -13,7 +13,7 @@ struct DesktopOptions {
     // For pictures.
     QString screenshot;
     std::optional<QSize> size;
-    QString view; ///< "Grid", "List" or empty
+    QString view; ///< "Grid", "List", "Coverflow" or empty
     QString theme;
     QString select;
 

@@ -1,6 +1,7 @@
 #include "Views/GameDetail.h"
 
 #include "App/AppState.h"
+#include "Services/Artwork/ImageLoader.h"
 #include "Services/Library/GameLibrary.h"
 #include "Views/CoverStore.h"
 #include "Views/TitleArt.h"
@@ -8,7 +9,7 @@
 namespace ludarium {
 
 GameDetail::GameDetail(AppState &state, std::shared_ptr<CoverStore> covers, QObject *parent)
-    : QObject(parent), m_state(state), m_covers(std::move(covers)) {
+    : QObject(parent), m_state(state), m_covers(std::move(covers)), m_media(state) {
     connect(&state, &AppState::selectionChanged, this, &GameDetail::refresh);
     connect(&state.gameLibrary(), &GameLibrary::gamesChanged, this, &GameDetail::refresh);
     refresh();
@@ -19,8 +20,21 @@ void GameDetail::refresh() {
     GamePtr game = id.isEmpty() ? GamePtr() : m_state.gameLibrary().game(id);
     if (game == m_game)
         return;
+    const bool another = !m_game || !game || m_game->id != game->id;
     m_game = std::move(game);
+    if (another)
+        m_media.setGame(m_game);
     Q_EMIT changed();
+}
+
+void GameDetail::showPicturesAnew() {
+    m_media.setGame(m_game);
+    Q_EMIT changed();
+}
+
+void GameDetail::clearImageCache() {
+    if (m_game)
+        m_state.imageLoader().clearGameCache(*m_game, m_state.collectionPath());
 }
 
 QString GameDetail::title() const {

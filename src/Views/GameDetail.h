@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Models/Game.h"
+#include "Views/GameMedia.h"
 
 #include <QObject>
 #include <memory>
@@ -25,6 +26,7 @@ class GameDetail : public QObject {
     Q_PROPERTY(QString publisher READ publisher NOTIFY changed)
     Q_PROPERTY(QString series READ series NOTIFY changed)
     Q_PROPERTY(QString text READ text NOTIFY changed)
+    Q_PROPERTY(ludarium::GameMedia *media READ media CONSTANT)
   public:
     GameDetail(AppState &state, std::shared_ptr<CoverStore> covers, QObject *parent = nullptr);
 
@@ -41,6 +43,13 @@ class GameDetail : public QObject {
     QString series() const;
     /// The overview, or else the collection's notes.
     QString text() const;
+    GameMedia *media() { return &m_media; }
+    bool isLookingForPictures() const { return m_media.isLoading(); }
+
+    /// The cover and the gallery are looked up again.
+    void showPicturesAnew();
+    /// Forgets what is known of the game's pictures, after one of them was replaced.
+    Q_INVOKABLE void clearImageCache();
 
   Q_SIGNALS:
     void changed();
@@ -51,6 +60,7 @@ class GameDetail : public QObject {
     AppState &m_state;
     std::shared_ptr<CoverStore> m_covers;
     GamePtr m_game;
+    GameMedia m_media;
 };
 
 } // namespace ludarium

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Models/Game.h"
+#include "Services/Library/GameGroup.h"
 
 #include <QAbstractListModel>
 #include <memory>
@@ -10,8 +11,8 @@ namespace ludarium {
 
 class CoverStore;
 
-/// The games that are shown, in their order. Rows are made when they come on screen; the model itself only holds the
-/// shared records.
+/// The games that are shown, or the groups of duplicates that stand for them, in their order. Rows are made when they
+/// come on screen; the model itself only holds the shared records.
 class GameListModel : public QAbstractListModel {
     Q_OBJECT
     QML_ANONYMOUS
@@ -20,15 +21,23 @@ class GameListModel : public QAbstractListModel {
     enum Role {
         idRole = Qt::UserRole + 1,
         titleRole,
-        platformRole,
+        platformRole, ///< of a group, each of its platforms once
         yearRole,
         developerRole,
         genreRole,
+        ratingRole, ///< the community's, in the user's locale; empty without one
+        playCountRole,
+        lastPlayedRole,
+        playTimeRole,
+        statusRole,
         coverRole,
         initialsRole,
         hueRole,
-        favoriteRole,
-        installedRole
+        favoriteRole, ///< of a group, whether one of its games has it; so also the next three
+        installedRole,
+        compressedRole,
+        downloadableRole,
+        variantsRole ///< number of games of a group, 1 for a game
     };
 
     explicit GameListModel(std::shared_ptr<CoverStore> covers, QObject *parent = nullptr);
@@ -37,23 +46,33 @@ class GameListModel : public QAbstractListModel {
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
-    int count() const { return int(m_games.size()); }
+    int count() const { return int(m_grouped ? m_groups.size() : m_games.size()); }
+    bool isGrouped() const { return m_grouped; }
     /// Takes a new list. The same games in the same order only announce the rows whose records changed, so that the
     /// view keeps its place.
     void setGames(GameList games);
-    /// None outside the list.
+    void setGroups(QList<GameGroup> groups);
+    /// The addresses of the covers have changed.
+    void renewCovers();
+    /// The game of a row, or the one that stands for its group. None outside the list.
     GamePtr game(int row) const;
-    /// -1 when the game is not shown.
-    int rowOf(const QString &gameId) const;
+    /// The games of a row, one without groups.
+    GameList variants(int row) const;
+    /// -1 when the game is not shown. A row near `hint` is found at once.
+    int rowOf(const QString &gameId, int hint = -1) const;
+    int rowOfGroup(const QString &normalizedTitle, int hint = -1) const;
 
   Q_SIGNALS:
     void countChanged();
 
   private:
-    bool hasSameGames(const GameList &games) const;
+    template<typename List, typename Same, typename Unchanged>
+    void replace(List &shown, List list, bool grouped, const Same &isSame, const Unchanged &isUnchanged);
 
     std::shared_ptr<CoverStore> m_covers;
+    bool m_grouped = false;
     GameList m_games;
+    QList<GameGroup> m_groups;
 };
 
 } // namespace ludarium

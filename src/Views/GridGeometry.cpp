@@ -28,11 +28,25 @@ CellWidths cellWidths(GridSize size) {
     return {160, 210};
 }
 
-int gridColumns(double width, GridSize size) {
-    const int minimum = cellWidths(size).minimum;
-    if (width <= 0)
-        return std::max(1, int(estimatedWidth / (minimum + gap)));
-    return std::max(1, int((width - 2 * margin + gap) / (minimum + gap)));
+int fittingColumns(double width, GridSize size) {
+    return std::max(1, int((width - 2 * margin + gap) / (cellWidths(size).minimum + gap)));
+}
+
+double gridWidth(double available, GridSize size) {
+    const int columns = fittingColumns(available, size);
+    return std::min(available, columns * cellWidths(size).maximum + (columns - 1) * gap + 2 * margin);
+}
+
+int calculateActualColumns(double width, GridSize size) {
+    const double usable = width - 2 * margin;
+    int columns = fittingColumns(width, size);
+    while (columns > 1 && (usable - gap * (columns - 1)) / columns > cellWidths(size).maximum)
+        --columns;
+    return columns;
+}
+
+int calculateEstimatedColumns(GridSize size) {
+    return std::max(1, int(estimatedWidth / (cellWidths(size).minimum + gap)));
 }
 
 int stepRow(Step step, int current, int count, int columns) {

@@ -11,10 +11,17 @@ struct CellWidths {
 };
 CellWidths cellWidths(GridSize size);
 
-/// The number of columns of a grid of this width: as many as fit with gaps of 16 points and margins of 16 points on
-/// each side. A width that is not known yet (0) counts as a usual window's. Covers never get wider than the maximum;
-/// what is left over widens the gaps.
-int gridColumns(double width, GridSize size);
+/// As many columns as fit into a view of this width, with gaps of 16 points and margins of 16 points on each side.
+int fittingColumns(double width, GridSize size);
+
+/// The width that the grid takes of a view: all of it, or less where its cells would get wider than they may.
+double gridWidth(double available, GridSize size);
+
+/// The number of columns of a grid of this width. Where cells would get wider than they may there are fewer, down to
+/// one; `gridWidth` gives no such width.
+int calculateActualColumns(double width, GridSize size);
+/// The number of columns of a usual window, for a grid whose width is not known yet.
+int calculateEstimatedColumns(GridSize size);
 
 enum class Step { previous, next, up, down };
 

@@ -31,10 +31,15 @@ QString LaunchStatus::error() const {
 
 void LaunchStatus::playSelected() {
     if (!m_state.selectedGameId().isEmpty() && !isLaunching())
-        spawn(play(m_state.selectedGameId()), "starting a game");
+        spawn(start(m_state.selectedGameId(), LaunchMode::play), "starting a game");
 }
 
-QCoro::Task<> LaunchStatus::play(QString gameId) {
+void LaunchStatus::setUpSelected() {
+    if (!m_state.selectedGameId().isEmpty() && !isLaunching())
+        spawn(start(m_state.selectedGameId(), LaunchMode::setup), "setting a game up");
+}
+
+QCoro::Task<> LaunchStatus::start(QString gameId, LaunchMode mode) {
     const GamePtr game = m_state.gameLibrary().game(gameId);
     if (!game)
         co_return;
@@ -44,7 +49,7 @@ QCoro::Task<> LaunchStatus::play(QString gameId) {
     Q_EMIT changed();
     QString error;
     try {
-        co_await m_state.gameLauncher().launch(game);
+        co_await m_state.gameLauncher().launch(game, mode);
         if (!self)
             co_return;
         error = m_state.gameLauncher().launchError();
@@ -57,7 +62,9 @@ QCoro::Task<> LaunchStatus::play(QString gameId) {
     Q_EMIT changed();
     if (error.isEmpty())
         co_return;
-    const QString title = QStringLiteral("\"%1\" could not be started").arg(game->title);
+    const QString failed = mode == LaunchMode::play ? QStringLiteral("\"%1\" could not be started")
+                                                    : QStringLiteral("\"%1\" could not be set up");
+    const QString title = failed.arg(game->title);
     co_await tell(title, error);
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Models/LaunchPlan.h"
+
 #include <QCoro/QCoroTask>
 #include <QObject>
 #include <qqmlregistration.h>
@@ -26,13 +28,15 @@ class LaunchStatus : public QObject {
     QString gameId() const { return m_gameId; }
 
     Q_INVOKABLE void playSelected();
+    /// Sets the selected game up, which installs it first when it is not.
+    Q_INVOKABLE void setUpSelected();
     Q_INVOKABLE void openSelectedFolder();
 
   Q_SIGNALS:
     void changed();
 
   private:
-    QCoro::Task<> play(QString gameId);
+    QCoro::Task<> start(QString gameId, LaunchMode mode);
     QCoro::Task<> tell(QString title, QString text);
 
     AppState &m_state;

@@ -1,7 +1,6 @@
 #include "Views/ScreenshotTaker.h"
 
 #include "Host/AppLogger.h"
-#include "Views/CoverImageProvider.h"
 #include "Views/Desktop.h"
 
 #include <QQuickWindow>
@@ -26,7 +25,7 @@ ScreenshotTaker::ScreenshotTaker(QQuickWindow &window, Desktop &desktop, QString
 
 bool ScreenshotTaker::isQuiet() const {
     return m_window.isExposed() && !m_desktop.library()->isLoading() && !m_desktop.start()->isVisible() &&
-           (!m_desktop.covers() || m_desktop.covers()->pending() == 0);
+           m_desktop.pendingPictures() == 0;
 }
 
 void ScreenshotTaker::look() {

@@ -1,13 +1,19 @@
-#include "Views/CoverFinder.h"
+#include "Host/NotificationCenter.h"
+#include "Host/Settings.h"
+#include "Services/Artwork/ImageLoader.h"
 #include "Views/CoverImageProvider.h"
 #include "Views/CoverStore.h"
+#include "Views/GalleryImageProvider.h"
 #include "Views/TitleArt.h"
+#include "support/DesktopFixture.h"
 #include "support/FixtureCollection.h"
+#include "support/SamplePictures.h"
 
 #include <QDir>
 #include <QFile>
 #include <QImage>
 #include <QTemporaryDir>
+#include <QUrl>
 #include <gtest/gtest.h>
 
 namespace ludarium::test {
@@ -22,60 +28,7 @@ Game named(const QString &title, const QString &platform = QStringLiteral("MS-DO
     return game;
 }
 
-class Covers : public testing::Test {
-  protected:
-    void put(const QString &path) {
-        const QString full = m_folder.filePath(QStringLiteral("Images/") + path);
-        QDir().mkpath(QFileInfo(full).path());
-        QFile file(full);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    }
-    QString find(const Game &game) {
-        const QString found = CoverFinder(m_folder.path()).find(game);
-        return found.isEmpty() ? found : QDir(m_folder.filePath(QStringLiteral("Images"))).relativeFilePath(found);
-    }
-    QTemporaryDir m_folder;
-};
-
 } // namespace
-
-TEST_F(Covers, AreFoundByTheTitleAsAFileName) {
-    struct Case {
-        const char *title;
-        const char *file;
-    };
-    for (const auto &[title, file] : {
-             Case{"Amber: The Return", "MS-DOS/Box - Front/Amber_ The Return-01.jpg"},
-             Case{"Keeper's Gate: II", "MS-DOS/Box - Front/Keeper_s Gate_ II.png"},
-             Case{"What / If?", "MS-DOS/Box - Front/What _ If_-02.webp"},
-             Case{"Shouting", "MS-DOS/Box - Front/SHOUTING-01.JPG"},
-             Case{"In a Region", "MS-DOS/Box - Front/North America/In a Region-01.png"},
-             Case{"Loosely Named", "MS-DOS/Box - Front/The Loosely-Named (1994).jpg"},
-             Case{"Only a Screenshot", "MS-DOS/Screenshot - Gameplay/Only a Screenshot-01.png"},
-         }) {
-        put(QString::fromUtf8(file));
-        EXPECT_EQ(find(named(QString::fromUtf8(title))), QString::fromUtf8(file)) << title;
-    }
-}
-
-TEST_F(Covers, PreferTheLowerNumberAndTakeNumberZeroLast) {
-    put(QStringLiteral("MS-DOS/Box - Front/Quarry.jpg"));
-    EXPECT_EQ(find(named(QStringLiteral("Quarry"))), QStringLiteral("MS-DOS/Box - Front/Quarry.jpg"));
-    put(QStringLiteral("MS-DOS/Box - Front/Quarry-00.jpg"));
-    EXPECT_EQ(find(named(QStringLiteral("Quarry"))), QStringLiteral("MS-DOS/Box - Front/Quarry-00.jpg"));
-    put(QStringLiteral("MS-DOS/Box - Front/Quarry-02.jpg"));
-    EXPECT_EQ(find(named(QStringLiteral("Quarry"))), QStringLiteral("MS-DOS/Box - Front/Quarry-02.jpg"));
-    put(QStringLiteral("MS-DOS/Screenshot - Gameplay/Quarry-01.jpg"));
-    EXPECT_EQ(find(named(QStringLiteral("Quarry"))), QStringLiteral("MS-DOS/Box - Front/Quarry-02.jpg"));
-}
-
-TEST_F(Covers, AreNotGuessedForShortTitlesNorLookedForOutside) {
-    put(QStringLiteral("MS-DOS/Box - Front/Doomed Harbor-01.jpg"));
-    EXPECT_EQ(find(named(QStringLiteral("Doom"))), QString());
-    EXPECT_EQ(find(named(QStringLiteral("Doomed Harbor"), QStringLiteral("Windows 3x"))), QString());
-    EXPECT_EQ(find(named(QStringLiteral("Doomed Harbor"), QStringLiteral("../Images/MS-DOS"))), QString())
-        << "a platform's name is one folder";
-}
 
 TEST(CoverStore, KeepsTheAddressOfAGameUntilTheCollectionChanges) {
     CoverStore store;
@@ -95,22 +48,14 @@ TEST(CoverStore, KeepsTheAddressOfAGameUntilTheCollectionChanges) {
 }
 
 TEST(CoverImageProvider, FitsThePictureIntoTheBoxWithTransparentCorners) {
-    QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("wide.png"));
     QImage wide(400, 200, QImage::Format_RGB32);
     wide.fill(Qt::red);
-    ASSERT_TRUE(wide.save(path));
-    const QImage decoded = CoverImageProvider::decode(path, {160, 213}, 8);
-    EXPECT_EQ(decoded.size(), QSize(160, 80));
-    EXPECT_EQ(qAlpha(decoded.pixel(0, 0)), 0);
-    EXPECT_EQ(decoded.pixelColor(80, 40), QColor(Qt::red));
-    EXPECT_EQ(qAlpha(decoded.pixel(80, 0)), 255);
-
-    QFile broken(folder.filePath(QStringLiteral("broken.jpg")));
-    ASSERT_TRUE(broken.open(QIODevice::WriteOnly));
-    broken.write("\xff\xd8\xff not a picture");
-    broken.close();
-    EXPECT_TRUE(CoverImageProvider::decode(broken.fileName(), {160, 213}, 8).isNull());
+    const QImage framed = CoverImageProvider::framed(wide, {160, 213}, 8);
+    EXPECT_EQ(framed.size(), QSize(160, 80));
+    EXPECT_EQ(qAlpha(framed.pixel(0, 0)), 0);
+    EXPECT_EQ(framed.pixelColor(80, 40), QColor(Qt::red));
+    EXPECT_EQ(qAlpha(framed.pixel(80, 0)), 255);
+    EXPECT_TRUE(CoverImageProvider::framed({}, {160, 213}, 8).isNull());
 }
 
 TEST(CoverImageProvider, AnswersEveryRequestAlsoWhatWasCancelled) {
@@ -118,7 +63,9 @@ TEST(CoverImageProvider, AnswersEveryRequestAlsoWhatWasCancelled) {
     FixtureCollection::write(folder.path());
     auto store = std::make_shared<CoverStore>();
     store->setCollection(folder.path());
-    CoverImageProvider provider(store);
+    TestHost machine;
+    ImageLoader images(machine);
+    CoverImageProvider provider(images, store);
     QList<std::shared_ptr<QQuickImageResponse>> responses;
     QList<QSize> sizes;
     const FixtureCollection::Entry &entry = FixtureCollection::entries().first();
@@ -140,6 +87,127 @@ TEST(CoverImageProvider, AnswersEveryRequestAlsoWhatWasCancelled) {
     };
     EXPECT_GT(widthOf(responses.first()), 100);
     EXPECT_EQ(widthOf(responses.last()), 1) << "no picture is one transparent pixel";
+}
+
+TEST(CoverImageProvider, AnswersWhileTheDiskIsAwayAndShowsThePictureWhenItIsBack) {
+    QTemporaryDir folder;
+    FixtureCollection::write(folder.path());
+    const QString away = folder.path() + QStringLiteral("-away");
+    auto store = std::make_shared<CoverStore>();
+    store->setCollection(folder.path());
+    TestHost machine;
+    ImageLoader images(machine);
+    CoverImageProvider provider(images, store);
+    const FixtureCollection::Entry &entry = FixtureCollection::entries().first();
+    const auto game = std::make_shared<const Game>(named(entry.title, entry.platform));
+    const auto widthNow = [&] {
+        const std::unique_ptr<QQuickImageResponse> response(
+            provider.requestImageResponse(store->url(game).mid(int(strlen("image://cover/"))), {160, 213}));
+        bool answered = false;
+        QObject::connect(response.get(), &QQuickImageResponse::finished, &machine.notifications,
+                         [&answered] { answered = true; });
+        EXPECT_TRUE(waitUntil([&] { return answered; }));
+        return std::unique_ptr<QQuickTextureFactory>(response->textureFactory())->textureSize().width();
+    };
+    ASSERT_TRUE(images.bestAvailableImageURL(*game, folder.path())) << "the folders are known";
+    ASSERT_TRUE(QDir().rename(folder.path(), away));
+    EXPECT_EQ(widthNow(), 1);
+    ASSERT_TRUE(QDir().rename(away, folder.path()));
+    EXPECT_GT(widthNow(), 100);
+}
+
+TEST(GalleryImageProvider, ServesAnyPathAtTheSizeThatIsAskedFor) {
+    TestHost machine;
+    ImageLoader images(machine);
+    GalleryImageProvider provider(images);
+    const QString path = machine.put(QStringLiteral("/100% #1? ü/a b.jpg"), jpegOf(400, 200));
+    struct Case {
+        QString path;
+        QSize asked;
+        QSize given;
+    };
+    for (const auto &[file, asked, given] :
+         {Case{path, {100, 100}, {100, 50}}, Case{path, {}, {400, 200}}, Case{path, {80, 0}, {80, 40}},
+          Case{path + QStringLiteral("x"), {100, 100}, {1, 1}}}) {
+        const QUrl url(GalleryImageProvider::url(file));
+        const std::unique_ptr<QQuickImageResponse> response(
+            provider.requestImageResponse(url.toString(QUrl::RemoveScheme | QUrl::RemoveAuthority).mid(1), asked));
+        ASSERT_TRUE(waitUntil([&] { return provider.pending() == 0; }));
+        QThread::msleep(20); // the answer follows the count
+        EXPECT_EQ(std::unique_ptr<QQuickTextureFactory>(response->textureFactory())->textureSize(), given);
+    }
+}
+
+TEST(GameMedia, ListsThePicturesOfTheSelectedGameWithTheirNames) {
+    DesktopFixture fixture;
+    const QString collection = fixture.collection();
+    const FixtureCollection::Entry &entry = FixtureCollection::entries().first();
+    const auto put = [&](const QString &path) {
+        const QString full = collection + QLatin1Char('/') + path.arg(entry.platform, entry.title);
+        QDir().mkpath(QFileInfo(full).path());
+        QFile file(full);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(jpegOf(40, 30));
+    };
+    put(QStringLiteral("Images/%1/Screenshot - Gameplay/%2-01.jpg"));
+    put(QStringLiteral("Images/%1/Disc/%2-01.jpg"));
+    put(QStringLiteral("Videos/%1/%2.mp4"));
+    put(QStringLiteral("Music/%1/%2.ogg"));
+    ASSERT_TRUE(fixture.load());
+    GameMedia &media = *fixture.desktop.detail()->media();
+    ASSERT_TRUE(fixture.desktop.browse()->selectTitle(entry.title));
+    EXPECT_TRUE(media.isLoading());
+    EXPECT_EQ(media.count(), 0);
+    ASSERT_TRUE(waitUntil([&] { return !media.isLoading(); }));
+    QStringList names;
+    for (int row = 0; row < media.count(); ++row)
+        names.append(media.data(media.index(row), GameMedia::nameRole).toString());
+    EXPECT_EQ(names.filter(QStringLiteral("Screenshot")).size(), 1);
+    EXPECT_EQ(names.last(), QStringLiteral("Disc"));
+    EXPECT_TRUE(media.video().endsWith(QStringLiteral(".mp4")));
+    EXPECT_EQ(media.music().size(), 1);
+
+    put(QStringLiteral("Images/%1/Disc/%2-02.jpg"));
+    const QString cover = fixture.desktop.detail()->cover();
+    fixture.desktop.detail()->clearImageCache();
+    EXPECT_NE(fixture.desktop.detail()->cover(), cover) << "what is on screen is asked for again";
+    ASSERT_TRUE(waitUntil([&] { return media.count() == names.size() + 1; }));
+    fixture.state.setSelectedGameId({});
+    EXPECT_EQ(media.count(), 0);
+    EXPECT_FALSE(media.isLoading());
+}
+
+TEST(ThumbnailCaching, AsksWhenCoversAreSlowAndDoesWhatIsAnswered) {
+    struct Case {
+        int answer; ///< -1 closes the question
+        bool copies;
+        bool silenced;
+    };
+    for (const auto &[answer, copies, silenced] :
+         {Case{0, true, false}, Case{1, false, true}, Case{2, false, false}, Case{-1, false, false}}) {
+        DesktopFixture fixture;
+        ASSERT_TRUE(fixture.load());
+        const auto slow = [&] { fixture.host.notifications.post(Notifications::slowLoadDetected); };
+        slow();
+        ASSERT_TRUE(fixture.dialogs.isActive());
+        EXPECT_EQ(
+            fixture.dialogs.buttons(),
+            (QStringList{QStringLiteral("Cache Now"), QStringLiteral("Never Ask Again"), QStringLiteral("Not Now")}));
+        if (answer < 0)
+            fixture.dialogs.dismiss();
+        else
+            fixture.dialogs.answer(answer);
+        ImageLoader &images = fixture.state.imageLoader();
+        const auto hasCopies = [&] { return images.diskCache().diskCacheSize() > 0; };
+        EXPECT_TRUE(waitUntil([&] {
+            return fixture.host.settings.value(Settings::dismissSlowLoadAlertPermanently) == silenced &&
+                   (!copies || (hasCopies() && !images.isPreCaching()));
+        }));
+        EXPECT_EQ(hasCopies(), copies);
+        EXPECT_EQ(images.isDiskCacheOn(), copies);
+        slow();
+        EXPECT_EQ(fixture.dialogs.isActive(), !silenced) << "asked again unless that was answered";
+    }
 }
 
 TEST(TitleArt, TakesTheFirstLettersOfTheWordsThatCount) {

@@ -78,6 +78,51 @@ TEST(Pictures, OfGridAndListWithDetails) {
     take(fixture, window, QStringLiteral("grid-double-text"));
 }
 
+TEST(Pictures, OfTheSixViews) {
+    DesktopFixture fixture;
+    QQuickWindow &window = fixture.window();
+    endSplash(fixture);
+    ASSERT_TRUE(fixture.loadVariants());
+    GameLibrary &library = fixture.state.gameLibrary();
+    for (int i = 0; i < library.games().size(); ++i) {
+        const QString id = library.games()[i]->id;
+        GameStatus status;
+        status.isInstalled = i % 4 == 0;
+        status.isCompressed = i % 4 == 1;
+        status.isDownloadable = i % 4 == 2;
+        library.setGameStatus(id, status);
+        if (i % 5 == 0)
+            library.toggleFavorite(id);
+        if (i % 6 == 0)
+            library.recordPlay(id, 500.0 * i);
+    }
+    Browse &browse = *fixture.desktop.browse();
+    ASSERT_TRUE(browse.selectTitle(QStringLiteral("Amber Quarry (CD)")));
+    for (const char *mode : {"List", "Grid", "Coverflow"})
+        for (const bool grouped : {false, true}) {
+            browse.setGrouped(grouped);
+            browse.setViewMode(QLatin1StringView(mode));
+            const QString name =
+                QStringLiteral("view-%1%2")
+                    .arg(QString(QLatin1StringView(mode)).toLower(), grouped ? QStringLiteral("-groups") : QString());
+            take(fixture, window, name);
+            if (grouped)
+                continue;
+            window.resize(900, 600);
+            take(fixture, window, name + QStringLiteral("-smallest"));
+            fixture.desktop.appearance()->setTextScale(2);
+            take(fixture, window, name + QStringLiteral("-double-text"));
+            fixture.desktop.appearance()->setTextScale(1);
+            window.resize(1280, 800);
+        }
+    browse.setViewMode(QStringLiteral("Grid"));
+    browse.facets()->set(QStringLiteral("developer"), QStringLiteral("Blue Anvil"));
+    browse.facets()->set(QStringLiteral("year"), QStringLiteral("1999"));
+    take(fixture, window, QStringLiteral("view-grid-facets-and-hard-titles"));
+    browse.setViewMode(QStringLiteral("List"));
+    take(fixture, window, QStringLiteral("view-list-hard-titles"));
+}
+
 TEST(Pictures, OfEveryTheme) {
     DesktopFixture fixture;
     QQuickWindow &window = fixture.window();
@@ -115,6 +160,10 @@ TEST(Pictures, OfDialogsLogAndAbout) {
               Alert::Style::Informational));
     take(fixture, window, QStringLiteral("dialog-choice"));
     fixture.dialogs.dismiss();
+
+    fixture.desktop.thumbnails()->start();
+    take(fixture, window, QStringLiteral("caching-thumbnails"));
+    ASSERT_TRUE(waitUntil([&] { return !fixture.desktop.thumbnails()->isRunning(); }));
 
     call(window, "showAbout");
     take(fixture, window, QStringLiteral("about"));

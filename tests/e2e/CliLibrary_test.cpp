@@ -4,6 +4,7 @@
 #include "Host/SqliteSettingsStore.h"
 #include "Services/Library/UserData.h"
 #include "support/Mount.h"
+#include "support/SamplePictures.h"
 
 #include <QDir>
 #include <QFile>
@@ -318,6 +319,25 @@ TEST_F(CliLibrary, TellsWhatOfTheSetsIsUnpacked) {
     const CliResult none = cli.run({u"setup-status"_s, u"--collection"_s, collection.file(u"missing"_s)});
     EXPECT_EQ(none.status, 1);
     EXPECT_EQ(none.errorLines(), 1) << none.errors.toStdString();
+}
+
+TEST_F(CliLibrary, ListsPicturesAndCopiesCovers) {
+    collection.put(u"Images/ScummVM/Box - Front/Alpha-01.jpg"_s, test::jpegOf(600, 800));
+    collection.put(u"Images/ScummVM/Disc/Alpha-01.jpg"_s, "no picture");
+    collection.put(u"Videos/ScummVM/Alpha (1991).mp4"_s, "video");
+    const QJsonObject images = jsonOf(u"images"_s, {u"alpha"_s});
+    EXPECT_EQ(images.value(u"cover"_s)[u"path"_s], collection.file(u"Images/ScummVM/Box - Front/Alpha-01.jpg"_s));
+    EXPECT_EQ(members(images.value(u"images"_s).toArray(), "name"), (QStringList{u"Box Art"_s, u"Disc"_s}));
+    EXPECT_EQ(images.value(u"video"_s), collection.file(u"Videos/ScummVM/Alpha (1991).mp4"_s));
+    EXPECT_TRUE(run(u"images"_s, {u"alpha"_s}).output.contains("cover flow  Box Art  "));
+
+    for (const int cached : {1, 0}) {
+        const QJsonObject thumbnails = jsonOf(u"thumbnails"_s, {u"--platform"_s, u"scummvm"_s});
+        EXPECT_EQ(thumbnails.value(u"games"_s), 3);
+        EXPECT_EQ(thumbnails.value(u"cached"_s), cached);
+        EXPECT_EQ(thumbnails.value(u"skipped"_s), 3 - cached);
+    }
+    EXPECT_EQ(QDir(HostPaths::native(cli.home()).caches() + u"/thumbnails"_s).entryList(QDir::Files).size(), 1);
 }
 
 TEST_F(CliLibrary, DoesOneThingToManyGames) {

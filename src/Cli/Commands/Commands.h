@@ -15,6 +15,8 @@ std::unique_ptr<Command> makePlatformsCommand();
 std::unique_ptr<Command> makeGamesCommand();
 std::unique_ptr<Command> makeSearchCommand();
 std::unique_ptr<Command> makeShowCommand();
+std::unique_ptr<Command> makeImagesCommand();
+std::unique_ptr<Command> makeThumbnailsCommand();
 std::unique_ptr<Command> makePlaylistsCommand();
 std::unique_ptr<Command> makeCollectionsCommand();
 std::unique_ptr<Command> makeFacetsCommand();

@@ -31,17 +31,36 @@ MenuBar {
     }
 
     AppMenu {
-        title: qsTr("Library")
+        title: qsTr("Ludarium")
 
         AppMenuItem {
-            action: bar.commands.open
+            action: bar.commands.about
         }
         AppMenuItem {
-            action: bar.commands.refresh
+            action: bar.commands.checkForUpdates
         }
         AppMenuSeparator {}
         AppMenuItem {
             action: bar.commands.quit
+        }
+    }
+    AppMenu {
+        title: qsTr("Library")
+
+        AppMenuItem {
+            action: bar.commands.refresh
+        }
+        AppMenuItem {
+            action: bar.commands.open
+        }
+        AppMenuItem {
+            action: bar.commands.addCollection
+        }
+        AppMenuItem {
+            action: bar.commands.runSetup
+        }
+        AppMenuItem {
+            action: bar.commands.importRoms
         }
     }
     AppMenu {
@@ -51,9 +70,16 @@ MenuBar {
             action: bar.commands.showAll
         }
         AppMenuItem {
-            action: bar.commands.find
+            action: bar.commands.showFavorites
         }
-        AppMenuSeparator {}
+        AppMenuItem {
+            action: bar.commands.showRecent
+        }
+        AppMenuItem {
+            action: bar.commands.showInstalled
+            choice: true
+            chosen: App.browse.facets.installedOnly
+        }
         AppMenu {
             title: qsTr("View Mode")
 
@@ -62,6 +88,9 @@ MenuBar {
             }
             ViewModeItem {
                 text: "Grid"
+            }
+            ViewModeItem {
+                text: "Coverflow"
             }
         }
         AppMenu {
@@ -79,6 +108,19 @@ MenuBar {
             GridSizeItem {
                 text: "Extra Large"
             }
+        }
+        AppMenuItem {
+            action: bar.commands.startScreensaver
+        }
+        AppMenuSeparator {}
+        SortMenu {}
+        AppMenuItem {
+            action: bar.commands.groupDuplicates
+            choice: true
+            chosen: App.browse.grouped
+        }
+        AppMenuItem {
+            action: bar.commands.find
         }
         AppMenu {
             title: qsTr("Theme")
@@ -107,15 +149,40 @@ MenuBar {
             action: bar.commands.play
         }
         AppMenuItem {
+            action: bar.commands.setUp
+        }
+        AppMenuItem {
+            action: bar.commands.toggleFavorite
+        }
+        AppMenuItem {
             action: bar.commands.openFolder
+        }
+        AppMenuItem {
+            action: bar.commands.batch
+        }
+        AppMenuItem {
+            action: bar.commands.quiz
+        }
+    }
+    AppMenu {
+        title: qsTr("Music")
+
+        AppMenuItem {
+            action: bar.commands.musicPlay
+        }
+        AppMenuItem {
+            action: bar.commands.musicNext
+        }
+        AppMenuItem {
+            action: bar.commands.musicPrevious
+        }
+        AppMenuItem {
+            action: bar.commands.musicEnabled
         }
     }
     AppMenu {
         title: qsTr("Help")
 
-        AppMenuItem {
-            action: bar.commands.logs
-        }
         AppMenuItem {
             action: bar.commands.revealLogs
         }
@@ -123,11 +190,23 @@ MenuBar {
             action: bar.commands.copyLogs
         }
         AppMenuItem {
+            action: bar.commands.uploadLogs
+        }
+        AppMenuItem {
             action: bar.commands.clearLogs
+        }
+        AppMenuItem {
+            action: bar.commands.help
+        }
+        AppMenuItem {
+            action: bar.commands.reportBug
+        }
+        AppMenuItem {
+            action: bar.commands.contactSupport
         }
         AppMenuSeparator {}
         AppMenuItem {
-            action: bar.commands.about
+            action: bar.commands.logs
         }
     }
 }

@@ -8,32 +8,24 @@ MenuItem {
     // An entry of several of which one holds.
     property bool choice: false
     property bool chosen: false
+    // Why the entry is disabled.
+    property string why: (action as Command)?.reason ?? ""
     readonly property string keys: action && action.shortcut ? String(action.shortcut) : ""
 
     implicitHeight: Theme.rowHeight
-    implicitWidth: 280
+    implicitWidth: Math.round(280 * Math.min(Theme.textScale, 1.6))
     font.pixelSize: Theme.textBody
     Accessible.name: text
+    Accessible.description: enabled ? "" : why
     Accessible.checkable: choice
     Accessible.checked: chosen
 
-    contentItem: Item {
-        AppText {
-            anchors.left: parent.left
-            anchors.leftMargin: item.choice ? 2 * Theme.space12 : Theme.space4
-            anchors.verticalCenter: parent.verticalCenter
-            text: item.text
-            opacity: item.enabled ? 1 : 0.45
-        }
-        AppText {
-            anchors.right: parent.right
-            anchors.rightMargin: item.subMenu ? Theme.space16 : Theme.space4
-            anchors.verticalCenter: parent.verticalCenter
-            text: item.keys
-            color: Theme.textSecondary
-            font.pixelSize: Theme.textSmall
-            opacity: item.enabled ? 1 : 0.45
-        }
+    contentItem: AppMenuItemFace {
+        text: item.text
+        keys: item.keys
+        indent: item.choice
+        arrow: item.subMenu !== null
+        opacity: item.enabled ? 1 : 0.45
     }
     indicator: AppIcon {
         x: Theme.space8

@@ -5,11 +5,22 @@ import Ludarium
 FocusScope {
     id: area
 
+    required property Commands commands
     readonly property bool hasRows: App.browse.games.count > 0
+    readonly property string mode: App.browse.viewMode
+    readonly property bool grouped: App.browse.grouped
 
     function focusGames() {
         if (games.item)
             (games.item as Item).forceActiveFocus();
+    }
+    function openMenu(item: Item) {
+        if (!App.game.hasGame)
+            return;
+        if (item)
+            menu.popup(item, Theme.space24, Theme.space24);
+        else
+            menu.popup();
     }
 
     Loader {
@@ -18,13 +29,27 @@ FocusScope {
         anchors.fill: parent
         focus: true
         active: area.hasRows
-        sourceComponent: App.browse.viewMode === "List" ? table : grid
+        sourceComponent: area.mode === "List" ? (area.grouped ? groupTable : table) : area.mode === "Coverflow" ? (area.grouped ? groupCoverflow : coverflow) : area.grouped ? groupGrid : grid
+    }
+    GameContextMenu {
+        id: menu
+
+        commands: area.commands
     }
     Component {
         id: grid
 
         GameGridView {
             focus: true
+            onMenuWanted: item => area.openMenu(item)
+        }
+    }
+    Component {
+        id: groupGrid
+
+        GameGroupGridView {
+            focus: true
+            onMenuWanted: item => area.openMenu(item)
         }
     }
     Component {
@@ -32,6 +57,31 @@ FocusScope {
 
         GameTableView {
             focus: true
+            onMenuWanted: item => area.openMenu(item)
+        }
+    }
+    Component {
+        id: groupTable
+
+        GameGroupTableView {
+            focus: true
+            onMenuWanted: item => area.openMenu(item)
+        }
+    }
+    Component {
+        id: coverflow
+
+        CoverflowView {
+            focus: true
+            onMenuWanted: item => area.openMenu(item)
+        }
+    }
+    Component {
+        id: groupCoverflow
+
+        CoverflowGroupView {
+            focus: true
+            onMenuWanted: item => area.openMenu(item)
         }
     }
 

@@ -5,6 +5,7 @@ import Ludarium
 FocusScope {
     id: page
 
+    required property Commands commands
     property alias sidebarShown: toolbar.sidebarShown
     property alias detailShown: toolbar.detailShown
     readonly property SearchField search: toolbar.search
@@ -23,11 +24,18 @@ FocusScope {
         onDetailToggled: page.detailToggled()
         onSearchLeft: area.focusGames()
     }
+    FacetChips {
+        id: chips
+
+        anchors.top: toolbar.bottom
+        width: parent.width
+    }
     BrowseArea {
         id: area
 
+        commands: page.commands
         focus: true
-        anchors.top: toolbar.bottom
+        anchors.top: chips.visible ? chips.bottom : toolbar.bottom
         anchors.bottom: parent.bottom
         width: parent.width
     }

@@ -2,83 +2,123 @@ import QtQuick
 import QtQuick.Layouts
 import Ludarium
 
+// What is shown, how, and the search. Where there is little room, controls and search get rows of their own.
 Rectangle {
     id: toolbar
 
     property alias search: searchField
     property bool sidebarShown: true
     property bool detailShown: true
+    readonly property bool narrow: width < 880 * Theme.textScale
+    readonly property bool tiny: width < 400 * Theme.textScale
     signal sidebarToggled
     signal detailToggled
     signal searchLeft
 
-    implicitHeight: Theme.controlHeight + 2 * Theme.space12
+    implicitHeight: rows.implicitHeight + 2 * Theme.space12
     color: Theme.window
 
-    RowLayout {
-        anchors.fill: parent
-        anchors.leftMargin: Theme.space12
-        anchors.rightMargin: Theme.space12
+    Column {
+        id: rows
+
+        x: Theme.space12
+        y: Theme.space12
+        width: parent.width - 2 * Theme.space12
         spacing: Theme.space8
 
-        IconButton {
-            iconName: "sidebar"
-            text: toolbar.sidebarShown ? qsTr("Hide Sidebar") : qsTr("Show Sidebar")
-            onClicked: toolbar.sidebarToggled()
-        }
-        AppText {
-            Layout.fillWidth: true
-            Layout.minimumWidth: Math.min(implicitWidth, 90)
-            Layout.maximumWidth: implicitWidth + 1
-            Layout.leftMargin: Theme.space4
-            text: App.browse.title
-            font.pixelSize: Theme.textTitle
-            font.weight: Font.DemiBold
-            Accessible.role: Accessible.Heading
-            Accessible.name: text
-        }
-        AppText {
-            visible: App.library.gameCount > 0 && toolbar.width > 480 * Theme.textScale
-            topPadding: 2
-            text: App.browse.games.count === 1 ? qsTr("1 game") : qsTr("%L1 games").arg(App.browse.games.count)
-            color: Theme.textSecondary
+        RowLayout {
+            width: parent.width
+            spacing: Theme.space8
+
+            IconButton {
+                iconName: "sidebar"
+                text: toolbar.sidebarShown ? qsTr("Hide Sidebar") : qsTr("Show Sidebar")
+                onClicked: toolbar.sidebarToggled()
+            }
+            IconButton {
+                visible: App.browse.filtered
+                iconName: "back"
+                text: qsTr("Back to All Games")
+                onClicked: {
+                    App.browse.searchText = "";
+                    App.browse.clearFilters();
+                }
+            }
+            AppText {
+                Layout.fillWidth: true
+                Layout.minimumWidth: Math.min(implicitWidth, 90)
+                Layout.maximumWidth: implicitWidth + 1
+                Layout.leftMargin: Theme.space4
+                text: App.browse.title
+                font.pixelSize: Theme.textTitle
+                font.weight: Font.DemiBold
+                Accessible.role: Accessible.Heading
+                Accessible.name: text
+            }
+            AppText {
+                readonly property bool wanted: App.library.gameCount > 0 && toolbar.width > 420 * Theme.textScale
+
+                topPadding: 2
+                text: !wanted ? "" : App.browse.games.count === 1 ? qsTr("1 game") : qsTr("%L1 games").arg(App.browse.games.count)
+                color: Theme.textSecondary
+            }
+            Item {
+                Layout.fillWidth: true
+                Layout.preferredWidth: 0
+            }
+            Item {
+                id: controlsSlot
+
+                visible: !toolbar.narrow
+                implicitWidth: controls.oneRow
+                implicitHeight: controls.implicitHeight
+            }
+            Item {
+                id: searchSlot
+
+                visible: !toolbar.tiny
+                Layout.fillWidth: true
+                Layout.preferredWidth: 240
+                Layout.maximumWidth: Math.round(240 * Theme.textScale)
+                Layout.minimumWidth: 110
+                implicitHeight: searchField.implicitHeight
+            }
+            IconButton {
+                iconName: "panel"
+                text: toolbar.detailShown ? qsTr("Hide Details") : qsTr("Show Details")
+                onClicked: toolbar.detailToggled()
+            }
         }
         Item {
-            Layout.fillWidth: true
-            Layout.preferredWidth: 0
-        }
-        Row {
-            spacing: 2
+            id: searchRow
 
-            IconButton {
-                iconName: "grid"
-                text: qsTr("Grid")
-                checked: App.browse.viewMode === "Grid"
-                onClicked: App.browse.viewMode = "Grid"
-            }
-            IconButton {
-                iconName: "list"
-                text: qsTr("List")
-                checked: App.browse.viewMode === "List"
-                onClicked: App.browse.viewMode = "List"
-            }
+            visible: toolbar.tiny
+            width: parent.width
+            height: searchField.implicitHeight
         }
-        SearchField {
-            id: searchField
+        Item {
+            id: controlsRow
 
-            Layout.fillWidth: true
-            Layout.preferredWidth: 240
-            Layout.maximumWidth: Math.round(240 * Theme.textScale)
-            Layout.minimumWidth: 120
-            text: App.browse.searchText
-            onTextChanged: App.browse.searchText = text
-            onAbandoned: toolbar.searchLeft()
+            visible: toolbar.narrow
+            width: parent.width
+            height: controls.implicitHeight
         }
-        IconButton {
-            iconName: "panel"
-            text: toolbar.detailShown ? qsTr("Hide Details") : qsTr("Show Details")
-            onClicked: toolbar.detailToggled()
-        }
+    }
+    ViewControls {
+        id: controls
+
+        parent: toolbar.narrow ? controlsRow : controlsSlot
+        width: parent.width
+        terse: toolbar.tiny
+    }
+    SearchField {
+        id: searchField
+
+        parent: toolbar.tiny ? searchRow : searchSlot
+        width: parent.width
+        text: App.browse.searchText
+        onTextChanged: App.browse.searchText = text
+        onAbandoned: toolbar.searchLeft()
     }
     Rectangle {
         anchors.bottom: parent.bottom

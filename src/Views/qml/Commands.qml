@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import Ludarium
 
 // Every command of the menus with its key, in one place.
@@ -7,73 +6,197 @@ Item {
     id: commands
 
     readonly property bool free: !App.dialogs.active && !App.start.visible
-    readonly property bool hasGame: App.detail.hasGame
+    readonly property bool hasGame: App.game.hasGame
 
     signal searchWanted
     signal logsWanted
     signal aboutWanted
 
-    property Action about: Action {
+    property Command about: Command {
         text: qsTr("About Ludarium")
         onTriggered: commands.aboutWanted()
     }
-    property Action quit: Action {
+    property Command checkForUpdates: Command {
+        text: qsTr("Check for Updates...")
+        enabled: false
+        reason: qsTr("Checking for updates is not available in this version.")
+    }
+    property Command quit: Command {
         text: qsTr("Quit")
         shortcut: "Ctrl+Q"
         onTriggered: Qt.quit()
     }
-    property Action refresh: Action {
+    property Command refresh: Command {
         text: qsTr("Refresh Library")
         shortcut: "Ctrl+R"
         enabled: commands.free && App.library.folder !== ""
         onTriggered: App.refreshLibrary()
     }
-    property Action open: Action {
+    property Command open: Command {
         text: qsTr("Select Collection Folder...")
         shortcut: "Ctrl+Shift+O"
         enabled: commands.free
         onTriggered: App.chooseCollection()
     }
-    property Action showAll: Action {
+    property Command addCollection: Command {
+        text: qsTr("Add Collection...")
+        enabled: false
+        reason: qsTr("Adding a second collection is not available in this version.")
+    }
+    property Command runSetup: Command {
+        text: qsTr("Run Setup...")
+        enabled: false
+        reason: qsTr("The setup of collections is not available in this version.")
+    }
+    property Command importRoms: Command {
+        text: qsTr("Import ROMs...")
+        shortcut: "Ctrl+Shift+I"
+        enabled: false
+        reason: qsTr("The import of ROMs is not available in this version.")
+    }
+    property Command showAll: Command {
         text: qsTr("Show All Games")
         shortcut: "Ctrl+1"
         enabled: commands.free
         onTriggered: App.browse.clearFilters()
     }
-    property Action find: Action {
+    property Command showFavorites: Command {
+        text: qsTr("Show Favorites")
+        shortcut: "Ctrl+2"
+        enabled: commands.free
+        onTriggered: App.browse.showFavorites()
+    }
+    property Command showRecent: Command {
+        text: qsTr("Show Recently Played")
+        shortcut: "Ctrl+3"
+        enabled: commands.free
+        onTriggered: App.browse.showRecentlyPlayed()
+    }
+    property Command showInstalled: Command {
+        text: qsTr("Show Installed Only")
+        shortcut: "Ctrl+I"
+        enabled: commands.free
+        onTriggered: App.browse.toggleInstalledOnly()
+    }
+    property Command startScreensaver: Command {
+        text: qsTr("Start Screensaver")
+        shortcut: "Ctrl+Shift+S"
+        enabled: false
+        reason: qsTr("The screensaver is not available in this version.")
+    }
+    property Command groupDuplicates: Command {
+        text: qsTr("Group Duplicates")
+        enabled: commands.free
+        onTriggered: App.browse.grouped = !App.browse.grouped
+    }
+    property Command find: Command {
         text: qsTr("Find...")
         shortcut: "Ctrl+F"
         enabled: commands.free
         onTriggered: commands.searchWanted()
     }
-    property Action play: Action {
+    property Command play: Command {
         text: qsTr("Play Selected Game")
         shortcut: "Ctrl+Return"
         enabled: commands.free && commands.hasGame
+        reason: commands.hasGame ? "" : qsTr("Select a game first.")
         onTriggered: App.launch.playSelected()
     }
-    property Action openFolder: Action {
+    property Command setUp: Command {
+        text: App.game.setupButtonTitle
+        enabled: commands.free && commands.hasGame
+        reason: commands.hasGame ? "" : qsTr("Select a game first.")
+        onTriggered: App.launch.setUpSelected()
+    }
+    property Command toggleFavorite: Command {
+        text: qsTr("Toggle Favorite")
+        shortcut: "Ctrl+D"
+        enabled: commands.free && commands.hasGame
+        reason: commands.hasGame ? "" : qsTr("Select a game first.")
+        onTriggered: App.game.toggleFavorite()
+    }
+    property Command openFolder: Command {
         text: qsTr("Open Game Folder")
         shortcut: "Ctrl+Shift+F"
         enabled: commands.free && commands.hasGame
+        reason: commands.hasGame ? "" : qsTr("Select a game first.")
         onTriggered: App.launch.openSelectedFolder()
     }
-    property Action logs: Action {
+    property Command batch: Command {
+        text: qsTr("Batch Operations...")
+        shortcut: "Ctrl+Shift+B"
+        enabled: false
+        reason: qsTr("Batch operations are not available in this version.")
+    }
+    property Command quiz: Command {
+        text: qsTr("Play the Quiz")
+        enabled: App.pages.isAvailable("quiz")
+        reason: qsTr("This build names no such page.")
+        onTriggered: App.pages.open("quiz")
+    }
+    property Command musicPlay: Command {
+        text: qsTr("Play")
+        shortcut: "Space"
+        enabled: false
+        reason: qsTr("Music is not available in this version.")
+    }
+    property Command musicNext: Command {
+        text: qsTr("Next Track")
+        shortcut: "Ctrl+Alt+Right"
+        enabled: false
+        reason: qsTr("Music is not available in this version.")
+    }
+    property Command musicPrevious: Command {
+        text: qsTr("Previous Track")
+        shortcut: "Ctrl+Alt+Left"
+        enabled: false
+        reason: qsTr("Music is not available in this version.")
+    }
+    property Command musicEnabled: Command {
+        text: qsTr("Enable Background Music")
+        enabled: false
+        reason: qsTr("Music is not available in this version.")
+    }
+    property Command logs: Command {
         text: qsTr("Show Logs")
         shortcut: "Ctrl+Shift+L"
         onTriggered: commands.logsWanted()
     }
-    property Action revealLogs: Action {
+    property Command revealLogs: Command {
         text: qsTr("Show Logs in %1").arg(App.fileManagerName)
         onTriggered: App.log.reveal()
     }
-    property Action copyLogs: Action {
+    property Command copyLogs: Command {
         text: qsTr("Copy Logs to Clipboard")
         onTriggered: App.log.copyAll()
     }
-    property Action clearLogs: Action {
+    property Command uploadLogs: Command {
+        text: qsTr("Upload Logs for Analysis...")
+        enabled: commands.free && !App.logUpload.uploading
+        reason: App.logUpload.uploading ? qsTr("The logs are being uploaded.") : ""
+        onTriggered: App.logUpload.upload()
+    }
+    property Command clearLogs: Command {
         text: qsTr("Clear Logs")
         onTriggered: App.log.clear()
+    }
+    property Command help: Command {
+        text: qsTr("Ludarium Help")
+        enabled: App.pages.isAvailable("help")
+        reason: qsTr("This build names no such page.")
+        onTriggered: App.pages.open("help")
+    }
+    property Command reportBug: Command {
+        text: qsTr("Submit a Bug...")
+        enabled: App.pages.isAvailable("bug")
+        reason: qsTr("This build names no such page.")
+        onTriggered: App.pages.open("bug")
+    }
+    property Command contactSupport: Command {
+        text: qsTr("Contact Support...")
+        enabled: App.pages.isAvailable("support")
+        reason: qsTr("This build names no such page.")
+        onTriggered: App.pages.open("support")
     }
 
     Shortcut {

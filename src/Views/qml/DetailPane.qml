@@ -82,6 +82,9 @@ Rectangle {
             LaunchBox {
                 width: parent.width
             }
+            GalleryStrip {
+                width: parent.width
+            }
             Column {
                 width: parent.width
                 spacing: Theme.space4

@@ -1,7 +1,7 @@
 import QtQuick
 import Ludarium
 
-// One game of the grid.
+// One game of the grid, or one group of variants.
 Item {
     id: cell
 
@@ -11,59 +11,92 @@ Item {
     required property string cover
     required property string initials
     required property real hue
+    required property bool favorite
+    required property bool installed
+    required property bool compressed
+    required property bool downloadable
+    required property int variants
     readonly property real gap: Theme.space16
-    readonly property real coverWidth: Math.min(width - gap, App.browse.widestCell)
-
     readonly property bool selected: index === App.browse.currentRow
     readonly property bool viewFocused: GridView.view ? GridView.view.activeFocus : false
+    readonly property bool hovered: mouse.containsMouse || play.hovered
+
+    function choose() {
+        App.browse.currentRow = index;
+        GridView.view.forceActiveFocus();
+    }
 
     width: (GridView.view as GridView)?.cellWidth ?? 0
     height: (GridView.view as GridView)?.cellHeight ?? 0
     Accessible.role: Accessible.ListItem
-    Accessible.name: qsTr("%1, %2").arg(title).arg(platform)
+    Accessible.name: variants > 1 ? qsTr("%1, %2, %L3 variants").arg(title).arg(platform).arg(variants) : qsTr("%1, %2").arg(title).arg(platform)
+    Accessible.description: App.browse.joined([favorite ? qsTr("Favorite") : "", installed ? qsTr("Installed") : compressed ? qsTr("Compressed") : downloadable ? qsTr("Downloadable") : ""], ", ")
     Accessible.selected: selected
 
     Item {
         id: content
 
-        x: (cell.width - cell.gap - width) / 2
-        width: cell.coverWidth
+        width: cell.width - cell.gap
         height: cell.height - cell.gap
 
-        Rectangle {
-            x: art.x + art.coverX - 4
-            y: art.y + art.coverY - 4
-            width: art.coverWidth + 8
-            height: art.coverHeight + 8
-            radius: Theme.radiusCover + 4
-            visible: cell.selected
-            color: Theme.transparent
-            border.width: 2
-            border.color: cell.viewFocused ? Theme.accent : Theme.textSecondary
-        }
-        CoverArt {
-            id: art
+        Item {
+            id: cover
 
-            width: parent.width
-            height: Math.round(width * 4 / 3)
-            source: cell.cover
-            title: cell.title
-            initials: cell.initials
-            hue: cell.hue
-            scale: mouse.containsMouse ? 1.02 : 1
+            x: art.coverX
+            y: art.coverY - (cell.hovered ? Theme.space4 : 0)
+            width: art.coverWidth
+            height: art.coverHeight
 
-            Behavior on scale {
+            Behavior on y {
                 NumberAnimation {
                     duration: Theme.fast
                     easing.type: Easing.OutCubic
                 }
             }
+            Rectangle {
+                anchors.fill: parent
+                anchors.topMargin: Theme.space8
+                anchors.bottomMargin: -Theme.space8
+                anchors.leftMargin: -2
+                anchors.rightMargin: -2
+                radius: Theme.radiusCover + 2
+                visible: cell.hovered
+                color: Theme.shadow
+            }
+            Rectangle {
+                anchors.fill: parent
+                anchors.margins: -4
+                radius: Theme.radiusCover + 4
+                visible: cell.selected
+                color: Theme.transparent
+                border.width: 2
+                border.color: cell.viewFocused ? Theme.accent : Theme.textSecondary
+            }
+            CoverArt {
+                id: art
+
+                x: -coverX
+                y: -coverY
+                width: content.width
+                height: Math.round(width * 4 / 3)
+                source: cell.cover
+                title: cell.title
+                initials: cell.initials
+                hue: cell.hue
+            }
+            CoverBadges {
+                anchors.fill: parent
+                favorite: cell.favorite
+                installed: cell.installed
+                compressed: cell.compressed
+                downloadable: cell.downloadable
+                variants: cell.variants
+            }
         }
         AppText {
             id: titleText
 
-            anchors.top: art.bottom
-            anchors.topMargin: Theme.space8
+            y: art.height + Theme.space8
             width: parent.width
             text: cell.title
             font.weight: Font.Medium
@@ -85,34 +118,24 @@ Item {
 
         anchors.fill: content
         hoverEnabled: true
-        onClicked: {
-            App.browse.currentRow = cell.index;
-            cell.GridView.view.forceActiveFocus();
+        acceptedButtons: Qt.LeftButton | Qt.RightButton
+        onClicked: event => {
+            cell.choose();
+            if (event.button === Qt.RightButton)
+                (cell.GridView.view as GameGridView).menuWanted(null);
         }
         onDoubleClicked: {
-            App.browse.currentRow = cell.index;
+            cell.choose();
             App.launch.playSelected();
         }
     }
-    IconButton {
-        x: content.x + art.x + art.coverX + art.coverWidth - width - Theme.space8
-        y: art.y + art.coverY + art.coverHeight - height - Theme.space8
-        visible: mouse.containsMouse || hovered
-        focusPolicy: Qt.NoFocus
-        iconName: "play"
+    PlayButton {
+        id: play
+
+        x: cover.x + cover.width - width - Theme.space8
+        y: cover.y + cover.height - height - Theme.space8
+        visible: cell.hovered
         text: qsTr("Play %1").arg(cell.title)
-        background: Rectangle {
-            radius: height / 2
-            color: Theme.accent
-        }
-        contentItem: Item {
-            AppIcon {
-                anchors.centerIn: parent
-                name: "play"
-                color: Theme.accentText
-                size: 16
-            }
-        }
         onClicked: {
             App.browse.currentRow = cell.index;
             App.launch.playSelected();

@@ -5,17 +5,24 @@ import Ludarium
 GridView {
     id: grid
 
-    // Depends on the size setting as well as on the width.
+    // The part of the width that cells of the wanted size fill, in the middle of the view; these depend on the size
+    // setting as well.
+    readonly property real gridWidth: {
+        App.browse.gridSize;
+        return App.browse.gridWidth(width);
+    }
     readonly property int columns: {
         App.browse.gridSize;
-        return App.browse.columnsFor(width);
+        return App.browse.gridColumns(gridWidth);
     }
-    readonly property real usable: width - 2 * Theme.space16
-    readonly property real coverWidth: Math.min(cellWidth - Theme.space16, App.browse.widestCell)
+    readonly property real coverWidth: cellWidth - Theme.space16
+
+    // At `item`, or at the mouse when there is none.
+    signal menuWanted(item: Item)
 
     model: App.browse.games
     clip: true
-    leftMargin: Theme.space16
+    leftMargin: Theme.space16 + Math.floor((width - gridWidth) / 2)
     topMargin: Theme.space16
     bottomMargin: Theme.space16
     boundsBehavior: Flickable.StopAtBounds
@@ -23,7 +30,7 @@ GridView {
     highlightFollowsCurrentItem: false
     currentIndex: -1
     cacheBuffer: cellHeight
-    cellWidth: Math.floor((usable + Theme.space16) / columns)
+    cellWidth: Math.max(1, Math.floor((gridWidth - Theme.space16) / columns))
     cellHeight: Math.round(coverWidth * 4 / 3) + Theme.space16 + Theme.space8 + Math.round(2.9 * Theme.textBody)
     activeFocusOnTab: true
     Accessible.role: Accessible.List
@@ -35,9 +42,9 @@ GridView {
     GameKeys {
         id: keys
 
-        view: grid
-        columns: grid.columns
+        gridWidth: grid.gridWidth
         pageRows: Math.max(1, Math.floor(grid.height / grid.cellHeight)) * grid.columns
+        onMenuWanted: grid.menuWanted(grid.itemAtIndex(App.browse.currentRow))
     }
     Keys.onPressed: event => keys.handle(event)
 
@@ -62,7 +69,10 @@ GridView {
     Component.onCompleted: settled.restart()
     Connections {
         target: App.browse
-        function onCurrentRowChanged() {
+        function onListReplaced() {
+            settled.restart();
+        }
+        function onScrollWanted() {
             grid.showSelection();
         }
     }

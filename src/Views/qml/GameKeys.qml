@@ -5,11 +5,15 @@ import Ludarium
 QtObject {
     id: keys
 
-    required property Item view
-    property int columns: 1
+    // Width of the grid on screen, 0 elsewhere.
+    property real gridWidth: 0
     property int pageRows: 10
 
+    signal menuWanted
+
     function handle(event: var) {
+        if (event.modifiers & ~(Qt.KeypadModifier | Qt.ShiftModifier))
+            return;
         switch (event.key) {
         case Qt.Key_Left:
             App.browse.moveLeft();
@@ -18,10 +22,10 @@ QtObject {
             App.browse.moveRight();
             break;
         case Qt.Key_Up:
-            App.browse.moveUp(keys.columns);
+            App.browse.moveUp(keys.gridWidth);
             break;
         case Qt.Key_Down:
-            App.browse.moveDown(keys.columns);
+            App.browse.moveDown(keys.gridWidth);
             break;
         case Qt.Key_Home:
             App.browse.moveBy(-App.browse.games.count);
@@ -37,9 +41,15 @@ QtObject {
             break;
         case Qt.Key_Return:
         case Qt.Key_Enter:
-            if (event.modifiers & ~Qt.KeypadModifier)
-                return;
             App.launch.playSelected();
+            break;
+        case Qt.Key_F10:
+            if (!(event.modifiers & Qt.ShiftModifier))
+                return;
+            keys.menuWanted();
+            break;
+        case Qt.Key_Menu:
+            keys.menuWanted();
             break;
         default:
             return;

@@ -5,30 +5,44 @@ import Ludarium
 ListView {
     id: table
 
+    readonly property real columnsWidth: {
+        let sum = 2 * Theme.space16;
+        for (const width of App.browse.table.widths)
+            sum += Math.round(width * Theme.textScale);
+        return sum;
+    }
+
+    // At `item`, or at the mouse when there is none.
+    signal menuWanted(item: Item)
+
     model: App.browse.games
     clip: true
+    // Columns that do not fit are scrolled to.
+    contentWidth: Math.max(width, columnsWidth)
+    flickableDirection: Flickable.HorizontalAndVerticalFlick
     boundsBehavior: Flickable.StopAtBounds
     keyNavigationEnabled: false
     highlightFollowsCurrentItem: false
     currentIndex: -1
     reuseItems: true
-    bottomMargin: Theme.space8
+    bottomMargin: Theme.space12
     headerPositioning: ListView.OverlayHeader
     activeFocusOnTab: true
     Accessible.role: Accessible.Table
     Accessible.name: qsTr("Games")
 
     header: TableHead {
-        width: ListView.view ? ListView.view.width : 0
+        width: (ListView.view as ListView)?.contentWidth ?? 0
     }
     delegate: TableRow {}
     ScrollBar.vertical: AppScrollBar {}
+    ScrollBar.horizontal: AppScrollBar {}
 
     GameKeys {
         id: keys
 
-        view: table
         pageRows: Math.max(1, Math.floor(table.height / Theme.rowHeight) - 1)
+        onMenuWanted: table.menuWanted(table.itemAtIndex(App.browse.currentRow))
     }
     Keys.onPressed: event => keys.handle(event)
 
@@ -51,7 +65,10 @@ ListView {
     Component.onCompleted: settled.restart()
     Connections {
         target: App.browse
-        function onCurrentRowChanged() {
+        function onListReplaced() {
+            settled.restart();
+        }
+        function onScrollWanted() {
             table.showSelection();
         }
     }

@@ -71,6 +71,7 @@ ApplicationWindow {
         BrowsePage {
             id: browsePage
 
+            commands: commands
             focus: true
             SplitView.fillWidth: true
             SplitView.minimumWidth: 320
@@ -97,6 +98,7 @@ ApplicationWindow {
         anchors.bottomMargin: Theme.space16
         z: 5
     }
+    ThumbnailSheet {}
     AlertDialog {}
     FolderChooser {}
     AboutDialog {

@@ -1,11 +1,11 @@
 import QtQuick
 import Ludarium
 
-// One text of a row of the list.
+// One text of a row of the list, as wide as its column.
 AppText {
-    required property real share
+    required property int column
 
-    width: parent ? Math.floor(share * parent.width) : 0
+    width: Math.round(App.browse.table.widths[column] * Theme.textScale)
     height: parent ? parent.height : 0
     rightPadding: Theme.space12
     verticalAlignment: Text.AlignVCenter

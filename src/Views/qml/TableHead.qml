@@ -10,31 +10,53 @@ Rectangle {
 
     Row {
         x: Theme.space16
-        width: head.width - 2 * Theme.space16
         height: head.height
 
         TableHeadCell {
-            share: TableColumns.title
+            column: 0
             text: qsTr("Title")
             order: "Title"
         }
         TableHeadCell {
-            share: TableColumns.platform
+            column: 1
             text: qsTr("Platform")
         }
         TableHeadCell {
-            share: TableColumns.year
+            column: 2
             text: qsTr("Year")
             order: "Year"
         }
         TableHeadCell {
-            share: TableColumns.developer
+            column: 3
             text: qsTr("Developer")
             order: "Developer"
         }
         TableHeadCell {
-            share: TableColumns.genre
+            column: 4
             text: qsTr("Genre")
+        }
+        TableHeadCell {
+            column: 5
+            text: qsTr("Rating")
+            order: "Rating"
+        }
+        TableHeadCell {
+            column: 6
+            text: qsTr("Plays")
+            order: "Most Played"
+        }
+        TableHeadCell {
+            column: 7
+            text: qsTr("Last Played")
+            order: "Recently Played"
+        }
+        TableHeadCell {
+            column: 8
+            text: qsTr("Play Time")
+        }
+        TableHeadCell {
+            column: 9
+            text: qsTr("Status")
         }
     }
     Rectangle {

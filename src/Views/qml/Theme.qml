@@ -38,7 +38,12 @@ QtObject {
     readonly property color transparent: "transparent"
     readonly property color scrim: Qt.rgba(0, 0, 0, dark ? 0.6 : 0.35)
     readonly property color shadow: Qt.rgba(0, 0, 0, dark ? 0.35 : 0.12)
+    readonly property color reflectionNear: Qt.rgba(window.r, window.g, window.b, 0.68)
     readonly property color coverText: "#ffffff"
+    // Marks on covers, which may be of any colour.
+    readonly property color badge: Qt.rgba(0, 0, 0, 0.7)
+    readonly property color badgeGood: "#8ce5a8"
+    readonly property color badgeStar: "#ffd166"
 
     // Placeholder covers: the title's own hue, dark enough for white letters whatever it is.
     function coverColor(hue: real): color {

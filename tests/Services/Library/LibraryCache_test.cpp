@@ -4,6 +4,7 @@
 #include "Host/HostPaths.h"
 #include "Host/SafeFiles.h"
 #include "Models/RecordEncoder.h"
+#include "Services/Library/CachedCollectionReader.h"
 #include "support/TestHost.h"
 
 #include <QDir>
@@ -106,11 +107,19 @@ TEST_F(LibraryCacheTest, IsUsedFor29DaysAndForExactlyItsPath) {
 }
 
 TEST_F(LibraryCacheTest, IsNoCacheWhenTruncatedAnywhere) {
-    cache.save(sample(2));
+    cache.save(sample(4));
     const QByteArray whole = bytes();
+    // In pieces as a large one is read, each of a game or two.
+    const auto readInPieces = [&] {
+        CachedCollectionReader reader(cache.cacheFile(), whole.size() / 6);
+        reader.readAllButGames();
+        return reader.readGames().size();
+    };
+    ASSERT_EQ(readInPieces(), 4);
     for (qsizetype length = 0; length < whole.size(); ++length) {
         write(whole.first(length));
         ASSERT_FALSE(cache.load(collection, written)) << length;
+        ASSERT_THROW(readInPieces(), CacheReadError) << length;
     }
 }
 

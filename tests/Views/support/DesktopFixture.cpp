@@ -2,7 +2,6 @@
 
 #include "App/LaunchDatabases.h"
 #include "Services/Library/GameLibrary.h"
-#include "Views/CoverImageProvider.h"
 #include "support/FixtureCollection.h"
 
 #include <QDir>
@@ -31,8 +30,18 @@ QString DesktopFixture::collection() {
     return folder;
 }
 
+bool DesktopFixture::loadVariants() {
+    const QString folder = machine.scratch() + QStringLiteral("/variants");
+    FixtureCollection::write(folder, FixtureCollection::entriesWithVariants());
+    return open(folder);
+}
+
 bool DesktopFixture::load() {
-    state.setCollectionPath(collection());
+    return open(collection());
+}
+
+bool DesktopFixture::open(const QString &folder) {
+    state.setCollectionPath(folder);
     return waitUntil([&] {
         return !state.gameLibrary().isLoading() && desktop.browse()->games()->count() > 0 &&
                desktop.sidebar()->platformCount() > 0;
@@ -56,7 +65,7 @@ QQuickWindow &DesktopFixture::window(QSize size) {
 QImage DesktopFixture::picture(QQuickWindow &window) {
     int quiet = 0;
     waitUntil([&] {
-        quiet = desktop.covers()->pending() == 0 ? quiet + 1 : 0;
+        quiet = desktop.pendingPictures() == 0 ? quiet + 1 : 0;
         QThread::msleep(5);
         return quiet > 20;
     });

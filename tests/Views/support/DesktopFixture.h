@@ -32,6 +32,8 @@ class DesktopFixture {
     QString collection();
     /// Opens the fixture collection and waits until it is loaded; false when that takes too long.
     bool load();
+    /// The same with the variants and the hard titles.
+    bool loadVariants();
     /// The main window, shown at `size`.
     QQuickWindow &window(QSize size = {1280, 800});
     QQmlEngine &engine() { return m_engine; }
@@ -39,6 +41,8 @@ class DesktopFixture {
     QImage picture(QQuickWindow &window);
 
   private:
+    bool open(const QString &folder);
+
     QQmlApplicationEngine m_engine;
 };
 

@@ -24,6 +24,7 @@ QByteArray gameXml(const FixtureCollection::Entry &entry, int number) {
     QString xml =
         QStringLiteral("  <Game>\n    <ID>fixture-%1</ID>\n    <Title>%2</Title>\n    <Platform>%3</Platform>\n")
             .arg(QString::number(number), entry.title.toHtmlEscaped(), entry.platform.toHtmlEscaped());
+    xml += QStringLiteral("    <CommunityStarRating>%1</CommunityStarRating>\n").arg(2 + number % 6 * 0.5);
     xml += QStringLiteral("    <ReleaseDate>%1-04-02T00:00:00-05:00</ReleaseDate>\n").arg(entry.year);
     xml += QStringLiteral("    <Developer>%1</Developer>\n    <Publisher>%1</Publisher>\n    <Genre>%2</Genre>\n")
                .arg(entry.developer.toHtmlEscaped(), entry.genre.toHtmlEscaped());
@@ -93,10 +94,26 @@ const QList<FixtureCollection::Entry> &FixtureCollection::entries() {
     return list;
 }
 
-void FixtureCollection::write(const QString &folder) {
+QList<FixtureCollection::Entry> FixtureCollection::entriesWithVariants() {
+    QList<Entry> made = entries();
+    for (int i = 0; i < 6; ++i) {
+        Entry variant = made[i];
+        variant.title += QStringLiteral(" (CD)");
+        variant.platform = QStringLiteral("DREAMM");
+        made.append(variant);
+    }
+    const QString long300 = QStringLiteral("A Very Long Title That Goes On And On ").repeated(8).left(300);
+    for (const QString &title : {long300, QStringLiteral("مغامرات في الصحراء البعيدة"),
+                                 QStringLiteral("👾🚀 Star 🦖 Party 🎉"), QStringLiteral("<b>Bold</b> & Co.")})
+        made.append({title, QStringLiteral("DREAMM"), 1999, QStringLiteral("Blue Anvil"),
+                     QStringLiteral("Strategy"), false});
+    return made;
+}
+
+void FixtureCollection::write(const QString &folder, const QList<Entry> &games) {
     QMap<QString, QByteArray> files;
     int number = 0;
-    for (const Entry &entry : entries()) {
+    for (const Entry &entry : games) {
         files[entry.platform] += gameXml(entry, ++number);
         put(QStringLiteral("%1/eXo/eXoDOS/!dos/fix%2/dosbox.conf").arg(folder).arg(number), "[autoexec]\n");
         if (!entry.hasCover)

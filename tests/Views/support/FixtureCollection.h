@@ -17,9 +17,11 @@ class FixtureCollection {
         bool hasCover;
     };
     static const QList<Entry> &entries();
+    /// The same, with variants of the first six on another platform, and with titles that are hard to show.
+    static QList<Entry> entriesWithVariants();
 
     /// Writes the collection below `folder`, which is made.
-    static void write(const QString &folder);
+    static void write(const QString &folder, const QList<Entry> &games = entries());
 };
 
 /// Spins the event loop until `condition` holds or `milliseconds` have passed; whether it held.

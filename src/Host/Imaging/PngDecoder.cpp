@@ -1,0 +1,26 @@
+#include "Host/Imaging/ImageError.h"
+#include "Host/Imaging/ImageFormats.h"
+
+#include <png.h>
+
+namespace ludarium::imaging {
+
+Bitmap decodePng(const QByteArray &data) {
+    struct Reader : png_image {
+        Reader() : png_image{} { version = PNG_IMAGE_VERSION; }
+        ~Reader() { png_image_free(this); }
+    } reader;
+    if (!png_image_begin_read_from_memory(&reader, data.constData(), size_t(data.size())))
+        throw ImageError(ImageError::Case::broken, reader.message);
+    checkSize(reader.width, reader.height);
+    const bool hasAlpha = (reader.format & PNG_FORMAT_FLAG_ALPHA) != 0;
+    reader.format = PNG_FORMAT_BGRA;
+    Bitmap image = Bitmap::uninitialized(int(reader.width), int(reader.height));
+    if (!png_image_finish_read(&reader, nullptr, image.pixels.data(), 0, nullptr))
+        throw ImageError(ImageError::Case::broken, reader.message);
+    if (hasAlpha)
+        premultiply(image);
+    return image;
+}
+
+} // namespace ludarium::imaging

@@ -1,0 +1,65 @@
+#include "Services/Artwork/ImageMemoryCache.h"
+
+namespace ludarium {
+
+Bitmap ImageMemoryCache::object(const QString &key) {
+    const QMutexLocker lock(&m_mutex);
+    const auto found = m_byKey.constFind(key);
+    if (found == m_byKey.cend())
+        return {};
+    m_entries.splice(m_entries.begin(), m_entries, *found);
+    return m_entries.front().image;
+}
+
+void ImageMemoryCache::insert(const QString &key, const Bitmap &image) {
+    const QMutexLocker lock(&m_mutex);
+    if (const auto old = m_byKey.constFind(key); old != m_byKey.cend())
+        erase(*old);
+    if (image.isNull() || image.bytes() > m_totalCostLimit)
+        return;
+    m_entries.push_front({key, image});
+    m_byKey.insert(key, m_entries.begin());
+    m_totalCost += image.bytes();
+    while (m_totalCost > m_totalCostLimit || m_byKey.size() > m_countLimit)
+        erase(std::prev(m_entries.end()));
+}
+
+void ImageMemoryCache::erase(Entries::iterator entry) {
+    m_totalCost -= entry->image.bytes();
+    m_byKey.remove(entry->key);
+    m_entries.erase(entry);
+}
+
+void ImageMemoryCache::remove(const QString &key) {
+    const QMutexLocker lock(&m_mutex);
+    if (const auto found = m_byKey.constFind(key); found != m_byKey.cend())
+        erase(*found);
+}
+
+void ImageMemoryCache::removePrefix(const QString &prefix) {
+    const QMutexLocker lock(&m_mutex);
+    for (auto entry = m_entries.begin(); entry != m_entries.end();) {
+        const auto here = entry++;
+        if (here->key.startsWith(prefix))
+            erase(here);
+    }
+}
+
+void ImageMemoryCache::clear() {
+    const QMutexLocker lock(&m_mutex);
+    m_entries.clear();
+    m_byKey.clear();
+    m_totalCost = 0;
+}
+
+qsizetype ImageMemoryCache::count() const {
+    const QMutexLocker lock(&m_mutex);
+    return m_byKey.size();
+}
+
+qint64 ImageMemoryCache::totalCost() const {
+    const QMutexLocker lock(&m_mutex);
+    return m_totalCost;
+}
+
+} // namespace ludarium

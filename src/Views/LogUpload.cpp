@@ -1,0 +1,66 @@
+#include "Views/LogUpload.h"
+
+#include "Host/AppLogger.h"
+#include "Host/Async.h"
+#include "Host/Dialogs.h"
+#include "Host/Host.h"
+#include "Host/Settings.h"
+#include "Host/SettingsStore.h"
+
+#include <QPointer>
+
+namespace ludarium {
+
+LogUpload::LogUpload(Host &host, AppLogger &logger, QObject *parent)
+    : QObject(parent), m_host(host), m_logger(logger) {}
+
+void LogUpload::upload() {
+    if (!m_isUploading && !m_isAsking)
+        spawn(askAndUpload(), "uploading the log");
+}
+
+QCoro::Task<> LogUpload::askAndUpload() {
+    const QPointer<LogUpload> self(this);
+    if (!m_host.settings.value(Settings::logUploadConsent)) {
+        Alert alert;
+        alert.title = QStringLiteral("Upload Logs");
+        alert.text = QStringLiteral("Your logs will be uploaded to help diagnose issues. Personal information like "
+                                    "usernames and hostnames will be redacted before upload.\n\nDo you want to "
+                                    "continue?");
+        alert.buttons = QStringList{QStringLiteral("Upload"), QStringLiteral("Cancel")};
+        m_isAsking = true;
+        const int button = co_await m_host.dialogs.ask(alert);
+        if (!self)
+            co_return;
+        m_isAsking = false;
+        if (button != 0)
+            co_return;
+        m_host.settings.setValue(Settings::logUploadConsent, true);
+    }
+    co_await performLogUpload();
+}
+
+QCoro::Task<> LogUpload::performLogUpload() {
+    const QPointer<LogUpload> self(this);
+    m_isUploading = true;
+    Q_EMIT uploadingChanged();
+    Host &host = m_host;
+    LogUploader uploader(host, m_logger);
+    Alert alert;
+    alert.title = QStringLiteral("Upload Complete");
+    alert.buttons = QStringList{QStringLiteral("OK")};
+    try {
+        alert.text = co_await uploader.uploadLogs();
+    } catch (...) {
+        alert.title = QStringLiteral("Upload Failed");
+        alert.text = currentExceptionText();
+        alert.style = Alert::Style::Warning;
+    }
+    if (!self)
+        co_return;
+    m_isUploading = false;
+    Q_EMIT uploadingChanged();
+    co_await host.dialogs.ask(alert);
+}
+
+} // namespace ludarium

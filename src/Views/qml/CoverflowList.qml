@@ -1,0 +1,37 @@
+import QtQuick
+import Ludarium
+
+// The row of covers, with one of them in the middle.
+ListView {
+    id: row
+
+    required property real coverWidth
+    required property real coverHeight
+    // How far the middles of two covers are apart; they overlap.
+    readonly property real slot: Math.max(1, Math.round(coverWidth * 0.42))
+
+    signal menuWanted
+
+    activeFocusOnTab: true
+    orientation: ListView.Horizontal
+    model: App.browse.games
+    keyNavigationEnabled: false
+    highlightRangeMode: ListView.StrictlyEnforceRange
+    highlightMoveDuration: Theme.slow
+    highlightMoveVelocity: -1
+    snapMode: ListView.SnapToItem
+    boundsBehavior: Flickable.DragOverBounds
+    preferredHighlightBegin: (width - slot) / 2
+    preferredHighlightEnd: (width + slot) / 2
+    // Covers beyond the edges reach into the view.
+    cacheBuffer: Math.round(coverWidth)
+    clip: true
+    delegate: CoverflowCell {}
+    // What the fingers have brought to the middle is selected.
+    onMovementEnded: App.browse.currentRow = currentIndex
+
+    WheelHandler {
+        acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
+        onWheel: event => App.browse.moveBy(event.angleDelta.y + event.angleDelta.x < 0 ? 1 : -1)
+    }
+}

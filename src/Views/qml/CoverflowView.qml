@@ -1,0 +1,74 @@
+import QtQuick
+import Ludarium
+
+// Covers in a row, the selected one in the middle and facing the viewer. Only those on screen are alive.
+FocusScope {
+    id: flow
+
+    readonly property real coverHeight: Math.max(60, Math.min(row.height * 0.66, width * 0.5))
+    readonly property real coverWidth: Math.round(coverHeight * 3 / 4)
+    readonly property CoverflowCell current: row.currentItem as CoverflowCell
+    readonly property alias list: row
+
+    // At `item`, or at the mouse when there is none.
+    signal menuWanted(item: Item)
+
+    function showSelection() {
+        row.currentIndex = Math.max(0, App.browse.currentRow);
+    }
+    function jumpToSelection() {
+        row.highlightMoveDuration = 0;
+        showSelection();
+        row.positionViewAtIndex(row.currentIndex, ListView.SnapPosition);
+        row.highlightMoveDuration = Qt.binding(() => Theme.slow);
+    }
+
+    Accessible.role: Accessible.List
+    Accessible.name: qsTr("Games")
+
+    CoverflowList {
+        id: row
+
+        width: parent.width
+        height: Math.round(parent.height - caption.height)
+        focus: true
+        coverWidth: flow.coverWidth
+        coverHeight: flow.coverHeight
+        onMenuWanted: flow.menuWanted(null)
+
+        GameKeys {
+            id: keys
+
+            onMenuWanted: flow.menuWanted(flow.current)
+        }
+        Keys.onPressed: event => keys.handle(event)
+    }
+    CoverflowCaption {
+        id: caption
+
+        anchors.bottom: parent.bottom
+        width: parent.width
+        cell: flow.current
+        room: flow.height
+    }
+
+    Timer {
+        id: settled
+
+        interval: 0
+        onTriggered: flow.jumpToSelection()
+    }
+    onWidthChanged: settled.restart()
+    onHeightChanged: settled.restart()
+    Component.onCompleted: settled.restart()
+    Connections {
+        target: App.browse
+        function onListReplaced() {
+            settled.restart();
+        }
+        function onCurrentRowChanged() {
+            if (!row.moving && App.browse.currentRow >= 0)
+                flow.showSelection();
+        }
+    }
+}

@@ -1,0 +1,23 @@
+import QtQuick
+import Ludarium
+
+// The round button on a cover that the pointer is over.
+IconButton {
+    id: button
+
+    iconName: "play"
+    focusPolicy: Qt.NoFocus
+    background: Rectangle {
+        radius: height / 2
+        color: Theme.accent
+        opacity: button.down ? 0.8 : 1
+    }
+    contentItem: Item {
+        AppIcon {
+            anchors.centerIn: parent
+            name: "play"
+            color: Theme.accentText
+            size: Math.round(16 * Theme.textScale)
+        }
+    }
+}
