@@ -26,6 +26,8 @@ class WindowRun {
     /// Starts it once more beside the first and returns its exit status; -1 when it does not leave.
     int startAgain(const QStringList &arguments);
     bool isRunning() const { return m_process.state() == QProcess::Running; }
+    /// By itself, and well.
+    bool hasEnded() { return m_process.waitForFinished(10) && m_process.exitStatus() == QProcess::NormalExit; }
     bool end();
     QString log() const;
 
