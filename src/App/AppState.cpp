@@ -7,6 +7,7 @@
 #include "Host/Host.h"
 #include "Host/Settings.h"
 #include "Host/SettingsStore.h"
+#include "Services/Emulators/PrerequisitesManager.h"
 #include "Services/Artwork/ImageLoader.h"
 #include "Services/Launch/GameLauncher.h"
 #include "Services/Library/BatchOperationsManager.h"
@@ -33,12 +34,14 @@ constexpr std::chrono::seconds preCacheDelay{15};
 
 AppState::AppState(Host &host, EmulatorManager &emulators, const LaunchDatabases &databases, LibraryServices services,
                    QObject *parent)
-    : QObject(parent), m_host(host), m_library(std::make_unique<GameLibrary>(host, std::move(services))),
+    : QObject(parent), m_host(host), m_emulators(emulators),
+      m_library(std::make_unique<GameLibrary>(host, std::move(services))),
       m_images(std::make_unique<ImageLoader>(host)), m_browser(std::make_unique<LibraryBrowser>(*m_library)),
       m_launcher(std::make_unique<GameLauncher>(host, emulators, databases.dosCollaborators())),
       m_versionCheck(std::make_unique<VersionCheck>(databases.versionCheckCollaborators(*m_library))),
       m_tracker(std::make_unique<PlaySessionTracker>(host)),
-      m_batchOperations(std::make_unique<BatchOperationsManager>(host)) {
+      m_batchOperations(std::make_unique<BatchOperationsManager>(host)),
+      m_prerequisites(std::make_unique<PrerequisitesManager>(host)) {
     m_batchOperations->setGameLibrary(m_library.get());
     m_launcher->setDosRouteCollaborators(databases.dosRouteCollaborators(host, emulators));
     connect(m_browser.get(), &LibraryBrowser::changed, this, &AppState::filteredGamesChanged);

@@ -22,6 +22,7 @@ class GameLibrary;
 class ImageLoader;
 class LibraryBrowser;
 class PlaySessionTracker;
+class PrerequisitesManager;
 class VersionCheck;
 struct LaunchDatabases;
 
@@ -45,6 +46,8 @@ class AppState : public QObject {
     LibraryBrowser &browser() { return *m_browser; }
     PlaySessionTracker &sessionTracker() { return *m_tracker; }
     BatchOperationsManager &batchOperations() { return *m_batchOperations; }
+    EmulatorManager &emulators() { return m_emulators; }
+    PrerequisitesManager &prerequisites() { return *m_prerequisites; }
     Host &host() { return m_host; }
 
     void restoreCollection();
@@ -120,6 +123,7 @@ class AppState : public QObject {
     }
 
     Host &m_host;
+    EmulatorManager &m_emulators;
     std::unique_ptr<GameLibrary> m_library;
     std::unique_ptr<ImageLoader> m_images;
     std::unique_ptr<LibraryBrowser> m_browser;
@@ -127,6 +131,7 @@ class AppState : public QObject {
     std::unique_ptr<VersionCheck> m_versionCheck;
     std::unique_ptr<PlaySessionTracker> m_tracker;
     std::unique_ptr<BatchOperationsManager> m_batchOperations;
+    std::unique_ptr<PrerequisitesManager> m_prerequisites;
     QString m_collectionPath;
     ViewMode m_viewMode = ViewMode::grid;
     GridSize m_gridSize = GridSize::medium;

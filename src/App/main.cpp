@@ -101,7 +101,8 @@ int runDesktop(const DesktopOptions &options) {
         desktop.followDesktopColors();
     if (!options.theme.isEmpty())
         desktop.appearance()->showTheme(options.theme);
-    desktop.appearance()->setReducedMotion(picture);
+    if (picture)
+        desktop.appearance()->showReducedMotion(true);
 
     engine.load(QUrl(QStringLiteral("qrc:/qml/Ludarium/Main.qml")));
     if (engine.rootObjects().isEmpty())
@@ -123,6 +124,8 @@ int runDesktop(const DesktopOptions &options) {
                              desktop.openCollection(handover.folder);
                      });
     openFirstCollection(state, options.folder);
+    // A picture shows the library, not a question.
+    desktop.start()->setAsking(!picture);
     desktop.start()->begin();
 
     Gamepad gamepad;

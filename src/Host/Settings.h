@@ -20,6 +20,8 @@ inline constexpr Setting<QString> platformSortOrder{"platformSortOrder",
 inline constexpr Setting<QByteArray> platformGroups{"platformGroups"}; ///< JSON list of platform groups
 inline constexpr Setting<QString> appTheme{
     "appTheme", u"System"}; ///< "System", "Retro Purple", "Ocean Blue", "Forest Green" or "Midnight Glass"
+inline constexpr Setting<double> textScale{"textScale", 1}; ///< 1 to 2
+inline constexpr Setting<bool> reducedMotion{"reducedMotion", false};
 inline constexpr Setting<bool> spotlightIndexingEnabled{"spotlightIndexingEnabled", false};
 inline constexpr Setting<QDateTime> spotlightLastIndexDate{"spotlightLastIndexDate"};
 inline constexpr Setting<qint64> spotlightLastIndexedCount{"spotlightLastIndexedCount", 0};

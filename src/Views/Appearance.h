@@ -30,11 +30,13 @@ class Appearance : public QObject {
     /// Dark unless the desktop asks for light.
     bool isDark() const { return m_dark; }
     void setDark(bool dark);
-    /// 1 to 2.
+    /// 1 to 2; kept in the settings, as whether things may move is.
     double textScale() const { return m_textScale; }
     void setTextScale(double scale);
     bool hasReducedMotion() const { return m_reducedMotion; }
     void setReducedMotion(bool reduced);
+    /// The same for this run only.
+    void showReducedMotion(bool reduced);
     QString fixedFamily() const;
 
   Q_SIGNALS:

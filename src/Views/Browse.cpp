@@ -16,6 +16,7 @@ Browse::Browse(AppState &state, std::shared_ptr<CoverStore> covers, QObject *par
     connect(&state, &AppState::searchTextChanged, this, &Browse::searchTextChanged);
     connect(&state, &AppState::viewSettingsChanged, this, &Browse::viewSettingsChanged);
     connect(&state, &AppState::selectionChanged, this, &Browse::followSelection);
+    connect(&m_games, &GameListModel::modelAboutToBeReset, this, &Browse::listAboutToBeReplaced);
     connect(&m_games, &GameListModel::modelReset, this, &Browse::listReplaced);
     refresh();
 }

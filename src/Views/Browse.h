@@ -78,7 +78,8 @@ class Browse : public QObject {
     void filteredChanged();
     /// The selection was moved and is to be brought into view.
     void scrollWanted();
-    /// The rows are others than before.
+    /// The rows are to become others, and have become so.
+    void listAboutToBeReplaced();
     void listReplaced();
 
   private:

@@ -3,6 +3,7 @@
 #include "App/AppState.h"
 #include "Host/Async.h"
 #include "Host/Host.h"
+#include "Host/Workspace.h"
 #include "Services/Artwork/ImageLoader.h"
 #include "Services/Library/GameLibrary.h"
 #include "Views/CoverImageProvider.h"
@@ -10,6 +11,7 @@
 #include "Views/GalleryImageProvider.h"
 #include "Views/IconImageProvider.h"
 
+#include <QFileInfo>
 #include <QPointer>
 
 namespace ludarium {
@@ -33,12 +35,17 @@ Desktop::Desktop(AppState &state, QmlDialogs &dialogs, AppLogger &logger, QObjec
     : QObject(parent), m_state(state), m_dialogs(dialogs), m_coverStore(std::make_shared<CoverStore>()),
       m_browse(state, m_coverStore), m_sidebar(state), m_detail(state, m_coverStore), m_game(state), m_library(state),
       m_launch(state), m_log(state.host(), logger), m_logUpload(state.host(), logger), m_pages(state.host().workspace),
-      m_appearance(state.host()), m_start(state), m_thumbnails(state) {
+      m_appearance(state.host()), m_start(state), m_settings(state, m_appearance),
+      m_emulators(state.host(), state.emulators()), m_dependencies(state.host(), state.prerequisites()),
+      m_statistics(state), m_thumbnails(state) {
     m_coverStore->setCollection(state.collectionPath());
     connect(&state, &AppState::collectionPathChanged, this, &Desktop::showPicturesAnew);
     connect(&state.imageLoader(), &ImageLoader::cleared, this, &Desktop::showPicturesAnew);
     connect(&state.gameLibrary(), &GameLibrary::errorMessageChanged, this, &Desktop::libraryErrorChanged);
     connect(&m_log, &LogModel::copied, this, [this] { Q_EMIT toast(QStringLiteral("Log copied to the clipboard")); });
+    connect(&m_settings, &SettingsCatalog::toast, this, &Desktop::toast);
+    connect(&m_settings, &SettingsCatalog::thumbnailsWanted, &m_thumbnails, &ThumbnailCaching::start);
+    connect(&m_emulators, &EmulatorListModel::toast, this, &Desktop::toast);
     libraryErrorChanged();
 }
 
@@ -105,6 +112,35 @@ void Desktop::openCollection(const QString &folder) {
     m_state.clearFilters();
     m_state.setSearchText({});
     m_state.setCollectionPath(folder);
+    Q_EMIT collectionOpened();
+}
+
+void Desktop::openDropped(const QList<QUrl> &urls) {
+    if (urls.size() == 1 && urls.first().isLocalFile())
+        spawn(openIfFolder(urls.first().toLocalFile()), "opening a dropped folder");
+    else
+        Q_EMIT toast(tr("Drop one folder to open it as a collection"));
+}
+
+QCoro::Task<> Desktop::openIfFolder(QString path) {
+    const QPointer<Desktop> self(this);
+    auto look = [path] { return QFileInfo(path).isDir(); };
+    const bool isFolder = co_await runOnPool(look);
+    if (!self)
+        co_return;
+    if (isFolder)
+        openCollection(path);
+    else
+        Q_EMIT toast(tr("Drop one folder to open it as a collection"));
+}
+
+void Desktop::copyText(const QString &text) {
+    m_state.host().workspace.copyToClipboard(text);
+    Q_EMIT toast(tr("Copied to the clipboard"));
+}
+
+void Desktop::reveal(const QString &path) {
+    m_state.host().workspace.reveal(path);
 }
 
 void Desktop::refreshLibrary() {

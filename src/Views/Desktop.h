@@ -3,6 +3,8 @@
 #include "Views/Appearance.h"
 #include "Views/Browse.h"
 #include "Views/CoverStore.h"
+#include "Views/DependencyListModel.h"
+#include "Views/EmulatorListModel.h"
 #include "Views/GameCommands.h"
 #include "Views/GameDetail.h"
 #include "Views/LaunchStatus.h"
@@ -10,12 +12,15 @@
 #include "Views/LogModel.h"
 #include "Views/LogUpload.h"
 #include "Views/QmlDialogs.h"
+#include "Views/SettingsCatalog.h"
 #include "Views/SidebarModel.h"
 #include "Views/StartScreen.h"
+#include "Views/Statistics.h"
 #include "Views/SupportPages.h"
 #include "Views/ThumbnailCaching.h"
 
 #include <QQmlEngine>
+#include <QUrl>
 #include <memory>
 
 namespace ludarium {
@@ -41,6 +46,10 @@ class Desktop : public QObject {
     Q_PROPERTY(ludarium::SupportPages *pages READ pages CONSTANT)
     Q_PROPERTY(ludarium::Appearance *appearance READ appearance CONSTANT)
     Q_PROPERTY(ludarium::StartScreen *start READ start CONSTANT)
+    Q_PROPERTY(ludarium::SettingsCatalog *settings READ settings CONSTANT)
+    Q_PROPERTY(ludarium::EmulatorListModel *emulators READ emulators CONSTANT)
+    Q_PROPERTY(ludarium::DependencyListModel *dependencies READ dependencies CONSTANT)
+    Q_PROPERTY(ludarium::Statistics *statistics READ statistics CONSTANT)
     Q_PROPERTY(ludarium::ThumbnailCaching *thumbnails READ thumbnails CONSTANT)
     Q_PROPERTY(QString version READ version CONSTANT)
     Q_PROPERTY(QString fileManagerName READ fileManagerName CONSTANT)
@@ -66,6 +75,10 @@ class Desktop : public QObject {
     SupportPages *pages() { return &m_pages; }
     Appearance *appearance() { return &m_appearance; }
     StartScreen *start() { return &m_start; }
+    SettingsCatalog *settings() { return &m_settings; }
+    EmulatorListModel *emulators() { return &m_emulators; }
+    DependencyListModel *dependencies() { return &m_dependencies; }
+    Statistics *statistics() { return &m_statistics; }
     ThumbnailCaching *thumbnails() { return &m_thumbnails; }
     QString version() const;
     /// "Finder", or what takes its place.
@@ -77,13 +90,20 @@ class Desktop : public QObject {
     Q_INVOKABLE void chooseCollection();
     Q_INVOKABLE void openCollection(const QString &folder);
     Q_INVOKABLE void refreshLibrary();
+    /// Opens what was dropped on the window when it is one folder; anything else is refused with a word.
+    Q_INVOKABLE void openDropped(const QList<QUrl> &urls);
+    Q_INVOKABLE void copyText(const QString &text);
+    Q_INVOKABLE void reveal(const QString &path);
 
   Q_SIGNALS:
     /// A short note about finished work.
     void toast(const QString &text);
+    /// A folder was chosen; it loads now.
+    void collectionOpened();
 
   private:
     QCoro::Task<> askForCollection();
+    QCoro::Task<> openIfFolder(QString path);
     void libraryErrorChanged();
     /// What is on screen is asked for again, as other pictures may have taken its place.
     void showPicturesAnew();
@@ -103,6 +123,10 @@ class Desktop : public QObject {
     SupportPages m_pages;
     Appearance m_appearance;
     StartScreen m_start;
+    SettingsCatalog m_settings;
+    EmulatorListModel m_emulators;
+    DependencyListModel m_dependencies;
+    Statistics m_statistics;
     ThumbnailCaching m_thumbnails;
     std::unique_ptr<DesktopColorScheme> m_colorScheme;
 };

@@ -1,6 +1,7 @@
 #include "Views/StartScreen.h"
 
 #include "App/AppState.h"
+#include "Host/AppLogger.h"
 #include "Host/Async.h"
 #include "Host/Clock.h"
 #include "Host/Host.h"
@@ -26,6 +27,14 @@ void StartScreen::begin() {
     spawn(run(), "the splash screen");
 }
 
+void StartScreen::completeFirstRun() {
+    try {
+        m_state.host().settings.setValue(Settings::hasCompletedFirstRun, true);
+    } catch (const SettingsError &error) {
+        Log::error(QStringLiteral("Failed to remember the first run: %1").arg(QString::fromUtf8(error.what())));
+    }
+}
+
 QCoro::Task<> StartScreen::run() {
     const QPointer<StartScreen> self(this);
     Clock &clock = m_state.host().clock;
@@ -37,7 +46,7 @@ QCoro::Task<> StartScreen::run() {
     m_visible = false;
     Q_EMIT visibleChanged();
     co_await clock.sleep(afterHiding);
-    if (!self)
+    if (!self || !m_asking)
         co_return;
     if (!m_state.host().settings.value(Settings::hasCompletedFirstRun))
         Q_EMIT firstRunNeeded();

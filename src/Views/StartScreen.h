@@ -19,6 +19,10 @@ class StartScreen : public QObject {
     bool isVisible() const { return m_visible; }
     /// Starts the wait; one of the two signals comes at its end when the user has to choose something.
     void begin();
+    /// Without asking, neither signal comes.
+    void setAsking(bool asking) { m_asking = asking; }
+    /// The first-run assistant is through and comes no more.
+    Q_INVOKABLE void completeFirstRun();
 
   Q_SIGNALS:
     void visibleChanged();
@@ -30,6 +34,7 @@ class StartScreen : public QObject {
 
     AppState &m_state;
     bool m_visible = true;
+    bool m_asking = true;
 };
 
 } // namespace ludarium

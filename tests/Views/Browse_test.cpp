@@ -1,3 +1,4 @@
+#include "App/LaunchDatabases.h"
 #include "Services/Library/GameLibrary.h"
 #include "Views/CoverStore.h"
 #include "Views/GridGeometry.h"
@@ -150,6 +151,79 @@ TEST(Browse, WritesEachViewSettingAndIgnoresUnknownTexts) {
     EXPECT_EQ(fixture.machine.settings.rawValue(QStringLiteral("viewMode")).toString(), QStringLiteral("List"));
     EXPECT_EQ(fixture.machine.settings.rawValue(QStringLiteral("gridSize")).toString(), QStringLiteral("Extra Large"));
     EXPECT_EQ(fixture.machine.settings.rawValue(QStringLiteral("sortOrder")).toString(), QStringLiteral("Year"));
+}
+
+TEST(Browse, KeepsTheSelectedGameWhileVariantsAreGroupedAndNot) {
+    DesktopFixture fixture;
+    ASSERT_TRUE(fixture.loadVariants());
+    Browse &browse = *fixture.desktop.browse();
+    browse.setGrouped(true);
+    ASSERT_TRUE(browse.selectTitle(QStringLiteral("Amber Harbor")));
+    const int row = browse.currentRow();
+    EXPECT_EQ(browse.games()->variants(row).size(), 2);
+    EXPECT_EQ(browse.games()->data(browse.games()->index(row), GameListModel::platformRole).toString(),
+              QStringLiteral("DREAMM, MS-DOS"));
+    browse.setCurrentRow(row);
+    EXPECT_EQ(fixture.desktop.game()->platform(), QStringLiteral("MS-DOS")) << "the selected variant stays selected";
+    browse.setGrouped(false);
+    EXPECT_EQ(browse.games()->game(browse.currentRow())->title, QStringLiteral("Amber Harbor"));
+    browse.setGrouped(true);
+    fixture.state.setSelectedPlatform(QStringLiteral("DREAMM"));
+    EXPECT_GE(browse.currentRow(), 0) << "its group is shown though it is not";
+    ASSERT_TRUE(fixture.state.selectedGameGroup());
+    EXPECT_EQ(fixture.state.selectedGameGroup()->normalizedTitle, QStringLiteral("amber harbor"));
+    EXPECT_EQ(fixture.machine.settings.rawValue(QStringLiteral("groupDuplicateGames")).toBool(), true);
+}
+
+TEST(Browse, LogsEachRunOfTheColumnCountAndGuessesAnUnknownWidth) {
+    DesktopFixture fixture;
+    ASSERT_TRUE(fixture.loadVariants());
+    Browse &browse = *fixture.desktop.browse();
+    browse.setGrouped(true);
+    browse.setCurrentRow(0);
+    browse.moveDown(800);
+    EXPECT_EQ(browse.currentRow(), 4);
+    browse.moveUp(0);
+    EXPECT_EQ(browse.currentRow(), 0);
+    EXPECT_TRUE(fixture.machine.log().contains(QStringLiteral("📐 Grid: width=800, maxItem=210, calculated columns=4")));
+    EXPECT_TRUE(fixture.state.takeShouldScrollToSelection() == false) << "the request is taken once";
+}
+
+TEST(Browse, StartsAsAGridWhenTheStoredViewIsNotKnown) {
+    TestHost machine;
+    machine.settings.setRawValue(QStringLiteral("viewMode"), QStringLiteral("Mosaic"));
+    machine.settings.setRawValue(QStringLiteral("tableColumnWidths"),
+                                 QVariantMap{{QStringLiteral("title"), 9e9}, {QStringLiteral("year"), -4.0}});
+    EmulatorManager emulators(machine.host());
+    AppState state(machine.host(), emulators, LaunchDatabases(machine.host()));
+    Browse browse(state, std::make_shared<CoverStore>());
+    EXPECT_EQ(browse.viewMode(), QStringLiteral("Grid"));
+    EXPECT_EQ(browse.table()->widths().first(), 1000);
+    EXPECT_EQ(browse.table()->widths()[2], 60);
+    browse.table()->setWidth(3, 222);
+    browse.table()->save();
+    EXPECT_EQ(TableLayout(machine.host()).widths()[3], 222);
+}
+
+TEST(FacetFilter, ListsTheValuesAndWhatHolds) {
+    DesktopFixture fixture;
+    ASSERT_TRUE(fixture.load());
+    FacetFilter &facets = *fixture.desktop.browse()->facets();
+    facets.setKind(QStringLiteral("developer"));
+    facets.setSearch(QStringLiteral("AN"));
+    EXPECT_EQ(facets.values(), QStringList{QStringLiteral("Blue Anvil")});
+    QSignalSpy changes(&facets, &FacetFilter::activeChanged);
+    facets.toggle(QStringLiteral("Blue Anvil"));
+    facets.set(QStringLiteral("year"), QStringLiteral("1985"));
+    EXPECT_EQ(changes.count(), 2);
+    ASSERT_EQ(facets.active().size(), 2);
+    EXPECT_EQ(facets.active()[0].toMap().value(QStringLiteral("text")).toString(), QStringLiteral("Blue Anvil"));
+    facets.toggle(QStringLiteral("Blue Anvil"));
+    EXPECT_EQ(facets.active().size(), 1);
+    fixture.state.setSelectedPlatform(QStringLiteral("MS-DOS"));
+    facets.clear();
+    EXPECT_TRUE(facets.active().isEmpty());
+    EXPECT_EQ(fixture.desktop.browse()->title(), QStringLiteral("MS-DOS")) << "the platform is no facet";
 }
 
 TEST(Sidebar, CountsTheGamesOfEachPlatformThatTheLibraryLists) {

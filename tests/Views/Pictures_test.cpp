@@ -4,26 +4,17 @@
 #include "Views/CoverImageProvider.h"
 #include "support/DesktopFixture.h"
 #include "support/FixtureCollection.h"
+#include "support/Picture.h"
 
-#include <QDir>
-#include <QSet>
+#include <QTest>
 #include <gtest/gtest.h>
 
 namespace ludarium::test {
 
 namespace {
 
-/// Draws the window into build/screenshots and says whether it shows more than a plain area.
 void take(DesktopFixture &fixture, QQuickWindow &window, const QString &name) {
-    const QImage image = fixture.picture(window);
-    const QString folder = QStringLiteral(LUDARIUM_BINARY_DIR "/screenshots");
-    QDir().mkpath(folder);
-    ASSERT_TRUE(image.save(folder + QLatin1Char('/') + name + QStringLiteral(".png")));
-    QSet<QRgb> colors;
-    for (int y = 0; y < image.height(); y += 7)
-        for (int x = 0; x < image.width(); x += 7)
-            colors.insert(image.pixel(x, y));
-    EXPECT_GT(colors.size(), 12) << qPrintable(name) << " is all but empty";
+    takePicture(fixture, window, name);
 }
 
 void endSplash(DesktopFixture &fixture) {
@@ -116,6 +107,15 @@ TEST(Pictures, OfTheSixViews) {
             window.resize(1280, 800);
         }
     browse.setViewMode(QStringLiteral("Grid"));
+    QTest::keyClick(&window, Qt::Key_Menu);
+    take(fixture, window, QStringLiteral("view-context-menu"));
+    QTest::keyClick(&window, Qt::Key_Escape);
+    for (QObject *popup : window.findChildren<QObject *>())
+        if (QLatin1StringView(popup->metaObject()->className()).startsWith(QLatin1StringView("FilterPopup"))) {
+            ASSERT_TRUE(QMetaObject::invokeMethod(popup, "open"));
+            take(fixture, window, QStringLiteral("view-filter"));
+            ASSERT_TRUE(QMetaObject::invokeMethod(popup, "close"));
+        }
     browse.facets()->set(QStringLiteral("developer"), QStringLiteral("Blue Anvil"));
     browse.facets()->set(QStringLiteral("year"), QStringLiteral("1999"));
     take(fixture, window, QStringLiteral("view-grid-facets-and-hard-titles"));

@@ -117,6 +117,10 @@ QString emulatorProgramName(EmulatorProgram program) {
     Q_UNREACHABLE();
 }
 
+const Setting<QString> *emulatorPathSetting(EmulatorProgram program, HostLayout layout) {
+    return programRow(located(program), layout).setting;
+}
+
 EmulatorManager::EmulatorManager(Host &host, QObject *parent) : QObject(parent), m_host(host) {}
 
 std::optional<QString> EmulatorManager::look(LocatedProgram program) const {

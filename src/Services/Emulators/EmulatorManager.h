@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Host/Setting.h"
+
 #include <QCoro/QCoroTask>
 #include <QMap>
 #include <QObject>
@@ -10,6 +12,7 @@
 namespace ludarium {
 
 struct Host;
+enum class HostLayout;
 enum class LocatedProgram;
 
 /// The outside programs whose presence is watched, in the order of the status report.
@@ -110,6 +113,8 @@ class EmulatorManager : public QObject {
 
 /// "DOSBox", "ScummVM", … as the interface shows it.
 QString emulatorProgramName(EmulatorProgram program);
+/// The setting in which the user names a program's path; null for a program without one.
+const Setting<QString> *emulatorPathSetting(EmulatorProgram program, HostLayout layout);
 /// All watched programs, in the order of the status report.
 const QList<EmulatorProgram> &emulatorPrograms();
 

@@ -356,6 +356,18 @@ void GameLibrary::clearCache() {
     m_cache.clear();
 }
 
+void GameLibrary::resetForTesting() {
+    SettingsStore &settings = m_host.settings;
+    settings.transaction([&settings] {
+        const auto forget = [&settings](const auto &...setting) { (settings.remove(setting), ...); };
+        forget(Settings::collectionPath, Settings::collectionBookmark, Settings::hasCompletedFirstRun);
+        forget(Settings::favoriteGames, Settings::playCounts, Settings::playTimes, Settings::lastPlayedDates,
+               Settings::recentlyPlayedIds, Settings::gameNotes, Settings::gameRatings, Settings::gameProgress);
+        forget(Settings::installedGames, Settings::cachedGamesData, Settings::cachedGamesVersion,
+               Settings::compressedGames, Settings::retroachievements_username, Settings::retroachievements_apiKey);
+    });
+}
+
 void GameLibrary::setLoading(bool loading) {
     if (m_isLoading == loading)
         return;

@@ -36,6 +36,9 @@ class GameLibrary : public QObject {
     void setIndexedAtLoad(bool wanted) { m_indexedAtLoad = wanted; }
     void clearCollectionData();
     void clearCache();
+    /// Makes the next start a first one: forgets the collection's folder, the first run and everything that the user
+    /// did with games. Throws SettingsError, with nothing forgotten, when the store cannot keep that.
+    void resetForTesting();
     /// Takes a platform and its games out of the collection: its XML file is renamed beside itself to a name that no
     /// load reads, and the cache goes. Throws std::runtime_error without a collection, for a name that is no file
     /// name, and when the file cannot be renamed; then nothing has changed.

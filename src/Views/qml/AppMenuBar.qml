@@ -41,6 +41,9 @@ MenuBar {
         }
         AppMenuSeparator {}
         AppMenuItem {
+            action: bar.commands.settings
+        }
+        AppMenuItem {
             action: bar.commands.quit
         }
     }
@@ -79,6 +82,9 @@ MenuBar {
             action: bar.commands.showInstalled
             choice: true
             chosen: App.browse.facets.installedOnly
+        }
+        AppMenuItem {
+            action: bar.commands.statistics
         }
         AppMenu {
             title: qsTr("View Mode")

@@ -46,7 +46,7 @@ Rectangle {
             }
             AppText {
                 Layout.fillWidth: true
-                Layout.minimumWidth: Math.min(implicitWidth, 90)
+                Layout.minimumWidth: Math.min(implicitWidth, toolbar.tiny ? 40 : 90)
                 Layout.maximumWidth: implicitWidth + 1
                 Layout.leftMargin: Theme.space4
                 text: App.browse.title

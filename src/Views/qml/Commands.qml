@@ -5,16 +5,32 @@ import Ludarium
 Item {
     id: commands
 
-    readonly property bool free: !App.dialogs.active && !App.start.visible
+    // Whether a sheet over the window waits for an answer.
+    property bool sheetOpen: false
+    readonly property bool free: !App.dialogs.active && !App.start.visible && !sheetOpen
     readonly property bool hasGame: App.game.hasGame
 
     signal searchWanted
+    signal settingsWanted
+    signal statisticsWanted
+    signal folderWanted
     signal logsWanted
     signal aboutWanted
 
     property Command about: Command {
         text: qsTr("About Ludarium")
         onTriggered: commands.aboutWanted()
+    }
+    property Command settings: Command {
+        text: qsTr("Settings...")
+        shortcut: "Ctrl+,"
+        enabled: commands.free
+        onTriggered: commands.settingsWanted()
+    }
+    property Command statistics: Command {
+        text: qsTr("Statistics")
+        enabled: commands.free
+        onTriggered: commands.statisticsWanted()
     }
     property Command checkForUpdates: Command {
         text: qsTr("Check for Updates...")
@@ -36,7 +52,7 @@ Item {
         text: qsTr("Select Collection Folder...")
         shortcut: "Ctrl+Shift+O"
         enabled: commands.free
-        onTriggered: App.chooseCollection()
+        onTriggered: commands.folderWanted()
     }
     property Command addCollection: Command {
         text: qsTr("Add Collection...")
@@ -202,6 +218,6 @@ Item {
     Shortcut {
         sequences: ["Ctrl+O"]
         enabled: commands.free
-        onActivated: App.chooseCollection()
+        onActivated: commands.folderWanted()
     }
 }

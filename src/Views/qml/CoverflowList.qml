@@ -8,13 +8,16 @@ ListView {
     required property real coverWidth
     required property real coverHeight
     // How far the middles of two covers are apart; they overlap.
+    // While its rows or their sizes change, a list that stands far from its start would make every cover before the
+    // place where it stands.
+    property bool attached: false
     readonly property real slot: Math.max(1, Math.round(coverWidth * 0.42))
 
     signal menuWanted
 
     activeFocusOnTab: true
     orientation: ListView.Horizontal
-    model: App.browse.games
+    model: attached ? App.browse.games : null
     keyNavigationEnabled: false
     highlightRangeMode: ListView.StrictlyEnforceRange
     highlightMoveDuration: Theme.slow

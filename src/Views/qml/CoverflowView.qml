@@ -14,9 +14,15 @@ FocusScope {
     signal menuWanted(item: Item)
 
     function showSelection() {
-        row.currentIndex = Math.max(0, App.browse.currentRow);
+        if (row.attached)
+            row.currentIndex = Math.max(0, App.browse.currentRow);
+    }
+    function detach() {
+        row.attached = false;
+        settled.restart();
     }
     function jumpToSelection() {
+        row.attached = true;
         row.highlightMoveDuration = 0;
         showSelection();
         row.positionViewAtIndex(row.currentIndex, ListView.SnapPosition);
@@ -35,6 +41,7 @@ FocusScope {
         coverWidth: flow.coverWidth
         coverHeight: flow.coverHeight
         onMenuWanted: flow.menuWanted(null)
+        onSlotChanged: flow.detach()
 
         GameKeys {
             id: keys
@@ -58,13 +65,12 @@ FocusScope {
         interval: 0
         onTriggered: flow.jumpToSelection()
     }
-    onWidthChanged: settled.restart()
-    onHeightChanged: settled.restart()
+    onWidthChanged: detach()
     Component.onCompleted: settled.restart()
     Connections {
         target: App.browse
-        function onListReplaced() {
-            settled.restart();
+        function onListAboutToBeReplaced() {
+            flow.detach();
         }
         function onCurrentRowChanged() {
             if (!row.moving && App.browse.currentRow >= 0)

@@ -89,6 +89,11 @@ ApplicationWindow {
                 onClicked: App.log.copyAll()
             }
             AppButton {
+                text: qsTr("Upload...")
+                enabled: !App.logUpload.uploading
+                onClicked: App.logUpload.upload()
+            }
+            AppButton {
                 iconName: "trash"
                 text: qsTr("Clear")
                 onClicked: App.log.clear()
@@ -137,5 +142,8 @@ ApplicationWindow {
                 color: level === "error" ? Theme.danger : level === "warn" ? Theme.warning : level === "debug" ? Theme.textSecondary : Theme.text
             }
         }
+    }
+    AlertDialog {
+        visible: App.dialogs.active && window.visible
     }
 }

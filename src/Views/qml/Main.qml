@@ -12,6 +12,10 @@ ApplicationWindow {
     property bool detailUsed: App.detail.hasGame
     readonly property bool narrow: width < 1060
     readonly property LogWindow logWindow: logs.item as LogWindow
+    readonly property SettingsWindow settingsWindow: settings.item as SettingsWindow
+    readonly property StatisticsWindow statisticsWindow: statistics.item as StatisticsWindow
+    readonly property FirstRunSetupView assistant: firstRun
+    readonly property FolderPickerView folderPicker: picker
 
     width: 1280
     height: 800
@@ -21,11 +25,29 @@ ApplicationWindow {
     color: Theme.window
     visible: false
 
+    function bringUp(loader: Loader) {
+        loader.active = true;
+        const shown = loader.item as ApplicationWindow;
+        shown.show();
+        shown.raise();
+        shown.requestActivate();
+    }
     function showLogs() {
-        logs.active = true;
-        logWindow.show();
-        logWindow.raise();
-        logWindow.requestActivate();
+        bringUp(logs);
+    }
+    function showSettings() {
+        bringUp(settings);
+    }
+    function showStatistics() {
+        bringUp(statistics);
+    }
+    function showAssistant() {
+        firstRun.begin();
+        raise();
+        requestActivate();
+    }
+    function showFolderPicker() {
+        picker.open();
     }
     function showAbout() {
         about.open();
@@ -38,7 +60,11 @@ ApplicationWindow {
     Commands {
         id: commands
 
+        sheetOpen: firstRun.visible || picker.visible
         onSearchWanted: window.focusSearch()
+        onSettingsWanted: window.showSettings()
+        onStatisticsWanted: window.showStatistics()
+        onFolderWanted: window.showFolderPicker()
         onLogsWanted: window.showLogs()
         onAboutWanted: window.showAbout()
     }
@@ -98,6 +124,16 @@ ApplicationWindow {
         anchors.bottomMargin: Theme.space16
         z: 5
     }
+    FolderDrop {
+        anchors.fill: parent
+        z: -1
+    }
+    FirstRunSetupView {
+        id: firstRun
+    }
+    FolderPickerView {
+        id: picker
+    }
     ThumbnailSheet {}
     AlertDialog {}
     FolderChooser {}
@@ -122,10 +158,31 @@ ApplicationWindow {
                 window.detailUsed = true;
         }
     }
+    Loader {
+        id: settings
+
+        active: false
+        sourceComponent: SettingsWindow {}
+    }
+    Loader {
+        id: statistics
+
+        active: false
+        sourceComponent: StatisticsWindow {}
+    }
     Connections {
         target: App.start
         function onFolderNeeded() {
-            App.chooseCollection();
+            window.showFolderPicker();
+        }
+        function onFirstRunNeeded() {
+            window.showAssistant();
+        }
+    }
+    Connections {
+        target: App.settings
+        function onAssistantWanted() {
+            window.showAssistant();
         }
     }
     onClosing: Qt.quit()

@@ -1,6 +1,7 @@
 #include "quick/QuickSetup.h"
 
 #include "Host/Async.h"
+#include "Services/Library/GameLibrary.h"
 #include "support/DesktopFixture.h"
 
 #include <QQmlContext>
@@ -14,6 +15,8 @@ QuickSetup::QuickSetup() = default;
 QuickSetup::~QuickSetup() = default;
 
 void QuickSetup::qmlEngineAvailable(QQmlEngine *engine) {
+    // The one of the file before goes first: each puts the program's log back to what it found.
+    m_fixture.reset();
     m_fixture = std::make_unique<DesktopFixture>();
     m_fixture->desktop.installInto(*engine);
     engine->rootContext()->setContextProperty(QStringLiteral("setup"), this);
@@ -33,6 +36,20 @@ void QuickSetup::ask(const QString &title, const QString &text, const QStringLis
             Q_EMIT setup.answered(button);
         }(*this, Alert{title, text, buttons, Alert::Style::Informational}),
         "a test's question");
+}
+
+QVariant QuickSetup::stored(const QString &key) const {
+    return m_fixture->machine.settings.rawValue(key);
+}
+
+void QuickSetup::play(double seconds) {
+    GameLibrary &library = m_fixture->state.gameLibrary();
+    library.recordPlay(library.games().first()->id, seconds);
+}
+
+void QuickSetup::openVariants() {
+    if (!m_fixture->loadVariants())
+        qFatal("The collection with variants could not be loaded");
 }
 
 void QuickSetup::askForFolder() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QVariant>
 #include <memory>
 
 class QQmlEngine;
@@ -20,6 +21,12 @@ class QuickSetup : public QObject {
     /// Asks a question as a service does; the answer comes by `answered`.
     Q_INVOKABLE void ask(const QString &title, const QString &text, const QStringList &buttons);
     Q_INVOKABLE void askForFolder();
+    /// What the settings store holds under a key.
+    Q_INVOKABLE QVariant stored(const QString &key) const;
+    /// Plays the first game of the library for so long.
+    Q_INVOKABLE void play(double seconds);
+    /// Opens the collection with variants and titles that are hard to show.
+    Q_INVOKABLE void openVariants();
 
   public Q_SLOTS:
     void qmlEngineAvailable(QQmlEngine *engine);

@@ -16,7 +16,8 @@ DesktopFixture::DesktopFixture(bool systemClock)
            machine.host().terminal,     systemClock ? static_cast<Clock &>(realClock) : machine.host().clock,
            machine.host().notifications},
       emulators(host), state(host, emulators, LaunchDatabases(host)), desktop(state, dialogs, *AppLogger::shared()) {
-    desktop.appearance()->setReducedMotion(true);
+    desktop.appearance()->showReducedMotion(true);
+    desktop.start()->setAsking(false);
 }
 
 DesktopFixture::~DesktopFixture() {

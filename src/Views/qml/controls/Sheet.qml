@@ -1,0 +1,37 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import QtQuick.Templates as T
+import Ludarium
+
+// A panel over the window that has to be answered before the window can be used.
+Popup {
+    id: sheet
+
+    property real wantedWidth: 560
+
+    parent: T.Overlay.overlay
+    anchors.centerIn: parent
+    width: Math.min(wantedWidth, (parent ? parent.width : wantedWidth) - 2 * Theme.space24)
+    padding: Theme.space24
+    modal: true
+    focus: true
+    closePolicy: Popup.NoAutoClose
+
+    T.Overlay.modal: Rectangle {
+        color: Theme.scrim
+    }
+    background: Rectangle {
+        color: Theme.surface
+        radius: Theme.radiusDialog
+        border.width: 1
+        border.color: Theme.border
+    }
+    enter: Transition {
+        NumberAnimation {
+            property: "opacity"
+            from: 0
+            to: 1
+            duration: Theme.fast
+        }
+    }
+}
