@@ -7,8 +7,8 @@
 #include "Host/Host.h"
 #include "Host/Settings.h"
 #include "Host/SettingsStore.h"
-#include "Services/Emulators/PrerequisitesManager.h"
 #include "Services/Artwork/ImageLoader.h"
+#include "Services/Emulators/PrerequisitesManager.h"
 #include "Services/Launch/GameLauncher.h"
 #include "Services/Library/BatchOperationsManager.h"
 #include "Services/Library/GameLibrary.h"
@@ -39,7 +39,7 @@ AppState::AppState(Host &host, EmulatorManager &emulators, const LaunchDatabases
       m_images(std::make_unique<ImageLoader>(host)), m_browser(std::make_unique<LibraryBrowser>(*m_library)),
       m_launcher(std::make_unique<GameLauncher>(host, emulators, databases.dosCollaborators())),
       m_versionCheck(std::make_unique<VersionCheck>(databases.versionCheckCollaborators(*m_library))),
-      m_tracker(std::make_unique<PlaySessionTracker>(host)),
+      m_exceptions(databases.exceptions), m_tracker(std::make_unique<PlaySessionTracker>(host)),
       m_batchOperations(std::make_unique<BatchOperationsManager>(host)),
       m_prerequisites(std::make_unique<PrerequisitesManager>(host)) {
     m_batchOperations->setGameLibrary(m_library.get());

@@ -17,6 +17,7 @@ namespace ludarium {
 struct Host;
 class BatchOperationsManager;
 class EmulatorManager;
+class GameExceptionsManager;
 class GameLauncher;
 class GameLibrary;
 class ImageLoader;
@@ -41,6 +42,8 @@ class AppState : public QObject {
     GameLauncher &gameLauncher() { return *m_launcher; }
     /// What stands between the Play button and the launcher.
     const VersionCheck &versionCheck() const { return *m_versionCheck; }
+    /// What is known to be special about some games.
+    const GameExceptionsManager &exceptions() const { return *m_exceptions; }
     /// Pictures, videos, manuals and music of games.
     ImageLoader &imageLoader() { return *m_images; }
     LibraryBrowser &browser() { return *m_browser; }
@@ -129,6 +132,7 @@ class AppState : public QObject {
     std::unique_ptr<LibraryBrowser> m_browser;
     std::unique_ptr<GameLauncher> m_launcher;
     std::unique_ptr<VersionCheck> m_versionCheck;
+    std::shared_ptr<const GameExceptionsManager> m_exceptions;
     std::unique_ptr<PlaySessionTracker> m_tracker;
     std::unique_ptr<BatchOperationsManager> m_batchOperations;
     std::unique_ptr<PrerequisitesManager> m_prerequisites;

@@ -4,15 +4,27 @@
 #include "Services/Artwork/ImageLoader.h"
 #include "Services/Library/GameLibrary.h"
 #include "Views/CoverStore.h"
+#include "Views/GameFacts.h"
 #include "Views/TitleArt.h"
+
+#include <algorithm>
+#include <utility>
 
 namespace ludarium {
 
+using namespace Qt::StringLiterals;
+
 GameDetail::GameDetail(AppState &state, std::shared_ptr<CoverStore> covers, QObject *parent)
-    : QObject(parent), m_state(state), m_covers(std::move(covers)), m_media(state) {
+    : QObject(parent), m_state(state), m_covers(std::move(covers)), m_media(state), m_variants(state), m_extras(state),
+      m_actions(state) {
     connect(&state, &AppState::selectionChanged, this, &GameDetail::refresh);
     connect(&state.gameLibrary(), &GameLibrary::gamesChanged, this, &GameDetail::refresh);
+    connect(&state.gameLibrary(), &GameLibrary::userDataChanged, this, &GameDetail::changed);
     refresh();
+}
+
+GameDetail::~GameDetail() {
+    saveNotes();
 }
 
 void GameDetail::refresh() {
@@ -21,9 +33,15 @@ void GameDetail::refresh() {
     if (game == m_game)
         return;
     const bool another = !m_game || !game || m_game->id != game->id;
-    m_game = std::move(game);
     if (another)
+        saveNotes();
+    m_game = std::move(game);
+    m_actions.setGame(m_game);
+    if (another) {
         m_media.setGame(m_game);
+        m_extras.setGame(m_game);
+        Q_EMIT gameSelected();
+    }
     Q_EMIT changed();
 }
 
@@ -53,33 +71,61 @@ double GameDetail::hue() const {
     return m_game ? titleHue(m_game->title) : 0;
 }
 
-QStringList GameDetail::chips() const {
-    if (!m_game)
-        return {};
-    QStringList chips{m_game->platform};
-    if (m_game->releaseYear)
-        chips.append(QString::number(*m_game->releaseYear));
-    chips.append(m_game->developer);
-    chips.removeAll(QString());
-    return chips;
+QVariantList GameDetail::chips() const {
+    return m_game ? chipsOf(*m_game) : QVariantList();
 }
 
-QString GameDetail::genre() const {
-    return m_game ? m_game->genre : QString();
+QVariantList GameDetail::facts() const {
+    return m_game ? factsOf(*m_game) : QVariantList();
 }
 
-QString GameDetail::publisher() const {
-    return m_game ? m_game->publisher : QString();
+QVariantList GameDetail::issues() const {
+    return m_game ? issuesOf(m_state.exceptions(), m_game->title) : QVariantList();
 }
 
-QString GameDetail::series() const {
-    return m_game ? m_game->series : QString();
+bool GameDetail::isCritical() const {
+    const QVariantList known = issues();
+    return std::any_of(known.begin(), known.end(), [](const QVariant &issue) {
+        return issue.toMap().value(u"severity"_s).toString() == u"critical"_s;
+    });
 }
 
 QString GameDetail::text() const {
     if (!m_game)
         return {};
     return m_game->overview.isEmpty() ? m_game->notesText() : m_game->overviewText();
+}
+
+QString GameDetail::notes() const {
+    if (!m_game)
+        return {};
+    return m_writtenNotes ? *m_writtenNotes : m_state.gameLibrary().userData().notes(m_game->id);
+}
+
+void GameDetail::editNotes(const QString &text) {
+    if (m_game)
+        m_writtenNotes = text;
+}
+
+void GameDetail::saveNotes() {
+    const std::optional<QString> written = std::exchange(m_writtenNotes, std::nullopt);
+    if (m_game && written && *written != m_state.gameLibrary().userData().notes(m_game->id))
+        m_state.gameLibrary().setNotes(m_game->id, *written);
+}
+
+void GameDetail::narrowTo(const QString &kind, const QString &value) {
+    m_state.clearFilters();
+    m_state.setSearchText({});
+    if (kind == u"platform"_s)
+        m_state.setSelectedPlatform(value);
+    else if (kind == u"developer"_s)
+        m_state.setSelectedDeveloper(value);
+    else if (kind == u"publisher"_s)
+        m_state.setSelectedPublisher(value);
+    else if (kind == u"genre"_s)
+        m_state.setSelectedGenre(value);
+    else if (kind == u"year"_s)
+        m_state.setSelectedYear(value.toInt());
 }
 
 } // namespace ludarium

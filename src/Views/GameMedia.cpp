@@ -42,6 +42,24 @@ void GameMedia::show(Found found, bool loading) {
     Q_EMIT changed();
 }
 
+QString GameMedia::firstOf(ImageType type) const {
+    for (const Picture &picture : m_found.images)
+        if (picture.type == type)
+            return GalleryImageProvider::url(picture.path);
+    return {};
+}
+
+QString GameMedia::fanArt() const {
+    QString picture = firstOf(ImageType::fanart);
+    if (picture.isEmpty())
+        picture = firstOf(ImageType::screenshot);
+    return picture;
+}
+
+QString GameMedia::logo() const {
+    return firstOf(ImageType::clearLogo);
+}
+
 int GameMedia::rowCount(const QModelIndex &parent) const {
     return parent.isValid() ? 0 : count();
 }

@@ -19,6 +19,8 @@ class GameMedia : public QAbstractListModel {
     QML_ANONYMOUS
     Q_PROPERTY(int count READ count NOTIFY changed)
     Q_PROPERTY(bool loading READ isLoading NOTIFY changed)
+    Q_PROPERTY(QString fanArt READ fanArt NOTIFY changed)
+    Q_PROPERTY(QString logo READ logo NOTIFY changed)
     Q_PROPERTY(QString video READ video NOTIFY changed)
     Q_PROPERTY(QString manual READ manual NOTIFY changed)
     Q_PROPERTY(QStringList music READ music NOTIFY changed)
@@ -38,8 +40,16 @@ class GameMedia : public QAbstractListModel {
     QVariant data(const QModelIndex &index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
+    /// The picture of a row, whole, and the name of its kind; empty for a row that there is not.
+    Q_INVOKABLE QString sourceAt(int row) const { return data(index(row), sourceRole).toString(); }
+    Q_INVOKABLE QString nameAt(int row) const { return data(index(row), nameRole).toString(); }
+
     int count() const { return int(m_found.images.size()); }
     bool isLoading() const { return m_loading; }
+    /// What stands behind a game's title: the first fan art, else screenshot, for an Image; empty when there is none.
+    QString fanArt() const;
+    /// What stands for its title.
+    QString logo() const;
     /// Paths; empty when there is none.
     QString video() const { return m_found.video; }
     QString manual() const { return m_found.manual; }
@@ -62,6 +72,7 @@ class GameMedia : public QAbstractListModel {
     };
     QCoro::Task<> lookUp(GamePtr game, QString collection, int request);
     void show(Found found, bool loading);
+    QString firstOf(ImageType type) const;
 
     AppState &m_state;
     Found m_found;

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "Models/GameVersionOption.h"
 #include "Models/LaunchPlan.h"
+#include "Views/VersionPicker.h"
 
 #include <QCoro/QCoroTask>
 #include <QObject>
+#include <optional>
 #include <qqmlregistration.h>
 
 namespace ludarium {
@@ -18,6 +21,7 @@ class LaunchStatus : public QObject {
     Q_PROPERTY(QString gameId READ gameId NOTIFY changed)
     Q_PROPERTY(QString step READ step NOTIFY changed)
     Q_PROPERTY(QString error READ error NOTIFY changed)
+    Q_PROPERTY(ludarium::VersionPicker *versions READ versions CONSTANT)
   public:
     explicit LaunchStatus(AppState &state, QObject *parent = nullptr);
 
@@ -26,22 +30,33 @@ class LaunchStatus : public QObject {
     /// Why the selected game did not start; empty for every other game.
     QString error() const;
     QString gameId() const { return m_gameId; }
+    VersionPicker *versions() { return &m_versions; }
 
     Q_INVOKABLE void playSelected();
+    /// Plays the selected game after asking which version is meant, when there are several.
+    Q_INVOKABLE void checkVersionsAndLaunch();
+    /// Asks for a version whatever their number; tells when there is nothing to choose.
+    Q_INVOKABLE void chooseVersion();
     /// Sets the selected game up, which installs it first when it is not.
     Q_INVOKABLE void setUpSelected();
+    Q_INVOKABLE void installSelected();
+    Q_INVOKABLE void downloadSelected();
     Q_INVOKABLE void openSelectedFolder();
 
   Q_SIGNALS:
     void changed();
 
   private:
-    QCoro::Task<> start(QString gameId, LaunchMode mode);
+    void startSelected(LaunchMode mode);
+    QCoro::Task<> start(QString gameId, LaunchMode mode, std::optional<GameVersionOption> version = {});
+    QCoro::Task<> pickVersion(QString gameId, bool mayLaunchAtOnce);
     QCoro::Task<> tell(QString title, QString text);
 
     AppState &m_state;
+    VersionPicker m_versions;
     QString m_gameId;
     QString m_error;
+    bool m_checking = false; ///< the versions of a game are being looked up
 };
 
 } // namespace ludarium

@@ -7,9 +7,11 @@
 #include "Host/Workspace.h"
 #include "Models/LaunchCancelled.h"
 #include "Models/LaunchError.h"
+#include "Services/Launch/AdditionalApp.h"
 #include "Services/Launch/DosRoute.h"
 #include "Services/Launch/GameFolders.h"
 #include "Services/Launch/VideoFolder.h"
+#include "Services/Runners/CollectionDocument.h"
 
 #include <QFileInfo>
 #include <QMap>
@@ -38,8 +40,12 @@ QString modeName(LaunchMode mode) {
 }
 
 /// "… cannot be {done} by this version yet".
+QString missingText(const QString &things, const QString &done) {
+    return u"%1 cannot be %2 by this version yet"_s.arg(things, done);
+}
+
 [[noreturn]] void failAsMissing(const QString &things, const QString &done) {
-    throw LaunchError(LaunchError::Case::launchFailed, u"%1 cannot be %2 by this version yet"_s.arg(things, done));
+    throw LaunchError(LaunchError::Case::launchFailed, missingText(things, done));
 }
 
 void logVersion(const GameVersionOption &version) {
@@ -245,6 +251,67 @@ QCoro::Task<GameLauncher::Started> GameLauncher::launchVideo(GamePtr game, QStri
     else
         failAsMissing(launchRouteGames(LaunchRoute::video), u"played"_s);
     co_return std::nullopt;
+}
+
+QCoro::Task<> GameLauncher::launchAdditionalApp(AdditionalApplication app, GamePtr game) {
+    const MediaCollaborators media = d->media;
+    const QString collection = d->collection;
+    Host *host = &d->host;
+    const auto search = [app, game, collection] { return AdditionalApp::find(app, *game, collection); };
+    const AdditionalApp found = co_await runOnPool(search);
+    switch (found.action) {
+    case AdditionalApp::Action::soundtrack:
+        if (!media.playSoundtrack)
+            failAsMissing(launchRouteGames(LaunchRoute::soundtrack), u"played"_s);
+        co_await media.playSoundtrack(game, app);
+        break;
+    case AdditionalApp::Action::script:
+        Log::info(u"🎬 Launching script: %1"_s.arg(found.path));
+        if (!media.executeBashScript)
+            failAsMissing(u"Scripts"_s, u"started"_s);
+        co_await media.executeBashScript(found.path);
+        break;
+    case AdditionalApp::Action::document:
+        if (const QString reason = co_await CollectionDocument::open(host, found.path, collection); !reason.isEmpty())
+            throw LaunchError(LaunchError::Case::launchFailed, u"%1 was not opened: %2"_s.arg(found.path, reason));
+        break;
+    }
+}
+
+QString GameLauncher::whyNotLaunched(const AdditionalApplication &app) const {
+    const AdditionalApp::Action action = AdditionalApp::likelyAction(app);
+    if (action == AdditionalApp::Action::soundtrack && !d->media.playSoundtrack)
+        return missingText(launchRouteGames(LaunchRoute::soundtrack), u"played"_s);
+    if (action == AdditionalApp::Action::script && !d->media.executeBashScript)
+        return missingText(u"Scripts"_s, u"started"_s);
+    return {};
+}
+
+QString GameLauncher::whyNotLaunched(const Game &game, LaunchMode mode) const {
+    switch (mode) {
+    case LaunchMode::play: {
+        const LaunchRoute where = launchRoute(game).first;
+        if (where == LaunchRoute::soundtrack && !d->media.playSoundtrack)
+            return missingText(launchRouteGames(where), u"played"_s);
+        return where == LaunchRoute::dos || d->runners.value(where)
+                   ? QString()
+                   : missingText(launchRouteGames(where), u"started"_s);
+    }
+    case LaunchMode::setup: {
+        const LaunchRoute where = setupRoute(game);
+        if (where == LaunchRoute::dos && game.configurationPath.isEmpty())
+            return u"This game has no setup"_s;
+        return (where == LaunchRoute::dos ? d->flows.value(mode) : d->runners.value(where))
+                   ? QString()
+                   : missingText(launchRouteGames(where), u"set up"_s);
+    }
+    case LaunchMode::install:
+    case LaunchMode::download:
+        return d->flows.value(mode)
+                   ? QString()
+                   : missingText(u"Games"_s, mode == LaunchMode::install ? u"installed"_s : u"downloaded"_s);
+    }
+    Q_UNREACHABLE();
 }
 
 QCoro::Task<LaunchPlan> GameLauncher::plan(GamePtr game, std::optional<GameVersionOption> version) {

@@ -44,10 +44,16 @@ class GameLauncher : public QObject {
     void setFlow(LaunchMode mode, Runner flow);
     void setDosRouteCollaborators(DosRouteCollaborators collaborators);
     void setMediaCollaborators(MediaCollaborators collaborators);
+    /// Why nothing of a kind can be launched whatever the game's files are, such as a missing runner; empty when it
+    /// can. Looks at no disk.
+    QString whyNotLaunched(const Game &game, LaunchMode mode) const;
+    QString whyNotLaunched(const AdditionalApplication &app) const;
 
     /// Throws only `LaunchError::noCollectionPath`; every other failure is in `launchError` and in the log.
     QCoro::Task<> launch(GamePtr game, LaunchMode mode = LaunchMode::play,
                          std::optional<GameVersionOption> version = {});
+    /// Starts what stands beside a game's main launch. Throws LaunchError.
+    QCoro::Task<> launchAdditionalApp(AdditionalApplication app, GamePtr game);
     /// What `launch` in mode `play` would do for a DOS game. Asks nothing, writes nothing. Throws LaunchError.
     QCoro::Task<LaunchPlan> plan(GamePtr game, std::optional<GameVersionOption> version = {});
 

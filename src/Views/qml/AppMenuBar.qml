@@ -121,6 +121,9 @@ MenuBar {
         AppMenuSeparator {}
         SortMenu {}
         AppMenuItem {
+            action: bar.commands.details
+        }
+        AppMenuItem {
             action: bar.commands.groupDuplicates
             choice: true
             chosen: App.browse.grouped

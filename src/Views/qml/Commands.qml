@@ -7,10 +7,11 @@ Item {
 
     // Whether a sheet over the window waits for an answer.
     property bool sheetOpen: false
-    readonly property bool free: !App.dialogs.active && !App.start.visible && !sheetOpen
+    readonly property bool free: !App.dialogs.active && !App.start.visible && !App.launch.versions.active && !sheetOpen
     readonly property bool hasGame: App.game.hasGame
 
     signal searchWanted
+    signal detailsToggled
     signal settingsWanted
     signal statisticsWanted
     signal folderWanted
@@ -99,6 +100,12 @@ Item {
         shortcut: "Ctrl+Shift+S"
         enabled: false
         reason: qsTr("The screensaver is not available in this version.")
+    }
+    property Command details: Command {
+        text: qsTr("Show Details")
+        shortcut: "Ctrl+Shift+D"
+        enabled: commands.free
+        onTriggered: commands.detailsToggled()
     }
     property Command groupDuplicates: Command {
         text: qsTr("Group Duplicates")

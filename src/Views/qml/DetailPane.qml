@@ -1,13 +1,32 @@
 import QtQuick
+import QtQuick.Window
 import QtQuick.Controls.Basic
 import Ludarium
 
 Rectangle {
     id: pane
 
+    readonly property Item focusItem: Window.activeFocusItem
+    signal closed
+
     color: Theme.surface
     Accessible.role: Accessible.Pane
     Accessible.name: qsTr("Game details")
+    LayoutMirroring.enabled: Application.layoutDirection === Qt.RightToLeft
+    LayoutMirroring.childrenInherit: true
+
+    // What the keyboard reaches is brought into view.
+    onFocusItemChanged: {
+        for (let item = focusItem; item; item = item.parent)
+            if (item === content) {
+                const top = focusItem.mapToItem(content, 0, 0).y + content.y - Theme.space16;
+                const bottom = top + Math.min(focusItem.height, scroller.height) + 2 * Theme.space16;
+                if (top < scroller.contentY)
+                    scroller.contentY = Math.max(0, top);
+                else if (bottom > scroller.contentY + scroller.height)
+                    scroller.contentY = bottom - scroller.height;
+            }
+    }
 
     AppText {
         anchors.centerIn: parent
@@ -23,103 +42,32 @@ Rectangle {
 
         anchors.fill: parent
         visible: App.detail.hasGame
-        contentHeight: content.height + 2 * Theme.space16
+        contentHeight: header.height + content.height + Theme.space12 + Theme.space24
         clip: true
         boundsBehavior: Flickable.StopAtBounds
         ScrollBar.vertical: AppScrollBar {}
 
-        Column {
+        DetailHeader {
+            id: header
+
+            width: scroller.width
+            onClosed: pane.closed()
+        }
+        DetailContent {
             id: content
 
             x: Theme.space16
-            y: Theme.space16
+            y: header.height + Theme.space12
             width: scroller.width - 2 * Theme.space16
-            spacing: Theme.space12
-
-            Item {
-                width: parent.width
-                height: art.coverHeight
-
-                CoverArt {
-                    id: art
-
-                    anchors.horizontalCenter: parent.horizontalCenter
-                    anchors.bottom: parent.bottom
-                    width: Math.round(Math.min(parent.width, 240))
-                    height: Math.round(width * 4 / 3)
-                    source: App.detail.cover
-                    title: App.detail.title
-                    initials: App.detail.initials
-                    hue: App.detail.hue
-                }
-            }
-            AppText {
-                width: parent.width
-                topPadding: Theme.space8
-                text: App.detail.title
-                font.pixelSize: Theme.textHeadline
-                font.weight: Font.DemiBold
-                wrapMode: Text.Wrap
-                maximumLineCount: 4
-                Accessible.role: Accessible.Heading
-                Accessible.name: text
-            }
-            Flow {
-                width: parent.width
-                spacing: Theme.space8
-
-                Repeater {
-                    model: App.detail.chips
-
-                    Chip {
-                        required property string modelData
-
-                        width: Math.min(implicitWidth, parent ? parent.width : implicitWidth)
-                        text: modelData
-                    }
-                }
-            }
-            LaunchBox {
-                width: parent.width
-            }
-            GalleryStrip {
-                width: parent.width
-            }
-            Column {
-                width: parent.width
-                spacing: Theme.space4
-
-                FactRow {
-                    width: parent.width
-                    name: qsTr("Genre")
-                    value: App.detail.genre
-                }
-                FactRow {
-                    width: parent.width
-                    name: qsTr("Publisher")
-                    value: App.detail.publisher
-                }
-                FactRow {
-                    width: parent.width
-                    name: qsTr("Series")
-                    value: App.detail.series
-                }
-            }
-            AppText {
-                width: parent.width
-                visible: text !== ""
-                text: App.detail.text
-                wrapMode: Text.Wrap
-                elide: Text.ElideNone
-                lineHeight: 1.3
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
-            }
+            onPictureOpened: index => viewer.show(index)
         }
+    }
+    GalleryViewer {
+        id: viewer
     }
     Connections {
         target: App.detail
-        function onChanged() {
+        function onGameSelected() {
             scroller.contentY = 0;
         }
     }

@@ -1,26 +1,57 @@
 import QtQuick
 import Ludarium
 
-// The button that plays, with what is happening and what went wrong.
+// The one button for what the game needs next, with what is happening and what went wrong, and the lesser ones.
 Column {
     id: box
 
+    readonly property bool running: App.launch.launching
+    readonly property string wanted: App.detail.actions.primary
+
     spacing: Theme.space8
 
-    AppButton {
+    function act() {
+        if (wanted === "install")
+            App.launch.installSelected();
+        else if (wanted === "download")
+            App.launch.downloadSelected();
+        else
+            App.launch.checkVersionsAndLaunch();
+    }
+
+    HintArea {
         width: parent.width
-        height: Theme.controlHeight + Theme.space8
-        primary: true
-        iconName: "play"
-        text: App.launch.launching ? qsTr("Starting...") : qsTr("Play")
-        enabled: !App.launch.launching
-        font.pixelSize: Theme.textTitle
-        Accessible.name: qsTr("Play %1").arg(App.detail.title)
-        onClicked: App.launch.playSelected()
+        reason: box.running ? "" : App.detail.actions.primaryReason
+
+        AppButton {
+            id: button
+
+            width: parent.width
+            height: Theme.controlHeight + Theme.space8
+            primary: true
+            iconName: box.wanted === "install" ? "package" : box.wanted === "download" ? "obtain" : "play"
+            text: {
+                if (box.running)
+                    return qsTr("Starting...");
+                if (box.wanted === "install")
+                    return qsTr("Install");
+                if (box.wanted === "download")
+                    return App.detail.actions.downloadSize === "" ? qsTr("Download") : qsTr("Download (%1)").arg(App.detail.actions.downloadSize);
+                return qsTr("Play");
+            }
+            enabled: !box.running && App.detail.actions.primaryReason === ""
+            font.pixelSize: Theme.textTitle
+            Accessible.name: qsTr("%1: %2").arg(text).arg(App.detail.title)
+            Accessible.description: App.detail.actions.primaryReason
+            onClicked: box.act()
+        }
+    }
+    DetailActions {
+        width: parent.width
     }
     AppText {
         width: parent.width
-        visible: App.launch.launching && text !== ""
+        visible: box.running && text !== ""
         text: App.launch.step
         color: Theme.textSecondary
         font.pixelSize: Theme.textSmall
@@ -36,7 +67,10 @@ Column {
         Accessible.name: App.launch.error
 
         AppIcon {
-            x: Theme.space8
+            id: sign
+
+            anchors.left: parent.left
+            anchors.leftMargin: Theme.space8
             y: Theme.space8
             name: "warning"
             color: Theme.danger
@@ -44,9 +78,11 @@ Column {
         AppText {
             id: message
 
-            x: 2 * Theme.space16 + Theme.space4
+            anchors.left: sign.right
+            anchors.leftMargin: Theme.space8
+            anchors.right: parent.right
+            anchors.rightMargin: Theme.space8
             y: Theme.space8
-            width: parent.width - x - Theme.space8
             text: App.launch.error
             color: Theme.danger
             wrapMode: Text.Wrap

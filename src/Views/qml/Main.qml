@@ -62,6 +62,7 @@ ApplicationWindow {
 
         sheetOpen: firstRun.visible || picker.visible
         onSearchWanted: window.focusSearch()
+        onDetailsToggled: browsePage.detailToggled()
         onSettingsWanted: window.showSettings()
         onStatisticsWanted: window.showStatistics()
         onFolderWanted: window.showFolderPicker()
@@ -89,6 +90,8 @@ ApplicationWindow {
         }
 
         Sidebar {
+            id: sidebar
+
             visible: window.sidebarShown
             SplitView.preferredWidth: (window.narrow ? 190 : 240) * Math.min(Theme.textScale, 1.4)
             SplitView.minimumWidth: 160
@@ -111,9 +114,11 @@ ApplicationWindow {
         }
         DetailPane {
             visible: window.detailShown && window.detailUsed && App.library.gameCount > 0
-            SplitView.preferredWidth: (window.narrow ? 270 : 340) * Math.min(Theme.textScale, 1.2)
+            // What the sidebar and the games need comes first.
+            SplitView.preferredWidth: Math.max(240, Math.min(360 * Math.min(Theme.textScale, 1.2), window.width - (window.sidebarShown ? sidebar.width : 0) - 350))
             SplitView.minimumWidth: 240
             SplitView.maximumWidth: 560
+            onClosed: window.detailShown = false
         }
     }
     footer: StatusBar {}
@@ -135,6 +140,7 @@ ApplicationWindow {
         id: picker
     }
     ThumbnailSheet {}
+    GameVersionPicker {}
     AlertDialog {}
     FolderChooser {}
     AboutDialog {

@@ -40,6 +40,14 @@ QtObject {
     readonly property color shadow: Qt.rgba(0, 0, 0, dark ? 0.35 : 0.12)
     readonly property color reflectionNear: Qt.rgba(window.r, window.g, window.b, 0.68)
     readonly property color coverText: "#ffffff"
+    // Behind pictures over the whole window, whatever the theme.
+    readonly property color viewer: Qt.rgba(0, 0, 0, 0.93)
+    readonly property color noticeRed: dark ? "#ff6b62" : "#c4271c"
+    readonly property color noticeOrange: dark ? "#ff9f3f" : "#b45a00"
+    readonly property color noticeYellow: dark ? "#f5cf45" : "#8a6a00"
+    readonly property color noticeBlue: dark ? "#64a8ff" : "#1d5fd0"
+    readonly property color noticeOrangeGround: Qt.rgba(1, 0.58, 0, 0.1)
+    readonly property color noticeBlueGround: Qt.rgba(0, 0.48, 1, 0.1)
     // Marks on covers, which may be of any colour.
     readonly property color badge: Qt.rgba(0, 0, 0, 0.7)
     readonly property color badgeGood: "#8ce5a8"

@@ -1,6 +1,8 @@
 #include "quick/QuickSetup.h"
 
 #include "Host/Async.h"
+#include "Host/Settings.h"
+#include "Host/SettingsStore.h"
 #include "Services/Library/GameLibrary.h"
 #include "support/DesktopFixture.h"
 
@@ -18,6 +20,7 @@ void QuickSetup::qmlEngineAvailable(QQmlEngine *engine) {
     // The one of the file before goes first: each puts the program's log back to what it found.
     m_fixture.reset();
     m_fixture = std::make_unique<DesktopFixture>();
+    m_fixture->host.settings.setValue(Settings::dismissSlowLoadAlertPermanently, true);
     m_fixture->desktop.installInto(*engine);
     engine->rootContext()->setContextProperty(QStringLiteral("setup"), this);
     m_fixture->desktop.start()->begin();
@@ -60,6 +63,41 @@ void QuickSetup::askForFolder() {
             Q_EMIT setup.folderAnswered(folder.value_or(QStringLiteral("none")));
         }(*this),
         "a test's question for a folder");
+}
+
+bool QuickSetup::showDetails(const QString &title) {
+    return m_fixture->loadDetails(title);
+}
+
+QStringList QuickSetup::takeOpened() {
+    return std::exchange(m_fixture->machine.workspace.actions, {});
+}
+
+void QuickSetup::setStatus(const QString &gameId, const QString &status) {
+    GameStatus wanted;
+    wanted.isInstalled = status == QLatin1StringView("installed");
+    wanted.isCompressed = status == QLatin1StringView("compressed");
+    wanted.isDownloadable = status == QLatin1StringView("downloadable");
+    if (wanted.isDownloadable)
+        wanted.downloadSize = QStringLiteral("12 MB");
+    m_fixture->state.gameLibrary().setGameStatus(gameId, wanted);
+}
+
+int QuickSetup::shownGames() const {
+    return int(m_fixture->state.filteredGames().size());
+}
+
+QString QuickSetup::takeLaunchedVersion() {
+    const QString log = m_fixture->machine.log();
+    const QString fresh = log.mid(m_logRead);
+    m_logRead = log.size();
+    const QString mark = QStringLiteral("   Version: ");
+    const qsizetype start = fresh.lastIndexOf(mark);
+    return start < 0 ? QString() : fresh.mid(start + mark.size()).section(QLatin1Char('\n'), 0, 0).trimmed();
+}
+
+QString QuickSetup::savedNotes(const QString &gameId) const {
+    return m_fixture->state.gameLibrary().userData().notes(gameId);
 }
 
 } // namespace ludarium::test

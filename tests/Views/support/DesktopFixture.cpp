@@ -2,6 +2,7 @@
 
 #include "App/LaunchDatabases.h"
 #include "Services/Library/GameLibrary.h"
+#include "support/DetailCollection.h"
 #include "support/FixtureCollection.h"
 
 #include <QDir>
@@ -47,6 +48,18 @@ bool DesktopFixture::open(const QString &folder) {
         return !state.gameLibrary().isLoading() && desktop.browse()->games()->count() > 0 &&
                desktop.sidebar()->platformCount() > 0;
     });
+}
+
+bool DesktopFixture::loadDetails(const QString &title) {
+    const QString folder = machine.scratch() + QStringLiteral("/details");
+    if (state.collectionPath() != folder) {
+        if (!QDir(folder).exists())
+            DetailCollection::write(folder);
+        state.setSelectedGameId({});
+        state.setCollectionPath(folder);
+    }
+    return waitUntil([&] { return !state.gameLibrary().isLoading() && state.gameLibrary().games().size() == 8; }) &&
+           desktop.browse()->selectTitle(title);
 }
 
 QQuickWindow &DesktopFixture::window(QSize size) {

@@ -32,6 +32,8 @@ class DesktopFixture {
     QString collection();
     /// Opens the fixture collection and waits until it is loaded; false when that takes too long.
     bool load();
+    /// The same with the collection of `DetailCollection`, of which the game of `title` is selected.
+    bool loadDetails(const QString &title);
     /// The same with the variants and the hard titles.
     bool loadVariants();
     /// The main window, shown at `size`.

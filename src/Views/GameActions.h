@@ -1,0 +1,43 @@
+#pragma once
+
+#include "Models/Game.h"
+
+#include <QObject>
+#include <qqmlregistration.h>
+
+namespace ludarium {
+
+class AppState;
+
+/// What can be done with the selected game. Where something cannot be done, the reason is a text for its tooltip.
+class GameActions : public QObject {
+    Q_OBJECT
+    QML_ANONYMOUS
+    Q_PROPERTY(QString primary READ primary NOTIFY changed)
+    Q_PROPERTY(QString primaryReason READ primaryReason NOTIFY changed)
+    Q_PROPERTY(QString downloadSize READ downloadSize NOTIFY changed)
+    Q_PROPERTY(QString setupReason READ setupReason NOTIFY changed)
+    Q_PROPERTY(QString folderReason READ folderReason NOTIFY changed)
+  public:
+    explicit GameActions(AppState &state, QObject *parent = nullptr);
+
+    /// Null for no game.
+    void setGame(const GamePtr &game);
+
+    /// "play", "install" or "download"; empty without a game.
+    QString primary() const;
+    QString primaryReason() const;
+    /// For people; empty when it is not known.
+    QString downloadSize() const;
+    QString setupReason() const;
+    QString folderReason() const;
+
+  Q_SIGNALS:
+    void changed();
+
+  private:
+    AppState &m_state;
+    GamePtr m_game;
+};
+
+} // namespace ludarium

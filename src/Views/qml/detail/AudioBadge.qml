@@ -1,0 +1,5 @@
+import Ludarium
+
+VersionBadge {
+    ink: Theme.accent
+}
