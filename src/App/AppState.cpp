@@ -13,6 +13,7 @@
 #include "Services/Library/BatchOperationsManager.h"
 #include "Services/Library/GameLibrary.h"
 #include "Services/Library/LibraryBrowser.h"
+#include "Services/Library/PlatformGroupManager.h"
 #include "Services/Library/PlaySessionTracker.h"
 
 #include <QDir>
@@ -37,6 +38,7 @@ AppState::AppState(Host &host, EmulatorManager &emulators, const LaunchDatabases
     : QObject(parent), m_host(host), m_emulators(emulators),
       m_library(std::make_unique<GameLibrary>(host, std::move(services))),
       m_images(std::make_unique<ImageLoader>(host)), m_browser(std::make_unique<LibraryBrowser>(*m_library)),
+      m_platformGroups(std::make_unique<PlatformGroupManager>(host.settings)),
       m_launcher(std::make_unique<GameLauncher>(host, emulators, databases.dosCollaborators())),
       m_versionCheck(std::make_unique<VersionCheck>(databases.versionCheckCollaborators(*m_library))),
       m_exceptions(databases.exceptions), m_tracker(std::make_unique<PlaySessionTracker>(host)),
@@ -174,11 +176,14 @@ void AppState::setSearchText(const QString &text) {
         m_searchDebounce.start();
 }
 
+void AppState::goTo(BrowseQuery place) {
+    place.search = m_query.search;
+    place.sortOrder = m_query.sortOrder;
+    setQuery(place);
+}
+
 void AppState::clearFilters() {
-    BrowseQuery whole;
-    whole.search = m_query.search;
-    whole.sortOrder = m_query.sortOrder;
-    setQuery(whole);
+    goTo({});
 }
 
 GameList AppState::filteredGames() const {

@@ -22,6 +22,7 @@ class GameLauncher;
 class GameLibrary;
 class ImageLoader;
 class LibraryBrowser;
+class PlatformGroupManager;
 class PlaySessionTracker;
 class PrerequisitesManager;
 class VersionCheck;
@@ -47,6 +48,7 @@ class AppState : public QObject {
     /// Pictures, videos, manuals and music of games.
     ImageLoader &imageLoader() { return *m_images; }
     LibraryBrowser &browser() { return *m_browser; }
+    PlatformGroupManager &platformGroups() { return *m_platformGroups; }
     PlaySessionTracker &sessionTracker() { return *m_tracker; }
     BatchOperationsManager &batchOperations() { return *m_batchOperations; }
     EmulatorManager &emulators() { return m_emulators; }
@@ -99,6 +101,8 @@ class AppState : public QObject {
     void setShowFavoritesOnly(bool only) { narrow(&BrowseQuery::favoritesOnly, only); }
     void setShowInstalledOnly(bool only) { narrow(&BrowseQuery::installedOnly, only); }
     void setShowRecentlyPlayed(bool show) { narrow(&BrowseQuery::recentlyPlayed, show); }
+    /// The whole library narrowed to one place of it, in one change. Its search text and sort order do not count.
+    void goTo(BrowseQuery place);
     /// Back to the whole library; the selected game, the search text and the sort order stay.
     void clearFilters();
 
@@ -130,6 +134,7 @@ class AppState : public QObject {
     std::unique_ptr<GameLibrary> m_library;
     std::unique_ptr<ImageLoader> m_images;
     std::unique_ptr<LibraryBrowser> m_browser;
+    std::unique_ptr<PlatformGroupManager> m_platformGroups;
     std::unique_ptr<GameLauncher> m_launcher;
     std::unique_ptr<VersionCheck> m_versionCheck;
     std::shared_ptr<const GameExceptionsManager> m_exceptions;

@@ -18,6 +18,9 @@ inline constexpr Setting<QMap<QString, double>> tableColumnWidths{"tableColumnWi
 inline constexpr Setting<QString> platformSortOrder{"platformSortOrder",
                                                     u"alphabetical"};  ///< "alphabetical" or "byGameCount"
 inline constexpr Setting<QByteArray> platformGroups{"platformGroups"}; ///< JSON list of platform groups
+inline constexpr Setting<bool> sidebarShown{"sidebarShown", true};
+inline constexpr Setting<qint64> sidebarWidth{"sidebarWidth", 0}; ///< pixels at a text scale of 1; 0 suits the window
+inline constexpr Setting<QStringList> sidebarCollapsedSections{"sidebarCollapsedSections"}; ///< titles
 inline constexpr Setting<QString> appTheme{
     "appTheme", u"System"}; ///< "System", "Retro Purple", "Ocean Blue", "Forest Green" or "Midnight Glass"
 inline constexpr Setting<double> textScale{"textScale", 1}; ///< 1 to 2

@@ -54,7 +54,9 @@ QString Browse::title() const {
             return playlist.name;
     if (const SmartCollection *collection = smartCollection(query.smartCollectionId))
         return collection->name;
-    return query.favoritesOnly ? QStringLiteral("Favorites") : QStringLiteral("All Games");
+    return query.favoritesOnly   ? QStringLiteral("Favorites")
+           : query.installedOnly ? QStringLiteral("Installed")
+                                 : QStringLiteral("All Games");
 }
 
 void Browse::select(const QString &gameId) {

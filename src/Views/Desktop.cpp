@@ -33,9 +33,9 @@ QCoro::Task<> tell(Dialogs &dialogs, QString title, QString text) {
 
 Desktop::Desktop(AppState &state, QmlDialogs &dialogs, AppLogger &logger, QObject *parent)
     : QObject(parent), m_state(state), m_dialogs(dialogs), m_coverStore(std::make_shared<CoverStore>()),
-      m_browse(state, m_coverStore), m_sidebar(state), m_detail(state, m_coverStore), m_game(state), m_library(state),
-      m_launch(state), m_log(state.host(), logger), m_logUpload(state.host(), logger), m_pages(state.host().workspace),
-      m_appearance(state.host()), m_start(state), m_settings(state, m_appearance),
+      m_browse(state, m_coverStore), m_sidebar(state), m_platforms(state), m_detail(state, m_coverStore), m_game(state),
+      m_library(state), m_launch(state), m_log(state.host(), logger), m_logUpload(state.host(), logger),
+      m_pages(state.host().workspace), m_appearance(state.host()), m_start(state), m_settings(state, m_appearance),
       m_emulators(state.host(), state.emulators()), m_dependencies(state.host(), state.prerequisites()),
       m_statistics(state), m_thumbnails(state) {
     m_coverStore->setCollection(state.collectionPath());

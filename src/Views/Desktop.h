@@ -11,6 +11,7 @@
 #include "Views/LibraryStatus.h"
 #include "Views/LogModel.h"
 #include "Views/LogUpload.h"
+#include "Views/PlatformCommands.h"
 #include "Views/QmlDialogs.h"
 #include "Views/SettingsCatalog.h"
 #include "Views/SidebarModel.h"
@@ -36,6 +37,7 @@ class Desktop : public QObject {
     QML_SINGLETON
     Q_PROPERTY(ludarium::Browse *browse READ browse CONSTANT)
     Q_PROPERTY(ludarium::SidebarModel *sidebar READ sidebar CONSTANT)
+    Q_PROPERTY(ludarium::PlatformCommands *platforms READ platforms CONSTANT)
     Q_PROPERTY(ludarium::GameDetail *detail READ detail CONSTANT)
     Q_PROPERTY(ludarium::LibraryStatus *library READ library CONSTANT)
     Q_PROPERTY(ludarium::GameCommands *game READ game CONSTANT)
@@ -65,6 +67,7 @@ class Desktop : public QObject {
 
     Browse *browse() { return &m_browse; }
     SidebarModel *sidebar() { return &m_sidebar; }
+    PlatformCommands *platforms() { return &m_platforms; }
     GameDetail *detail() { return &m_detail; }
     GameCommands *game() { return &m_game; }
     LibraryStatus *library() { return &m_library; }
@@ -114,6 +117,7 @@ class Desktop : public QObject {
     QList<PictureProvider *> m_pictureProviders; ///< the engine's
     Browse m_browse;
     SidebarModel m_sidebar;
+    PlatformCommands m_platforms;
     GameDetail m_detail;
     GameCommands m_game;
     LibraryStatus m_library;

@@ -1,109 +1,451 @@
 #include "Views/SidebarModel.h"
 
 #include "App/AppState.h"
+#include "Host/AppLogger.h"
 #include "Host/Async.h"
+#include "Host/Host.h"
+#include "Host/Settings.h"
+#include "Host/SettingsStore.h"
 #include "Services/Library/GameLibrary.h"
 
-#include <QCollator>
-#include <QHash>
 #include <QPointer>
 #include <algorithm>
+#include <iterator>
 
 namespace ludarium {
 
+namespace {
+
+using Kind = SidebarRow::Kind;
+
+const QString byGameCount = QStringLiteral("byGameCount");
+
+/// What is closed until the user opens it, so that the platforms are in reach.
+QStringList closedAtFirst() {
+    return {QStringLiteral("Studios"), QStringLiteral("Audio & Tech"), QStringLiteral("Progress"),
+            QStringLiteral("Genres")};
+}
+
+QString sectionKey(const QString &title) {
+    SidebarRow row;
+    row.id = title;
+    return row.key();
+}
+
+template<typename T>
+void keep(SettingsStore &settings, const Setting<T> &setting, const T &value) {
+    try {
+        settings.setValue(setting, value);
+    } catch (const std::exception &error) {
+        Log::error(QStringLiteral("Failed to save how the sidebar looks: %1").arg(QString::fromUtf8(error.what())));
+    }
+}
+
+} // namespace
+
 SidebarModel::SidebarModel(AppState &state, QObject *parent) : QAbstractListModel(parent), m_state(state) {
-    const auto recountNow = [this] { spawn(recount(), "counting the games of the sidebar"); };
-    connect(&state.gameLibrary(), &GameLibrary::gamesChanged, this, recountNow);
-    connect(&state.gameLibrary(), &GameLibrary::platformsChanged, this, recountNow);
-    connect(&state, &AppState::selectionChanged, this, &SidebarModel::currentRowChanged);
-    recountNow();
+    SettingsStore &settings = state.host().settings;
+    for (const QString &title : settings.storedValue(Settings::sidebarCollapsedSections).value_or(closedAtFirst()))
+        m_source.collapsed.insert(sectionKey(title));
+    m_source.sortByCount = settings.value(Settings::platformSortOrder) == byGameCount;
+    m_source.groups = state.platformGroups().groups();
+
+    GameLibrary &library = state.gameLibrary();
+    connect(&state.browser(), &LibraryBrowser::changed, this, &SidebarModel::refreshSoon);
+    connect(&library, &GameLibrary::platformsChanged, this, &SidebarModel::refreshSoon);
+    connect(&library, &GameLibrary::playlistsChanged, this, [this] {
+        ++m_wholeChanges;
+        refreshSoon();
+    });
+    // A change of one game is told by both signals, a new list by the first alone: that one can change what is in a
+    // playlist.
+    connect(&library, &GameLibrary::gamesChanged, this, [this] { ++m_wholeChanges; });
+    connect(&library, &GameLibrary::gameChanged, this, [this] { --m_wholeChanges; });
+    connect(&state.platformGroups(), &PlatformGroupManager::groupsChanged, this, [this] {
+        m_source.groups = m_state.platformGroups().groups();
+        rebuild();
+    });
+    connect(&state, &AppState::selectionChanged, this, &SidebarModel::followSelection);
+    connect(&state, &AppState::filteredGamesChanged, this, &SidebarModel::followSelection);
+    connect(&settings, &SettingsStore::changed, this, &SidebarModel::settingChanged);
+    m_wholeChanges = 1;
+    refresh();
 }
 
 int SidebarModel::rowCount(const QModelIndex &parent) const {
-    return parent.isValid() ? 0 : int(m_rows.size());
+    return parent.isValid() ? 0 : count();
 }
 
 QVariant SidebarModel::data(const QModelIndex &index, int role) const {
     if (!index.isValid() || index.row() >= m_rows.size())
         return {};
-    const Row &row = m_rows[index.row()];
+    static const QStringList kinds{QStringLiteral("section"),  QStringLiteral("place"), QStringLiteral("collection"),
+                                   QStringLiteral("playlist"), QStringLiteral("group"), QStringLiteral("platform")};
+    const SidebarRow &row = m_rows[index.row()];
     switch (role) {
     case Qt::DisplayRole:
     case nameRole:
-        return row.platform.isEmpty() ? QStringLiteral("All Games") : row.platform;
-    case sectionRole:
-        return row.platform.isEmpty() ? QStringLiteral("Library") : QStringLiteral("Platforms");
+        return row.name;
+    case kindRole:
+        return kinds[int(row.kind)];
+    case idRole:
+        return row.id;
     case iconRole:
-        return row.platform.isEmpty() ? QStringLiteral("library") : QStringLiteral("platform");
+        return row.kind == Kind::group && row.expandable && row.expanded ? QStringLiteral("folder.open") : row.icon;
     case gamesRole:
         return row.games;
+    case depthRole:
+        return row.depth;
+    case expandableRole:
+        return row.expandable;
+    case expandedRole:
+        return row.expanded;
     default:
         return {};
     }
 }
 
 QHash<int, QByteArray> SidebarModel::roleNames() const {
-    return {{nameRole, "name"}, {sectionRole, "section"}, {iconRole, "icon"}, {gamesRole, "games"}};
+    return {{nameRole, "name"},
+            {kindRole, "kind"},
+            {idRole, "rowId"},
+            {iconRole, "icon"},
+            {gamesRole, "games"},
+            {depthRole, "depth"},
+            {expandableRole, "expandable"},
+            {expandedRole, "expanded"}};
 }
 
-int SidebarModel::currentRow() const {
-    const QString selected = m_state.selectedPlatform();
-    const auto found =
-        std::find_if(m_rows.begin(), m_rows.end(), [&](const Row &row) { return row.platform == selected; });
-    return found == m_rows.end() ? -1 : int(found - m_rows.begin());
+// --- What the rows are made from
+
+void SidebarModel::refreshSoon() {
+    if (std::exchange(m_refreshing, true))
+        return;
+    QMetaObject::invokeMethod(this, &SidebarModel::refresh, Qt::QueuedConnection);
+}
+
+void SidebarModel::refresh() {
+    m_refreshing = false;
+    const GameLibrary &library = m_state.gameLibrary();
+    m_source.games = int(library.games().size());
+    m_source.recentlyPlayed = int(library.recentlyPlayed().size());
+    m_source.counts = m_state.browser().counts();
+    m_source.platforms.clear();
+    for (const Platform &platform : library.platforms())
+        m_source.platforms.append(platform.name);
+    if (std::exchange(m_wholeChanges, 0) != 0) {
+        m_source.playlists = library.playlists();
+        spawn(countPlaylists(), "counting the games of the playlists");
+    }
+    rebuild();
+}
+
+QCoro::Task<> SidebarModel::countPlaylists() {
+    const QPointer<SidebarModel> self(this);
+    const int generation = ++m_generation;
+    if (m_source.playlists.isEmpty()) {
+        m_source.playlistCounts.clear();
+        co_return;
+    }
+    auto work = [games = m_state.gameLibrary().games(), playlists = m_source.playlists] {
+        QSet<QString> known;
+        known.reserve(games.size());
+        for (const GamePtr &game : games)
+            known.insert(game->id);
+        QHash<QString, int> counts;
+        for (const Playlist &playlist : playlists) {
+            QSet<QString> inside;
+            for (const QString &id : playlist.gameIds)
+                if (known.contains(id))
+                    inside.insert(id);
+            if (!counts.contains(playlist.id))
+                counts.insert(playlist.id, int(inside.size()));
+        }
+        return counts;
+    };
+    QHash<QString, int> counts = co_await runOnPool(work);
+    if (!self || generation != m_generation)
+        co_return;
+    m_source.playlistCounts = std::move(counts);
+    rebuild();
+}
+
+void SidebarModel::settingChanged(const QString &key) {
+    if (key != QLatin1StringView(Settings::platformSortOrder.key))
+        return;
+    const bool byCount = m_state.host().settings.value(Settings::platformSortOrder) == byGameCount;
+    if (std::exchange(m_source.sortByCount, byCount) == byCount)
+        return;
+    rebuild();
+    Q_EMIT sortByCountChanged();
+}
+
+void SidebarModel::setSortByCount(bool byCount) {
+    keep(m_state.host().settings, Settings::platformSortOrder, byCount ? byGameCount : QStringLiteral("alphabetical"));
+}
+
+void SidebarModel::setFilter(const QString &filter) {
+    if (std::exchange(m_filter, filter) == filter)
+        return;
+    show();
+    Q_EMIT filterChanged();
+}
+
+bool SidebarModel::isShown() const {
+    return m_state.host().settings.value(Settings::sidebarShown);
+}
+
+void SidebarModel::setShown(bool shown) {
+    keep(m_state.host().settings, Settings::sidebarShown, shown);
+    Q_EMIT shownChanged();
+}
+
+int SidebarModel::width() const {
+    return int(std::clamp<qint64>(m_state.host().settings.value(Settings::sidebarWidth), 0, 10'000));
+}
+
+void SidebarModel::setWidth(int width) {
+    if (width == this->width())
+        return;
+    keep(m_state.host().settings, Settings::sidebarWidth, qint64(width));
+    Q_EMIT widthChanged();
+}
+
+// --- The rows on show
+
+void SidebarModel::rebuild() {
+    m_all = sidebarRows(m_source);
+    show();
+}
+
+void SidebarModel::show() {
+    setRows(visibleSidebarRows(m_all, m_filter));
+}
+
+/// Rows that stay, stay: what lies between the common beginning and the common end is taken out and put in.
+void SidebarModel::setRows(QList<SidebarRow> rows) {
+    const auto same = [](const SidebarRow &a, const SidebarRow &b) { return a.kind == b.kind && a.id == b.id; };
+    const auto head = std::mismatch(m_rows.cbegin(), m_rows.cend(), rows.cbegin(), rows.cend(), same);
+    const auto tail = std::mismatch(m_rows.crbegin(), std::make_reverse_iterator(head.first), rows.crbegin(),
+                                    std::make_reverse_iterator(head.second), same);
+    const int first = int(head.first - m_rows.cbegin());
+    const int removed = int(tail.first.base() - head.first);
+    const int added = int(tail.second.base() - head.second);
+    const bool structure = removed > 0 || added > 0;
+    if (removed > 0) {
+        beginRemoveRows({}, first, first + removed - 1);
+        m_rows.remove(first, removed);
+        endRemoveRows();
+    }
+    if (added > 0) {
+        beginInsertRows({}, first, first + added - 1);
+        const QList<SidebarRow> old = std::exchange(m_rows, {});
+        m_rows.reserve(rows.size());
+        m_rows << old.first(first) << rows.sliced(first, added) << old.sliced(first);
+        endInsertRows();
+    }
+    for (int row = 0; row < count(); ++row) {
+        if (m_rows[row] == rows[row])
+            continue;
+        m_rows[row] = std::move(rows[row]);
+        Q_EMIT dataChanged(index(row), index(row));
+    }
+    if (structure)
+        Q_EMIT rowsChanged();
+    followSelection();
+}
+
+void SidebarModel::followSelection() {
+    const auto found = std::find_if(m_all.cbegin(), m_all.cend(), [this](const auto &row) { return isCurrent(row); });
+    const QString key = found == m_all.cend() ? QString() : found->key();
+    const int current = key.isEmpty() ? -1 : rowOf(key);
+    if (std::exchange(m_currentRow, current) != current)
+        Q_EMIT currentRowChanged();
+    if (std::exchange(m_currentKey, key) != key)
+        Q_EMIT currentKeyChanged();
+}
+
+namespace {
+
+/// What the main view is narrowed to when the row is chosen.
+BrowseQuery placeOf(const SidebarRow &row) {
+    BrowseQuery place;
+    switch (row.kind) {
+    case Kind::place:
+        place.favoritesOnly = row.id == QLatin1StringView("Favorites");
+        place.recentlyPlayed = row.id == QLatin1StringView("Recently Played");
+        place.installedOnly = row.id == QLatin1StringView("Installed");
+        break;
+    case Kind::collection:
+        place.smartCollectionId = row.id;
+        break;
+    case Kind::playlist:
+        place.playlistId = row.id;
+        break;
+    case Kind::platform:
+        place.platform = row.id;
+        break;
+    case Kind::section:
+    case Kind::group:
+        break;
+    }
+    return place;
+}
+
+bool hasGames(const SidebarRow &row) {
+    return row.kind != Kind::section && row.kind != Kind::group;
+}
+
+} // namespace
+
+/// Facets and the search narrow a place further and leave it where it is.
+bool SidebarModel::isCurrent(const SidebarRow &row) const {
+    if (!hasGames(row))
+        return false;
+    BrowseQuery shown;
+    const BrowseQuery &query = m_state.query();
+    shown.recentlyPlayed = query.recentlyPlayed;
+    if (!shown.recentlyPlayed) {
+        shown.platform = query.platform;
+        shown.playlistId = query.playlistId;
+        shown.smartCollectionId = query.smartCollectionId;
+        if (shown == BrowseQuery()) {
+            shown.favoritesOnly = query.favoritesOnly;
+            shown.installedOnly = query.installedOnly && !query.favoritesOnly;
+        }
+    }
+    return placeOf(row) == shown;
 }
 
 void SidebarModel::select(int row) {
-    if (row >= 0 && row < m_rows.size())
-        m_state.setSelectedPlatform(m_rows[row].platform);
+    if (row >= 0 && row < count() && hasGames(m_rows[row]))
+        m_state.goTo(placeOf(m_rows[row]));
 }
 
-QList<SidebarModel::Row> SidebarModel::makeRows(const GameList &games, const QStringList &platforms) {
-    QHash<QString, int> counts;
-    for (const QString &platform : platforms)
-        counts.insert(platform, 0);
-    for (const GamePtr &game : games)
-        if (const auto count = counts.find(game->platform); count != counts.end())
-            ++*count;
-    QList<Row> rows;
-    for (auto it = counts.cbegin(); it != counts.cend(); ++it)
-        if (!it.key().isEmpty())
-            rows.append({it.key(), it.value()});
-    QCollator collator;
-    collator.setCaseSensitivity(Qt::CaseInsensitive);
-    collator.setNumericMode(true);
-    std::sort(rows.begin(), rows.end(),
-              [&](const Row &a, const Row &b) { return collator.compare(a.platform, b.platform) < 0; });
-    rows.prepend({QString(), int(games.size())});
-    return rows;
+void SidebarModel::activate(int row) {
+    if (row < 0 || row >= count())
+        return;
+    if (hasGames(m_rows[row]))
+        select(row);
+    else
+        setExpanded(row, !m_rows[row].expanded);
 }
 
-QCoro::Task<> SidebarModel::recount() {
-    const QPointer<SidebarModel> self(this);
-    const int generation = ++m_generation;
-    QStringList platforms;
-    for (const Platform &platform : m_state.gameLibrary().platforms())
-        platforms.append(platform.name);
-    const GameList games = m_state.gameLibrary().games();
-    auto count = [games, platforms] { return makeRows(games, platforms); };
-    QList<Row> rows = co_await runOnPool(count);
-    if (self && generation == m_generation)
-        setRows(std::move(rows));
-}
-
-void SidebarModel::setRows(QList<Row> rows) {
-    const bool samePlatforms = std::equal(rows.begin(), rows.end(), m_rows.begin(), m_rows.end(),
-                                          [](const Row &a, const Row &b) { return a.platform == b.platform; });
-    if (samePlatforms) {
-        m_rows = std::move(rows);
-        Q_EMIT dataChanged(index(0), index(int(m_rows.size()) - 1), {gamesRole});
-    } else {
-        beginResetModel();
-        m_rows = std::move(rows);
-        endResetModel();
+// A filter opens everything; what is closed without it is not touched then.
+void SidebarModel::setExpanded(int row, bool expanded) {
+    if (row < 0 || row >= count() || !m_filter.simplified().isEmpty())
+        return;
+    const SidebarRow chosen = m_rows[row];
+    if (!chosen.expandable || chosen.expanded == expanded)
+        return;
+    if (chosen.kind == Kind::group) {
+        try {
+            m_state.platformGroups().setExpanded(QUuid(chosen.id), expanded);
+        } catch (const std::exception &error) {
+            Log::error(QStringLiteral("Failed to save the platform groups: %1").arg(QString::fromUtf8(error.what())));
+        }
+        return;
     }
-    Q_EMIT countsChanged();
-    Q_EMIT currentRowChanged();
+    if (expanded)
+        m_source.collapsed.remove(chosen.key());
+    else
+        m_source.collapsed.insert(chosen.key());
+    if (chosen.kind == Kind::section)
+        keepSections();
+    rebuild();
+}
+
+void SidebarModel::setAllExpanded(bool expanded) {
+    for (const SidebarRow &row : std::as_const(m_all)) {
+        if (row.kind != Kind::section)
+            continue;
+        if (expanded)
+            m_source.collapsed.remove(row.key());
+        else
+            m_source.collapsed.insert(row.key());
+    }
+    keepSections();
+    rebuild();
+}
+
+void SidebarModel::keepSections() {
+    QStringList titles;
+    const QString prefix = sectionKey({});
+    for (const QString &key : std::as_const(m_source.collapsed))
+        if (key.startsWith(prefix))
+            titles.append(key.mid(prefix.size()));
+    titles.sort();
+    keep(m_state.host().settings, Settings::sidebarCollapsedSections, titles);
+}
+
+int SidebarModel::parentRow(int row) const {
+    if (row < 0 || row >= count())
+        return -1;
+    for (int above = row - 1; above >= 0; --above)
+        if (m_rows[above].depth < m_rows[row].depth)
+            return above;
+    return -1;
+}
+
+int SidebarModel::rowStartingWith(const QString &text, int start) const {
+    for (int i = 0; i < count(); ++i) {
+        const int row = (std::max(start, 0) + i) % count();
+        if (m_rows[row].name.startsWith(text, Qt::CaseInsensitive))
+            return row;
+    }
+    return -1;
+}
+
+QString SidebarModel::keyOf(int row) const {
+    return row < 0 || row >= count() ? QString() : m_rows[row].key();
+}
+
+int SidebarModel::rowOf(const QString &key) const {
+    const auto found = std::find_if(m_rows.cbegin(), m_rows.cend(), [&](const auto &row) { return row.key() == key; });
+    return found == m_rows.cend() ? -1 : int(found - m_rows.cbegin());
+}
+
+int SidebarModel::dropRow(const QString &source, int target) const {
+    const int from = rowOf(source);
+    if (from < 0 || target < 0 || target >= count())
+        return -1;
+    int place = target;
+    while (place >= 0 && m_rows[place].kind == Kind::platform)
+        place = parentRow(place);
+    if (place < 0 || place == from)
+        return -1;
+    const bool toGroup = m_rows[place].kind == Kind::group;
+    const bool toSection = m_rows[place].key() == sectionKey(QStringLiteral("Platforms"));
+    switch (m_rows[from].kind) {
+    case Kind::platform:
+        return (toGroup || toSection) && parentRow(from) != place ? place : -1;
+    case Kind::group:
+        return toGroup ? place : -1;
+    default:
+        return -1;
+    }
+}
+
+void SidebarModel::drop(const QString &source, int target) {
+    const int place = dropRow(source, target);
+    if (place < 0)
+        return;
+    const SidebarRow moved = m_rows[rowOf(source)];
+    const QUuid group(m_rows[place].id);
+    PlatformGroupManager &groups = m_state.platformGroups();
+    try {
+        if (moved.kind == Kind::group) {
+            const auto at = std::find_if(m_source.groups.cbegin(), m_source.groups.cend(),
+                                         [&](const PlatformGroup &other) { return other.id == group; });
+            groups.moveGroup(QUuid(moved.id), at - m_source.groups.cbegin());
+        } else if (m_rows[place].kind == Kind::group) {
+            groups.addPlatform(moved.id, group);
+        } else {
+            groups.removePlatformFromGroup(moved.id);
+        }
+    } catch (const std::exception &error) {
+        Log::error(QStringLiteral("Failed to save the platform groups: %1").arg(QString::fromUtf8(error.what())));
+    }
 }
 
 } // namespace ludarium

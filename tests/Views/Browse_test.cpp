@@ -226,26 +226,4 @@ TEST(FacetFilter, ListsTheValuesAndWhatHolds) {
     EXPECT_EQ(fixture.desktop.browse()->title(), QStringLiteral("MS-DOS")) << "the platform is no facet";
 }
 
-TEST(Sidebar, CountsTheGamesOfEachPlatformThatTheLibraryLists) {
-    DesktopFixture fixture;
-    ASSERT_TRUE(fixture.load());
-    SidebarModel &sidebar = *fixture.desktop.sidebar();
-    const auto text = [&](int row) {
-        return sidebar.data(sidebar.index(row), SidebarModel::nameRole).toString() + QLatin1Char(' ') +
-               sidebar.data(sidebar.index(row), SidebarModel::gamesRole).toString();
-    };
-    ASSERT_TRUE(waitUntil([&] { return text(0) == QStringLiteral("All Games 36"); }));
-    ASSERT_EQ(sidebar.platformCount(), fixture.state.gameLibrary().platforms().size());
-    QStringList rows;
-    for (int row = 1; row <= sidebar.platformCount(); ++row)
-        rows << text(row);
-    EXPECT_TRUE(rows.contains(QStringLiteral("Apple IIGS 6"))) << qPrintable(rows.join(u','));
-    EXPECT_TRUE(rows.contains(QStringLiteral("ScummVM 6")));
-    sidebar.select(int(rows.indexOf(QStringLiteral("ScummVM 6"))) + 1);
-    EXPECT_EQ(fixture.desktop.browse()->title(), QStringLiteral("ScummVM"));
-    EXPECT_EQ(fixture.desktop.browse()->games()->count(), 6);
-    sidebar.select(99);
-    EXPECT_EQ(fixture.desktop.browse()->title(), QStringLiteral("ScummVM"));
-}
-
 } // namespace ludarium::test

@@ -362,9 +362,10 @@ const LibraryBrowser::Counts &LibraryBrowser::counts() {
         return *m_counts;
     const LibraryIndex &index = m_library.index();
     struct {
-        int unplayed = 0, played = 0, installed = 0, playing = 0, beaten = 0, completed = 0;
+        int favorites = 0, unplayed = 0, played = 0, installed = 0, playing = 0, beaten = 0, completed = 0;
     } sums;
     for (const GamePtr &game : m_library.games()) {
+        sums.favorites += game->isFavorite;
         ++(game->playCount == 0 ? sums.unplayed : sums.played);
         sums.installed += game->isInstalled;
         sums.playing += game->gameProgress == GameProgress::playing;
@@ -381,6 +382,7 @@ const LibraryBrowser::Counts &LibraryBrowser::counts() {
         rated += *it >= highRating && m_library.position(it.key());
 
     Counts counts;
+    counts.favorites = sums.favorites;
     for (const SmartCollectionSection &section : smartCollectionSections())
         for (const SmartCollection &collection : section.collections) {
             int &count = counts.collections[collection.id];

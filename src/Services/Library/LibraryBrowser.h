@@ -31,6 +31,7 @@ class LibraryBrowser : public QObject {
 
     /// The counts of the sidebar: every smart collection by id, every platform by name.
     struct Counts {
+        int favorites = 0;
         QHash<QString, int> collections;
         QHash<QString, int> platforms;
     };

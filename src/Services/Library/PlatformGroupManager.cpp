@@ -7,6 +7,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <algorithm>
 
 namespace ludarium {
 
@@ -105,6 +106,14 @@ void PlatformGroupManager::setExpanded(const QUuid &id, bool expanded) {
     QList<PlatformGroup> groups = m_groups;
     if (PlatformGroup *group = find(groups, id)) {
         group->isExpanded = expanded;
+        save(std::move(groups));
+    }
+}
+
+void PlatformGroupManager::moveGroup(const QUuid &id, qsizetype place) {
+    QList<PlatformGroup> groups = m_groups;
+    if (const PlatformGroup *group = find(groups, id)) {
+        groups.move(group - groups.constData(), std::clamp<qsizetype>(place, 0, groups.size() - 1));
         save(std::move(groups));
     }
 }

@@ -32,6 +32,8 @@ class PlatformGroupManager : public QObject {
     void renameGroup(const QUuid &id, const QString &name);
     void deleteGroup(const QUuid &id);
     void setExpanded(const QUuid &id, bool expanded);
+    /// Puts the group at `place` of the list; a place past the end is the last.
+    void moveGroup(const QUuid &id, qsizetype place);
     /// Moves the platform out of any other group. An unknown group does nothing.
     void addPlatform(const QString &platform, const QUuid &id);
     void removePlatformFromGroup(const QString &platform);

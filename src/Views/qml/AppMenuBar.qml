@@ -86,6 +86,14 @@ MenuBar {
         AppMenuItem {
             action: bar.commands.statistics
         }
+        AppMenuSeparator {}
+        AppMenuItem {
+            action: bar.commands.toggleSidebar
+        }
+        AppMenuItem {
+            action: bar.commands.filterSidebar
+        }
+        AppMenuSeparator {}
         AppMenu {
             title: qsTr("View Mode")
 

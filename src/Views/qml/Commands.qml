@@ -11,6 +11,7 @@ Item {
     readonly property bool hasGame: App.game.hasGame
 
     signal searchWanted
+    signal sidebarFilterWanted
     signal detailsToggled
     signal settingsWanted
     signal statisticsWanted
@@ -117,6 +118,18 @@ Item {
         shortcut: "Ctrl+F"
         enabled: commands.free
         onTriggered: commands.searchWanted()
+    }
+    property Command toggleSidebar: Command {
+        text: App.sidebar.shown ? qsTr("Hide Sidebar") : qsTr("Show Sidebar")
+        shortcut: "Ctrl+Alt+S"
+        enabled: commands.free
+        onTriggered: App.sidebar.shown = !App.sidebar.shown
+    }
+    property Command filterSidebar: Command {
+        text: qsTr("Filter Sidebar...")
+        shortcut: "Ctrl+Alt+F"
+        enabled: commands.free
+        onTriggered: commands.sidebarFilterWanted()
     }
     property Command play: Command {
         text: qsTr("Play Selected Game")

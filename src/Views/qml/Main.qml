@@ -6,7 +6,6 @@ import Ludarium
 ApplicationWindow {
     id: window
 
-    property bool sidebarShown: true
     property bool detailShown: true
     // The pane takes no room before the first game is selected, and from then on stays.
     property bool detailUsed: App.detail.hasGame
@@ -57,11 +56,17 @@ ApplicationWindow {
         browsePage.search.selectAll();
     }
 
+    function filterSidebar() {
+        App.sidebar.shown = true;
+        sidebar.focusFilter();
+    }
+
     Commands {
         id: commands
 
         sheetOpen: firstRun.visible || picker.visible
         onSearchWanted: window.focusSearch()
+        onSidebarFilterWanted: window.filterSidebar()
         onDetailsToggled: browsePage.detailToggled()
         onSettingsWanted: window.showSettings()
         onStatisticsWanted: window.showStatistics()
@@ -74,8 +79,14 @@ ApplicationWindow {
     }
 
     SplitView {
+        id: panes
+
         anchors.fill: parent
         orientation: Qt.Horizontal
+        onResizingChanged: {
+            if (!resizing && sidebar.visible && Math.abs(sidebar.width - sidebar.wantedWidth) >= 1)
+                App.sidebar.width = Math.round(sidebar.width / sidebar.scaling);
+        }
         handle: Rectangle {
             id: handle
 
@@ -92,10 +103,14 @@ ApplicationWindow {
         Sidebar {
             id: sidebar
 
-            visible: window.sidebarShown
-            SplitView.preferredWidth: (window.narrow ? 190 : 240) * Math.min(Theme.textScale, 1.4)
+            readonly property real scaling: Math.min(Theme.textScale, 1.4)
+            readonly property real wantedWidth: scaling * (App.sidebar.width > 0 ? App.sidebar.width : window.narrow ? 190 : 240)
+
+            visible: App.sidebar.shown
+            onGamesWanted: browsePage.focusGames()
+            SplitView.preferredWidth: wantedWidth
             SplitView.minimumWidth: 160
-            SplitView.maximumWidth: 400
+            SplitView.maximumWidth: 400 * scaling
         }
         BrowsePage {
             id: browsePage
@@ -104,9 +119,9 @@ ApplicationWindow {
             focus: true
             SplitView.fillWidth: true
             SplitView.minimumWidth: 320
-            sidebarShown: window.sidebarShown
+            sidebarShown: App.sidebar.shown
             detailShown: window.detailShown && window.detailUsed
-            onSidebarToggled: window.sidebarShown = !window.sidebarShown
+            onSidebarToggled: App.sidebar.shown = !App.sidebar.shown
             onDetailToggled: {
                 window.detailShown = !browsePage.detailShown;
                 window.detailUsed = true;
@@ -115,7 +130,7 @@ ApplicationWindow {
         DetailPane {
             visible: window.detailShown && window.detailUsed && App.library.gameCount > 0
             // What the sidebar and the games need comes first.
-            SplitView.preferredWidth: Math.max(240, Math.min(360 * Math.min(Theme.textScale, 1.2), window.width - (window.sidebarShown ? sidebar.width : 0) - 350))
+            SplitView.preferredWidth: Math.max(240, Math.min(360 * Math.min(Theme.textScale, 1.2), window.width - (App.sidebar.shown ? sidebar.width : 0) - 350))
             SplitView.minimumWidth: 240
             SplitView.maximumWidth: 560
             onClosed: window.detailShown = false

@@ -32,6 +32,8 @@ TEST(PlatformGroups, HoldAPlatformOnceAndComeBackFromTheSettings) {
                               Platform::named(QStringLiteral("Sega Genesis"), {})};
     ASSERT_EQ(again.getUngroupedPlatforms(all).size(), 1);
     EXPECT_EQ(again.getUngroupedPlatforms(all)[0].name, QStringLiteral("MS-DOS"));
+    again.moveGroup(consoles, 99);
+    EXPECT_EQ(PlatformGroupManager(settings).groups()[1].id, consoles) << "past the end is the last";
     again.deleteGroup(consoles);
     EXPECT_EQ(again.getUngroupedPlatforms(all).size(), 2);
 }

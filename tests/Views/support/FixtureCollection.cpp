@@ -67,6 +67,24 @@ void drawCover(const QString &path, const QString &title, int number) {
         throw std::runtime_error("cannot write " + path.toStdString());
 }
 
+/// "Rainy Evenings" nests "Short Ones"; one of its games is listed twice and one is not in the collection.
+void writePlaylists(const QString &folder, const QByteArray &head) {
+    const auto playlist = [&](const char *id, const char *name, const char *nested, const QList<const char *> &games) {
+        QByteArray xml =
+            head + "  <Playlist>\n    <PlaylistId>" + id + "</PlaylistId>\n    <Name>" + name + "</Name>\n";
+        if (*nested)
+            xml += QByteArray("    <NestedPlaylistId>") + nested + "</NestedPlaylistId>\n";
+        xml += "  </Playlist>\n";
+        for (const char *game : games)
+            xml += QByteArray("  <PlaylistGame>\n    <GameId>") + game + "</GameId>\n    <PlaylistId>" + id +
+                   "</PlaylistId>\n  </PlaylistGame>\n";
+        put(folder + QLatin1StringView(name) + QStringLiteral(".xml"), xml + "</LaunchBox>\n");
+    };
+    playlist("list-rain", "Rainy Evenings", "list-short", {"fixture-1", "fixture-2", "fixture-2", "gone"});
+    playlist("list-short", "Short Ones", "", {"fixture-3"});
+    playlist("list-couch", "On the Couch", "", {"fixture-4", "fixture-5", "fixture-6"});
+}
+
 } // namespace
 
 const QList<FixtureCollection::Entry> &FixtureCollection::entries() {
@@ -105,8 +123,8 @@ QList<FixtureCollection::Entry> FixtureCollection::entriesWithVariants() {
     const QString long300 = QStringLiteral("A Very Long Title That Goes On And On ").repeated(8).left(300);
     for (const QString &title : {long300, QStringLiteral("مغامرات في الصحراء البعيدة"),
                                  QStringLiteral("👾🚀 Star 🦖 Party 🎉"), QStringLiteral("<b>Bold</b> & Co.")})
-        made.append({title, QStringLiteral("DREAMM"), 1999, QStringLiteral("Blue Anvil"),
-                     QStringLiteral("Strategy"), false});
+        made.append(
+            {title, QStringLiteral("DREAMM"), 1999, QStringLiteral("Blue Anvil"), QStringLiteral("Strategy"), false});
     return made;
 }
 
@@ -130,6 +148,7 @@ void FixtureCollection::write(const QString &folder, const QList<Entry> &games) 
         platforms += "  <Platform>\n    <Name>" + it.key().toUtf8() + "</Name>\n  </Platform>\n";
     }
     put(folder + QStringLiteral("/Data/Platforms.xml"), platforms + "</LaunchBox>\n");
+    writePlaylists(folder + QStringLiteral("/Data/Playlists/"), head);
 }
 
 } // namespace ludarium::test
