@@ -10,6 +10,11 @@ if(LUDARIUM_MOLD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     add_link_options(-fuse-ld=mold)
 endif()
 
+if(UNIX AND NOT APPLE)
+    # A program loads only the libraries that it calls: the command line has no use for those of the window and pads.
+    add_link_options(LINKER:--as-needed)
+endif()
+
 if(LUDARIUM_SANITIZE)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)

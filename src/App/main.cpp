@@ -1,20 +1,25 @@
 #include "App/AppState.h"
 #include "App/Composition.h"
+#include "App/Handover.h"
+#include "Host/Gamepad.h"
 #include "Host/HostPaths.h"
 #include "Host/SingleInstance.h"
 #include "Views/Desktop.h"
 #include "Views/DesktopOptions.h"
 #include "Views/DesktopWorkspace.h"
+#include "Views/GamepadKeys.h"
 #include "Views/QmlDialogs.h"
 #include "Views/ScreenshotTaker.h"
 #include "Views/WindowFramePersistence.h"
 
 #include <QGuiApplication>
+#include <QIcon>
 #include <QQmlApplicationEngine>
 #include <QQmlExtensionPlugin>
 #include <QQuickStyle>
 #include <QQuickWindow>
 #include <QScreen>
+#include <QTimer>
 #include <cstdio>
 
 Q_IMPORT_QML_PLUGIN(LudariumPlugin)
@@ -22,6 +27,8 @@ Q_IMPORT_QML_PLUGIN(LudariumPlugin)
 namespace ludarium {
 
 namespace {
+
+constexpr int gamepadWait = 1000; ///< milliseconds
 
 QList<QRectF> usableScreens() {
     QList<QRectF> screens;
@@ -33,6 +40,14 @@ QList<QRectF> usableScreens() {
     return screens;
 }
 
+/// For programs that were not installed, and desktops without themes of icons.
+QIcon builtInIcon() {
+    QIcon icon;
+    for (const char *size : {"32", "64", "256"})
+        icon.addFile(QStringLiteral(":/app-icon/%1.png").arg(QLatin1StringView(size)));
+    return icon;
+}
+
 void openFirstCollection(AppState &state, const QString &folder) {
     if (folder.isEmpty())
         state.restoreCollection();
@@ -40,9 +55,23 @@ void openFirstCollection(AppState &state, const QString &folder) {
         state.setCollectionPath(folder);
 }
 
-void raise(QWindow &window) {
-    window.show();
+constexpr char tokenVariable[] = "XDG_ACTIVATION_TOKEN";
+
+Handover handoverOf(const DesktopOptions &options) {
+    QByteArray token = qgetenv(tokenVariable);
+    if (token.contains('\n'))
+        token.clear();
+    return {token, options.folder};
+}
+
+/// To the front, keeping a window maximised that is.
+void raise(QWindow &window, const QByteArray &token) {
+    window.setWindowStates(window.windowStates() & ~Qt::WindowMinimized);
+    window.setVisible(true);
     window.raise();
+    // Qt hands the token on to the compositor from there.
+    if (!token.isEmpty())
+        qputenv(tokenVariable, token);
     window.requestActivate();
 }
 
@@ -52,7 +81,7 @@ int runDesktop(const DesktopOptions &options) {
     const HostPaths paths = HostPaths::native(options.home);
     SingleInstance instance(paths.state());
     if (!picture && !instance.tryBecomePrimary()) {
-        if (instance.sendToPrimary(options.folder.toUtf8()))
+        if (instance.sendToPrimary(handoverOf(options).message()))
             return EXIT_SUCCESS;
         std::fputs("Ludarium is running already but does not answer.\n", stderr);
         return EXIT_FAILURE;
@@ -88,15 +117,21 @@ int runDesktop(const DesktopOptions &options) {
     if (!picture)
         frame.startObserving(*window);
     QObject::connect(&instance, &SingleInstance::messageReceived, &desktop,
-                     [&desktop, window](const QByteArray &folder) {
-                         raise(*window);
-                         if (!folder.isEmpty())
-                             desktop.openCollection(QString::fromUtf8(folder));
+                     [&desktop, window](const QByteArray &message) {
+                         const Handover handover = Handover::fromMessage(message);
+                         raise(*window, handover.activationToken);
+                         if (!handover.folder.isEmpty())
+                             desktop.openCollection(handover.folder);
                      });
     openFirstCollection(state, options.folder);
     // A picture shows the library, not a question.
     desktop.start()->setAsking(!picture);
     desktop.start()->begin();
+
+    Gamepad gamepad;
+    std::unique_ptr<GamepadKeys> gamepadKeys;
+    if (!picture) // looking for gamepads can wait until the window has come
+        QTimer::singleShot(gamepadWait, &desktop, [&] { gamepadKeys = std::make_unique<GamepadKeys>(state, gamepad); });
 
     std::unique_ptr<ScreenshotTaker> taker;
     if (picture) {
@@ -126,6 +161,7 @@ int main(int argc, char **argv) {
     QCoreApplication::setApplicationName(QStringLiteral("Ludarium"));
     QCoreApplication::setApplicationVersion(QStringLiteral(LUDARIUM_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("com.ludarium.app"));
+    QGuiApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("com.ludarium.app"), builtInIcon()));
     QQuickStyle::setStyle(QStringLiteral("Basic"));
     return runDesktop(*outcome.options);
 }

@@ -123,8 +123,8 @@ QList<FixtureCollection::Entry> FixtureCollection::entriesWithVariants() {
     const QString long300 = QStringLiteral("A Very Long Title That Goes On And On ").repeated(8).left(300);
     for (const QString &title : {long300, QStringLiteral("مغامرات في الصحراء البعيدة"),
                                  QStringLiteral("👾🚀 Star 🦖 Party 🎉"), QStringLiteral("<b>Bold</b> & Co.")})
-        made.append({title, QStringLiteral("DREAMM"), 1999, QStringLiteral("Blue Anvil"),
-                     QStringLiteral("Strategy"), false});
+        made.append(
+            {title, QStringLiteral("DREAMM"), 1999, QStringLiteral("Blue Anvil"), QStringLiteral("Strategy"), false});
     return made;
 }
 

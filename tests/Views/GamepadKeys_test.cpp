@@ -1,0 +1,104 @@
+#include "Views/GamepadKeys.h"
+
+#include "Services/Launch/GameLauncher.h"
+#include "Services/Library/GameLibrary.h"
+#include "Views/support/DesktopFixture.h"
+#include "Views/support/FixtureCollection.h"
+
+#include <QGuiApplication>
+#include <QQuickItem>
+#include <gtest/gtest.h>
+
+namespace ludarium::test {
+
+namespace {
+
+class GamepadKeysTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(fixture.load());
+        keys = std::make_unique<GamepadKeys>(fixture.state, gamepad);
+        EXPECT_FALSE(gamepad.isListening()) << "no window has the focus";
+        window = &fixture.window();
+        window->requestActivate();
+        ASSERT_TRUE(waitUntil([&] { return QGuiApplication::focusWindow() == window; }));
+        fixture.desktop.browse()->setCurrentRow(0);
+    }
+    int row() { return fixture.desktop.browse()->currentRow(); }
+    void act(Gamepad::Action action) {
+        Q_EMIT gamepad.acted(action);
+        QCoreApplication::processEvents();
+    }
+
+    DesktopFixture fixture{true};
+    QTemporaryDir devices;
+    Gamepad gamepad{devices.path()};
+    std::unique_ptr<GamepadKeys> keys;
+    QQuickWindow *window = nullptr;
+};
+
+TEST_F(GamepadKeysTest, MovesTheSelectionAsTheKeysDo) {
+    using Action = Gamepad::Action;
+    act(Action::Right);
+    EXPECT_EQ(row(), 1);
+    act(Action::Down);
+    const int below = row();
+    EXPECT_GT(below, 1);
+    act(Action::Up);
+    EXPECT_EQ(row(), 1);
+    act(Action::Left);
+    EXPECT_EQ(row(), 0);
+    act(Action::NextPage);
+    EXPECT_GT(row(), 0);
+    act(Action::PreviousPage);
+    EXPECT_EQ(row(), 0);
+}
+
+TEST_F(GamepadKeysTest, GoesBackToAllGamesWhenNothingElseIsOpen) {
+    const QString platform = fixture.state.gameLibrary().games().first()->platform;
+    fixture.state.setSelectedPlatform(platform);
+    ASSERT_TRUE(fixture.desktop.browse()->isFiltered());
+    act(Gamepad::Action::Back);
+    EXPECT_FALSE(fixture.desktop.browse()->isFiltered());
+}
+
+TEST_F(GamepadKeysTest, PressesTheButtonThatHasTheFocusAndNotTheDefaultOne) {
+    for (const QString &chosen : {QStringLiteral("Play"), QStringLiteral("Cancel")}) {
+        std::optional<int> answer;
+        Alert alert;
+        alert.title = QStringLiteral("Start it?");
+        alert.buttons = {QStringLiteral("Play"), QStringLiteral("Cancel")};
+        auto ask = [](QmlDialogs &dialogs, Alert asked, std::optional<int> &result) -> QCoro::Task<> {
+            result = co_await dialogs.ask(asked);
+        };
+        const QCoro::Task<> asking = ask(fixture.dialogs, alert, answer);
+        const auto focused = [&] {
+            return window->activeFocusItem() ? window->activeFocusItem()->property("text").toString() : QString();
+        };
+        ASSERT_TRUE(waitUntil([&] { return alert.buttons.contains(focused()); })) << "no button has the focus";
+        for (int i = 0; i < 4 && focused() != chosen; ++i)
+            act(Gamepad::Action::NextArea);
+        ASSERT_EQ(focused(), chosen);
+        act(Gamepad::Action::Select);
+        ASSERT_TRUE(waitUntil([&] { return answer.has_value(); }));
+        EXPECT_EQ(alert.buttons.value(*answer), chosen);
+    }
+}
+
+TEST_F(GamepadKeysTest, IsDeafWhileAGameStarts) {
+    EXPECT_TRUE(gamepad.isListening());
+    bool heardWhileLaunching = false;
+    bool launched = false;
+    QObject::connect(&fixture.state.gameLauncher(), &GameLauncher::launchStateChanged, window, [&] {
+        launched = launched || fixture.state.gameLauncher().isLaunching();
+        heardWhileLaunching =
+            heardWhileLaunching || (fixture.state.gameLauncher().isLaunching() && gamepad.isListening());
+    });
+    fixture.desktop.launch()->playSelected();
+    ASSERT_TRUE(waitUntil([&] { return launched; }));
+    EXPECT_FALSE(heardWhileLaunching);
+}
+
+} // namespace
+
+} // namespace ludarium::test

@@ -1,0 +1,129 @@
+#include "Host/HostPaths.h"
+#include "Host/Settings.h"
+#include "Host/SqliteSettingsStore.h"
+#include "demo/DemoCollection.h"
+#include "e2e/CliRun.h"
+#include "e2e/VirtualScreen.h"
+#include "e2e/WindowRun.h"
+
+#include <QDir>
+#include <QThread>
+#include <gtest/gtest.h>
+
+// The desktop program as its user has it: a process of its own, seen from outside.
+
+namespace ludarium::test {
+
+namespace {
+
+class WindowTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        if (!WindowRun::isBuilt())
+            GTEST_SKIP() << "the desktop program is not built";
+    }
+};
+
+TEST_F(WindowTest, OpensTheFolderOfASecondStartAndSendsThatAway) {
+    TinyCollection first, second;
+    WindowRun window;
+    ASSERT_NO_FATAL_FAILURE(window.start({first.path()}));
+    const auto loads = [&](const QString &folder) {
+        return window.log().contains(QStringLiteral("LOADING COLLECTION: ") + folder);
+    };
+    EXPECT_TRUE(eventually([&] { return loads(first.path()); }));
+    // The second start stands in another folder and names its own by a relative path.
+    const QString before = QDir::currentPath();
+    QDir::setCurrent(second.path());
+    EXPECT_EQ(window.startAgain({QStringLiteral(".")}), 0);
+    QDir::setCurrent(before);
+    EXPECT_TRUE(eventually([&] { return loads(second.path()); }));
+    EXPECT_EQ(window.startAgain({}), 0) << "without a folder the window only comes to the front";
+    EXPECT_TRUE(window.isRunning());
+    EXPECT_TRUE(window.end());
+    EXPECT_EQ(window.log().count(QStringLiteral("LOADING COLLECTION: ")), 2);
+}
+
+/// The program on the demo collection, on a screen of its own, ready for keys and clicks.
+class WindowOnAScreen : public WindowTest {
+  protected:
+    void SetUp() override {
+        WindowTest::SetUp();
+        if (IsSkipped())
+            return;
+        if (!VirtualScreen::isInstalled())
+            GTEST_SKIP() << "Xvfb is not installed: no real keys and clicks";
+        ASSERT_TRUE(screen.start());
+        window = std::make_unique<WindowRun>(QStringLiteral("xcb"),
+                                             QList{std::pair{QStringLiteral("DISPLAY"), screen.display()}});
+        collection = folder.filePath(QStringLiteral("demo"));
+        writeDemoCollection(collection);
+        // Straight to the games, and every one of them counts as installed.
+        {
+            SqliteSettingsStore settings(HostPaths::native(window->home()).settingsFolder());
+            settings.setValue(Settings::skipInstallCheck, true);
+            settings.setValue(Settings::hasCompletedFirstRun, true);
+        }
+        ASSERT_NO_FATAL_FAILURE(window->start({collection, QStringLiteral("--size"), QStringLiteral("1280x800")}));
+        ASSERT_TRUE(eventually([&] { return window->log().contains(QStringLiteral("TOTAL FULL LOAD TIME")); }));
+        ASSERT_TRUE(screen.waitForWindow(QStringLiteral("Ludarium")));
+        ASSERT_TRUE(screen.waitForRest()) << "the splash goes and the covers come";
+    }
+
+    /// The titles of the favourites, as another program reads them from the settings.
+    QStringList favourites() const {
+        const CliResult result = CliRun().runProgram(
+            CliRun::program(), {QStringLiteral("--home"), window->home(), QStringLiteral("--collection"), collection,
+                                QStringLiteral("search"), QStringLiteral("--favorites"), QStringLiteral("--json")});
+        return members(json(result).value(u"games").toArray(), "Title");
+    }
+
+    QTemporaryDir folder;
+    QString collection;
+    VirtualScreen screen;
+    std::unique_ptr<WindowRun> window;
+};
+
+TEST_F(WindowOnAScreen, FollowsRealKeysAndClicks) {
+    // Where the first cover is: right of the sidebar, below the menu bar and the toolbar.
+    const QPoint firstCover(340, 240);
+    screen.key("ctrl+f");
+    screen.type("keeper");
+    ASSERT_TRUE(screen.waitForRest());
+    const QImage found = screen.picture();
+    screen.click(firstCover, 3);
+    ASSERT_TRUE(screen.waitForRest());
+    EXPECT_NE(screen.picture(), found);
+    screen.save("xvfb-menu");
+    for (int i = 0; i < 4; ++i)
+        screen.key("Down"); // past Play, Setup and Variants
+    screen.key("Return");
+    const QString keeper = QStringLiteral("The Keeper of Gull Rock");
+    EXPECT_TRUE(eventually([&] { return favourites() == QStringList{keeper}; }, 10'000))
+        << "the search found another game, or the menu does not do what it says";
+
+    screen.key("ctrl+f");
+    screen.key("Escape"); // empties the field
+    screen.key("Escape"); // and leaves it
+    ASSERT_TRUE(screen.waitForRest());
+    screen.key("Home");
+    screen.key("ctrl+d");
+    EXPECT_TRUE(eventually([&] { return favourites().size() == 2; }, 10'000));
+    QStringList first = favourites();
+    first.removeOne(keeper);
+    screen.key("Right");
+    screen.key("ctrl+d");
+    EXPECT_TRUE(eventually([&] { return favourites().size() == 3; }, 10'000)) << "the arrow selected no other game";
+    screen.key("Left");
+    screen.key("ctrl+d");
+    EXPECT_TRUE(eventually([&] { return favourites().size() == 2; }, 10'000));
+    EXPECT_FALSE(favourites().contains(first.value(0))) << "left is not where right came from";
+    screen.save("xvfb-end");
+
+    screen.key("ctrl+q");
+    EXPECT_TRUE(eventually([&] { return window->hasEnded(); }, 10'000)) << "the program does not quit";
+}
+
+} // namespace
+
+} // namespace ludarium::test
