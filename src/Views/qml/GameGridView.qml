@@ -26,6 +26,8 @@ GridView {
     topMargin: Theme.space16
     bottomMargin: Theme.space16
     boundsBehavior: Flickable.StopAtBounds
+    // A cell that leaves the screen becomes one that comes: making one anew takes a few milliseconds.
+    reuseItems: true
     keyNavigationEnabled: false
     highlightFollowsCurrentItem: false
     currentIndex: -1
