@@ -1,10 +1,19 @@
 #include "Views/CoverStore.h"
 
+#include <atomic>
+
 namespace ludarium {
+
+namespace {
+
+/// Counted over all stores: Qt Quick keeps pictures by their address for the whole process.
+std::atomic<int> lastGeneration{0};
+
+} // namespace
 
 void CoverStore::setCollection(const QString &collection) {
     const QMutexLocker lock(&m_mutex);
-    ++m_generation;
+    m_generation = ++lastGeneration;
     m_collection = collection;
     m_numbers.clear();
     m_games.clear();

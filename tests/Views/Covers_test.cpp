@@ -186,6 +186,7 @@ TEST(ThumbnailCaching, AsksWhenCoversAreSlowAndDoesWhatIsAnswered) {
     for (const auto &[answer, copies, silenced] :
          {Case{0, true, false}, Case{1, false, true}, Case{2, false, false}, Case{-1, false, false}}) {
         DesktopFixture fixture;
+        fixture.host.settings.remove(Settings::dismissSlowLoadAlertPermanently);
         ASSERT_TRUE(fixture.load());
         const auto slow = [&] { fixture.host.notifications.post(Notifications::slowLoadDetected); };
         slow();

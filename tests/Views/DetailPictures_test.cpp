@@ -1,6 +1,4 @@
 #include "Host/Async.h"
-#include "Host/Settings.h"
-#include "Host/SettingsStore.h"
 #include "Services/Library/GameLibrary.h"
 #include "support/DesktopFixture.h"
 #include "support/DetailCollection.h"
@@ -50,9 +48,7 @@ void PrintTo(const Shot &shot, std::ostream *out) {
     *out << shot.name;
 }
 
-/// Pictures come slowly enough here for the question whether to cache them.
 void begin(DesktopFixture &fixture, QSize size) {
-    fixture.host.settings.setValue(Settings::dismissSlowLoadAlertPermanently, true);
     fixture.window(size);
     fixture.desktop.start()->begin();
     ASSERT_TRUE(waitUntil([&] { return !fixture.desktop.start()->isVisible(); }));

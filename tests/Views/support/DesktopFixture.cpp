@@ -1,6 +1,8 @@
 #include "support/DesktopFixture.h"
 
 #include "App/LaunchDatabases.h"
+#include "Host/Settings.h"
+#include "Host/SettingsStore.h"
 #include "Services/Library/GameLibrary.h"
 #include "support/DetailCollection.h"
 #include "support/FixtureCollection.h"
@@ -19,6 +21,8 @@ DesktopFixture::DesktopFixture(bool systemClock)
       emulators(host), state(host, emulators, LaunchDatabases(host)), desktop(state, dialogs, *AppLogger::shared()) {
     desktop.appearance()->showReducedMotion(true);
     desktop.start()->setAsking(false);
+    // Covers may come slowly enough here for the question whether to cache them.
+    host.settings.setValue(Settings::dismissSlowLoadAlertPermanently, true);
 }
 
 DesktopFixture::~DesktopFixture() {
