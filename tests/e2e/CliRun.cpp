@@ -104,7 +104,8 @@ CliResult CliRun::runProgram(const QString &program, const QStringList &argument
     process.start(program, arguments);
     process.closeWriteChannel(); // a question finds nobody to answer it
     CliResult result;
-    if (process.waitForFinished(60'000) && process.exitStatus() == QProcess::NormalExit)
+    // Packing a build with sanitizers, whose programs have 200 MB, takes a minute.
+    if (process.waitForFinished(240'000) && process.exitStatus() == QProcess::NormalExit)
         result.status = process.exitCode();
     result.output = process.readAllStandardOutput();
     result.errors = process.readAllStandardError();
