@@ -3,10 +3,9 @@
 #include "support/DesktopFixture.h"
 #include "support/DetailCollection.h"
 #include "support/FixtureCollection.h"
+#include "support/Picture.h"
 
-#include <QDir>
 #include <QQuickItem>
-#include <QSet>
 #include <gtest/gtest.h>
 
 namespace ludarium::test {
@@ -14,16 +13,7 @@ namespace ludarium::test {
 namespace {
 
 void take(DesktopFixture &fixture, const QString &name, QSize size = {1280, 800}) {
-    QQuickWindow &window = fixture.window(size);
-    const QImage image = fixture.picture(window);
-    const QString folder = QStringLiteral(LUDARIUM_BINARY_DIR "/screenshots");
-    QDir().mkpath(folder);
-    ASSERT_TRUE(image.save(folder + QLatin1Char('/') + name + QStringLiteral(".png")));
-    QSet<QRgb> colors;
-    for (int y = 0; y < image.height(); y += 7)
-        for (int x = 0; x < image.width(); x += 7)
-            colors.insert(image.pixel(x, y));
-    EXPECT_GT(colors.size(), 12) << qPrintable(name) << " is all but empty";
+    takePicture(fixture, fixture.window(size), name);
 }
 
 /// The first item below `item` of a QML type.
