@@ -6,6 +6,7 @@
 #include "Host/Workspace.h"
 #include "Services/Artwork/ImageLoader.h"
 #include "Services/Library/GameLibrary.h"
+#include "Views/BadgeImageProvider.h"
 #include "Views/CoverImageProvider.h"
 #include "Views/DesktopColorScheme.h"
 #include "Views/GalleryImageProvider.h"
@@ -61,6 +62,7 @@ void Desktop::installInto(QQmlEngine &engine) {
     engine.addImageProvider(QStringLiteral("gallery"), gallery);
     m_pictureProviders = {covers, gallery};
     engine.addImageProvider(QStringLiteral("icon"), new IconImageProvider);
+    engine.addImageProvider(QStringLiteral("badge"), new BadgeImageProvider);
 }
 
 int Desktop::pendingPictures() const {

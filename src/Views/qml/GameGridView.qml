@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Window
 import QtQuick.Controls.Basic
 import Ludarium
 
@@ -16,7 +17,6 @@ GridView {
         return App.browse.gridColumns(gridWidth);
     }
     readonly property real coverWidth: cellWidth - Theme.space16
-
     // At `item`, or at the mouse when there is none.
     signal menuWanted(item: Item)
 
@@ -38,8 +38,37 @@ GridView {
     Accessible.role: Accessible.List
     Accessible.name: qsTr("Games")
 
-    delegate: GameCell {}
+    delegate: GameCell {
+        grid: shared
+    }
     ScrollBar.vertical: AppScrollBar {}
+
+    GridState {
+        id: shared
+
+        cellWidth: grid.cellWidth
+        cellHeight: grid.cellHeight
+        coverWidth: grid.coverWidth
+        focused: grid.activeFocus
+        hoveredIndex: mouse.hoveredIndex
+        pixelRatio: grid.Screen.devicePixelRatio
+        onCoverWidthChanged: requestWidth === 0 ? resized.triggered() : resized.restart()
+        onPixelRatioChanged: resized.restart()
+    }
+    // Not every width that the dragged edge of a window goes through is asked for.
+    Timer {
+        id: resized
+
+        interval: 150
+        onTriggered: shared.requestWidth = Math.round(shared.coverWidth * shared.pixelRatio)
+    }
+    GridMouse {
+        id: mouse
+
+        grid: grid
+        coverWidth: grid.coverWidth
+        onMenuWanted: grid.menuWanted(null)
+    }
 
     GameKeys {
         id: keys
