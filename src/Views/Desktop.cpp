@@ -11,6 +11,7 @@
 #include "Views/DesktopColorScheme.h"
 #include "Views/GalleryImageProvider.h"
 #include "Views/IconImageProvider.h"
+#include "Views/PlaceholderImageProvider.h"
 
 #include <QFileInfo>
 #include <QPointer>
@@ -63,6 +64,7 @@ void Desktop::installInto(QQmlEngine &engine) {
     m_pictureProviders = {covers, gallery};
     engine.addImageProvider(QStringLiteral("icon"), new IconImageProvider);
     engine.addImageProvider(QStringLiteral("badge"), new BadgeImageProvider);
+    engine.addImageProvider(QStringLiteral("placeholder"), new PlaceholderImageProvider);
 }
 
 int Desktop::pendingPictures() const {
