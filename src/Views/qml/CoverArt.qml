@@ -69,13 +69,13 @@ Item {
         verticalAlignment: Image.AlignBottom
         opacity: 0
         Accessible.ignored: true
+    }
+    NumberAnimation {
+        id: fade
 
-        NumberAnimation on opacity {
-            id: fade
-
-            running: false
-            to: 1
-            duration: Theme.slow
-        }
+        target: picture
+        property: "opacity"
+        to: 1
+        duration: Theme.slow
     }
 }

@@ -14,6 +14,7 @@ Item {
     required property string initials
     required property real hue
     required property bool favorite
+    required property int variants
     required property string badges
     required property string spoken
 

@@ -39,7 +39,7 @@ GridView {
     Accessible.name: qsTr("Games")
 
     delegate: GameCell {
-        grid: shared
+        grid: shared // qmllint disable unqualified
     }
     ScrollBar.vertical: AppScrollBar {}
 

@@ -53,8 +53,8 @@ QtObject {
     readonly property color badgeGood: "#8ce5a8"
     readonly property color badgeStar: "#ffd166"
 
-    readonly property string badgeSource: "image://badge/" + [badge, coverText, badgeGood].map(bare).join("/") + "/"
-    readonly property string badgeStarSource: "image://badge/" + [badge, badgeStar, badgeGood].map(bare).join("/") + "/favorite"
+    readonly property string badgeSource: "image://badge/" + bare(badge) + "/" + bare(coverText) + "/" + bare(badgeGood) + "/"
+    readonly property string badgeStarSource: "image://badge/" + bare(badge) + "/" + bare(badgeStar) + "/" + bare(badgeGood) + "/favorite"
 
     // Placeholder covers: the title's own hue, dark enough for white letters whatever it is.
     function coverColor(hue: real): color {
