@@ -54,7 +54,6 @@ Item {
             color: Theme.coverText
             font.pixelSize: Math.max(14, parent.width * 0.26)
             font.weight: Font.Medium
-            opacity: 0.9
             Accessible.ignored: true
         }
         AppText {
@@ -69,7 +68,6 @@ Item {
             horizontalAlignment: Text.AlignHCenter
             wrapMode: Text.Wrap
             maximumLineCount: 2
-            opacity: 0.85
             Accessible.ignored: true
         }
     }
