@@ -65,6 +65,8 @@ GridView {
         interval: 0
         onTriggered: grid.showSelection()
     }
+    // A new margin alone does not move what is on screen.
+    onLeftMarginChanged: contentX = -leftMargin
     // A change of the columns moves every cell.
     onWidthChanged: settled.restart()
     onCellHeightChanged: settled.restart()

@@ -263,6 +263,20 @@ TestCase {
         App.appearance.textScale = 1;
         compare(clipped, []);
     }
+    function test_theGridStaysWholeWhenTextGrowsAndShrinks() {
+        window.detailShown = false;
+        App.browse.gridSize = "Small";
+        App.browse.currentRow = 20;
+        const places = [];
+        for (const scale of [1, 2, 1.3, 1]) {
+            App.appearance.textScale = scale;
+            wait(50);
+            const last = view().itemAtIndex(Math.floor(20 / view().columns) * view().columns + view().columns - 1);
+            places.push(view().contentX === -view().leftMargin && last.mapToItem(view(), last.width, 0).x <= view().width);
+        }
+        window.detailShown = true;
+        compare(places, [true, true, true, true]);
+    }
     function test_theSliderSetsTheSizeOfTheCells() {
         const slider = find(window.contentItem, item => item instanceof GridSizeSlider);
         // With as much room as there is: cells are widened to fill a row, which can hide a step.
