@@ -10,6 +10,7 @@
 #include "Views/DesktopColorScheme.h"
 #include "Views/GalleryImageProvider.h"
 #include "Views/IconImageProvider.h"
+#include "Views/PlaceholderImageProvider.h"
 
 #include <QFileInfo>
 #include <QPointer>
@@ -64,6 +65,7 @@ void Desktop::installInto(QQmlEngine &engine) {
     engine.addImageProvider(QStringLiteral("gallery"), gallery);
     m_pictureProviders = {covers, gallery};
     engine.addImageProvider(QStringLiteral("icon"), new IconImageProvider);
+    engine.addImageProvider(QStringLiteral("placeholder"), new PlaceholderImageProvider);
 }
 
 int Desktop::pendingPictures() const {

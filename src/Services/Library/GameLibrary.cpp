@@ -72,7 +72,8 @@ void GameLibrary::replaceGame(qsizetype position, const std::function<void(Game 
     auto changed = std::make_shared<Game>(*m_games[position]);
     change(*changed);
     const QString id = changed->id;
-    m_games[position] = std::move(changed);
+    const GamePtr old = std::exchange(m_games[position], std::move(changed));
+    Q_EMIT gameReplaced(position, old);
     Q_EMIT gamesChanged();
     Q_EMIT gameChanged(id);
 }

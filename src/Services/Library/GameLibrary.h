@@ -92,6 +92,8 @@ class GameLibrary : public QObject {
     bool skipInstallCheck() const;
 
   Q_SIGNALS:
+    /// One game's record was replaced, which was `old`; comes before `gamesChanged`.
+    void gameReplaced(qsizetype position, const ludarium::GamePtr &old);
     /// The list was replaced as a whole, or games in it were.
     void gamesChanged();
     /// One game's record was replaced; follows `gamesChanged`.
