@@ -56,16 +56,12 @@ QtObject {
     readonly property color badgeGood: "#8ce5a8"
     readonly property color badgeStar: "#ffd166"
 
-    readonly property string badgeSource: "image://badge/" + bare(badge) + "/" + bare(coverText) + "/" + bare(badgeGood) + "/"
-    readonly property string badgeStarSource: "image://badge/" + bare(badge) + "/" + bare(badgeStar) + "/" + bare(badgeGood) + "/favorite"
+    readonly property string badgeSource: "image://badge/" + badge.toString().slice(1) + "/" + coverText.toString().slice(1) + "/" + badgeGood.toString().slice(1) + "/"
+    readonly property string badgeStarSource: "image://badge/" + badge.toString().slice(1) + "/" + badgeStar.toString().slice(1) + "/" + badgeGood.toString().slice(1) + "/favorite"
 
     // Placeholder covers: the title's own hue, dark enough for white letters whatever it is.
     function coverColor(hue: real): color {
         return Qt.hsla(hue, 0.3, 0.27, 1);
-    }
-    // As addresses of pictures hold colours.
-    function bare(token: color): string {
-        return token.toString().slice(1);
     }
 
     readonly property int space4: 4
