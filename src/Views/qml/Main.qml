@@ -15,6 +15,7 @@ ApplicationWindow {
     readonly property StatisticsWindow statisticsWindow: statistics.item as StatisticsWindow
     readonly property FirstRunSetupView assistant: firstRun
     readonly property FolderPickerView folderPicker: picker
+    readonly property alias commands: commands
 
     width: 1280
     height: 800
@@ -56,6 +57,19 @@ ApplicationWindow {
         browsePage.search.selectAll();
     }
 
+    // A control that is hidden, by what it does or by another, keeps the keyboard out of sight.
+    readonly property bool keyboardSeen: activeFocusItem?.visible ?? false
+    onKeyboardSeenChanged: catcher.restart()
+    Timer {
+        id: catcher
+
+        interval: 0
+        onTriggered: {
+            if (window.active && !window.keyboardSeen)
+                browsePage.focusGames();
+        }
+    }
+
     function filterSidebar() {
         App.sidebar.shown = true;
         sidebar.focusFilter();
@@ -64,7 +78,6 @@ ApplicationWindow {
     Commands {
         id: commands
 
-        sheetOpen: firstRun.visible || picker.visible
         onSearchWanted: window.focusSearch()
         onSidebarFilterWanted: window.filterSidebar()
         onDetailsToggled: browsePage.detailToggled()
@@ -83,6 +96,8 @@ ApplicationWindow {
 
         anchors.fill: parent
         orientation: Qt.Horizontal
+        // From wherever the keyboard is in the window, back to the games.
+        Keys.onEscapePressed: event => event.accepted = browsePage.focusGames()
         onResizingChanged: {
             if (!resizing && sidebar.visible && Math.abs(sidebar.width - sidebar.wantedWidth) >= 1)
                 App.sidebar.width = Math.round(sidebar.width / sidebar.scaling);
