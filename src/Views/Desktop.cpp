@@ -46,7 +46,10 @@ Desktop::Desktop(AppState &state, QmlDialogs &dialogs, AppLogger &logger, QObjec
     connect(&m_log, &LogModel::copied, this, [this] { Q_EMIT toast(QStringLiteral("Log copied to the clipboard")); });
     connect(&m_settings, &SettingsCatalog::toast, this, &Desktop::toast);
     connect(&m_settings, &SettingsCatalog::thumbnailsWanted, &m_thumbnails, &ThumbnailCaching::start);
-    connect(&m_emulators, &EmulatorListModel::toast, this, &Desktop::toast);
+    connect(&m_settings, &SettingsCatalog::warned, this, &Desktop::warned);
+    connect(&m_emulators, &EmulatorListModel::warned, this, &Desktop::warned);
+    connect(&m_thumbnails, &ThumbnailCaching::warned, this, &Desktop::warned);
+    connect(&state.gameLibrary(), &GameLibrary::userDataRefused, this, &Desktop::warned);
     libraryErrorChanged();
 }
 
@@ -121,7 +124,7 @@ void Desktop::openDropped(const QList<QUrl> &urls) {
     if (urls.size() == 1 && urls.first().isLocalFile())
         spawn(openIfFolder(urls.first().toLocalFile()), "opening a dropped folder");
     else
-        Q_EMIT toast(tr("Drop one folder to open it as a collection"));
+        Q_EMIT warned(tr("Drop one folder to open it as a collection"));
 }
 
 QCoro::Task<> Desktop::openIfFolder(QString path) {
@@ -133,7 +136,7 @@ QCoro::Task<> Desktop::openIfFolder(QString path) {
     if (isFolder)
         openCollection(path);
     else
-        Q_EMIT toast(tr("Drop one folder to open it as a collection"));
+        Q_EMIT warned(tr("Drop one folder to open it as a collection"));
 }
 
 void Desktop::copyText(const QString &text) {
