@@ -16,7 +16,7 @@ class CoverImageProvider : public PictureProvider {
     enum class Place { grid, coverflow };
 
     /// `images` must outlive it.
-    CoverImageProvider(ImageLoader &images, std::shared_ptr<CoverStore> store, Place place);
+    CoverImageProvider(ImageLoader &images, std::shared_ptr<CoverStore> store, Place place = Place::grid);
     ~CoverImageProvider() override;
 
     /// The picture scaled to fit `box`, with round corners of `radius` pixels.
