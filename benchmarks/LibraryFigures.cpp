@@ -186,6 +186,37 @@ QList<Figure> favouriteFigures(GameLibrary &library, const QString &folder) {
     return {figure, {QStringLiteral("  processor time of the same"), median(own), figure.unit, {}, 0, 0, 1}};
 }
 
+QList<Figure> browsedChangeFigures(GameLibrary &library, LibraryBrowser &browser) {
+    constexpr int rounds = 200;
+    Figure groups{QStringLiteral("groups and counts after a toggled favourite"),
+                  0,
+                  QStringLiteral("ms"),
+                  QStringLiteral("a copy of the list of groups"),
+                  0,
+                  0,
+                  4};
+    const BrowseQuery query;
+    const auto copy = [&](const QList<GameGroup> &list) {
+        QList<GameGroup> copied = list;
+        copied.detach();
+        use(copied);
+    };
+    groups.floor = bestOf(30, [&] { copy(browser.filteredGameGroups(query)); }).wall;
+    QList<double> times;
+    for (int i = 0; i < rounds; ++i) {
+        // As a view that shows the groups holds them.
+        QList<GameGroup> shown = browser.filteredGameGroups(query);
+        browser.counts();
+        library.toggleFavorite(library.games()[i * 7 % library.games().size()]->id);
+        times.append(measured([&] {
+                         shown = browser.filteredGameGroups(query);
+                         use(browser.counts());
+                     }).wall);
+    }
+    groups.value = median(times);
+    return {groups};
+}
+
 QList<Figure> downloadIndexFigures() {
     constexpr int archives = 15'000;
     constexpr int titles = 10'000;

@@ -15,6 +15,8 @@ QList<Figure> searchFigures(GameLibrary &library, LibraryBrowser &browser);
 QList<Figure> statusFigures(GameLibrary &library);
 QList<Figure> countFigures(GameLibrary &library, LibraryBrowser &browser);
 QList<Figure> favouriteFigures(GameLibrary &library, const QString &folder);
+/// The lists of the main view and the counts of the sidebar after one game has changed.
+QList<Figure> browsedChangeFigures(GameLibrary &library, LibraryBrowser &browser);
 /// 10,000 titles against an index of 15,000 archives; does not depend on the library.
 QList<Figure> downloadIndexFigures();
 

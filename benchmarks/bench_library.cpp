@@ -161,6 +161,7 @@ QList<Figure> measureAll(int games, int rounds) {
     figures += countFigures(library, browser);
     figures += downloadIndexFigures();
     figures += favouriteFigures(library, folder.path());
+    figures += browsedChangeFigures(library, browser);
     figures += memoryFigures(home, collection, cache);
     printFigures(QStringLiteral("%1 games, %2 MB of cache; best of %3 rounds for whole programs")
                      .arg(games)

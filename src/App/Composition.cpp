@@ -53,7 +53,7 @@ struct Composition::Private {
     SystemClock clock;
     LocalProcessRunner processes;
     CurlHttpClient http;
-    std::unique_ptr<SettingsStore> settings;
+    std::unique_ptr<SqliteSettingsStore> settings;
     std::unique_ptr<Workspace> workspace;
     std::unique_ptr<Dialogs> dialogs;
     SystemTerminal terminal;
@@ -100,6 +100,9 @@ AppLogger &Composition::logger() {
 }
 EmulatorManager &Composition::emulators() {
     return *d->emulators;
+}
+QString Composition::settingsNotice() const {
+    return d->settings->notice();
 }
 AppState &Composition::appState() {
     return *d->appState;

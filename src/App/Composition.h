@@ -30,6 +30,8 @@ class Composition {
     AppLogger &logger();
     EmulatorManager &emulators();
     AppState &appState();
+    /// What the user has to know of the settings store, such as that nothing can be saved; mostly empty.
+    QString settingsNotice() const;
 
   private:
     struct Private;

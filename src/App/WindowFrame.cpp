@@ -6,6 +6,20 @@
 
 namespace ludarium::WindowFrame {
 
+namespace {
+
+/// No user makes a window this many times as large as all screens together: it was as large as screens that are gone.
+constexpr double largestShare = 2;
+
+bool isFarTooLarge(const QRectF &frame, const QList<QRectF> &screens) {
+    QRectF all;
+    for (const QRectF &screen : screens)
+        all |= screen;
+    return frame.width() > largestShare * all.width() || frame.height() > largestShare * all.height();
+}
+
+} // namespace
+
 QByteArray toText(const QRectF &frame) {
     const auto number = [](double value) { return QByteArray::number(value, 'g', 15); };
     return "{{" + number(frame.x()) + ", " + number(frame.y()) + "}, {" + number(frame.width()) + ", " +
@@ -33,7 +47,7 @@ std::optional<QRectF> fromText(const QByteArray &text) {
 QRectF onScreen(const QRectF &frame, const QList<QRectF> &screens) {
     const bool visible =
         std::any_of(screens.begin(), screens.end(), [&](const QRectF &screen) { return screen.intersects(frame); });
-    if (visible || screens.isEmpty())
+    if (screens.isEmpty() || (visible && !isFarTooLarge(frame, screens)))
         return frame;
     const QRectF main = screens.first();
     QRectF moved(frame.topLeft(),

@@ -6,6 +6,7 @@
 #include "Host/HostPaths.h"
 #include "Host/SingleInstance.h"
 #include "Views/Desktop.h"
+#include "Views/DesktopNotification.h"
 #include "Views/DesktopOptions.h"
 #include "Views/DesktopWorkspace.h"
 #include "Views/GamepadKeys.h"
@@ -84,7 +85,10 @@ int runDesktop(const DesktopOptions &options) {
     if (!picture && !instance.tryBecomePrimary()) {
         if (instance.sendToPrimary(handoverOf(options).message()))
             return EXIT_SUCCESS;
-        std::fputs("Ludarium is running already but does not answer.\n", stderr);
+        // Who started the program from a desktop does not see what it writes.
+        constexpr char problem[] = "Ludarium is running already but does not answer.";
+        std::fprintf(stderr, "%s\n", problem);
+        showDesktopNotification(QStringLiteral("Ludarium"), QString::fromLatin1(problem));
         return EXIT_FAILURE;
     }
     auto ownedDialogs = std::make_unique<QmlDialogs>();
@@ -113,7 +117,8 @@ int runDesktop(const DesktopOptions &options) {
     if (options.size)
         window->resize(*options.size);
     else if (const std::optional<QRectF> saved = picture ? std::nullopt : frame.restore(usableScreens()))
-        window->setGeometry(saved->toRect());
+        window->setGeometry(
+            QRect(saved->topLeft().toPoint(), saved->size().toSize().expandedTo(window->minimumSize())));
     window->show();
     if (!picture)
         frame.startObserving(*window);
@@ -127,6 +132,7 @@ int runDesktop(const DesktopOptions &options) {
     openFirstCollection(state, options.folder);
     // A picture shows the library, not a question.
     desktop.start()->setAsking(!picture);
+    desktop.start()->setNotice(composition.settingsNotice());
     desktop.start()->begin();
 
     Gamepad gamepad;

@@ -78,6 +78,13 @@ void SqliteSettingsStore::open() {
     }
 }
 
+QString SqliteSettingsStore::notice() const {
+    if (m_problem.isEmpty())
+        return m_repair;
+    return QStringLiteral("The settings cannot be saved: %1. What you change now holds until the program ends.\n\n%2")
+        .arg(m_problem, m_file);
+}
+
 bool SqliteSettingsStore::lock(bool alone) {
     if (m_lock < 0)
         m_lock =
@@ -139,6 +146,7 @@ void SqliteSettingsStore::restore(const QString &damage) {
             setAsideCorrupt(generation.file);
         }
     }
+    QString keptAside;
     for (const char *suffix : {"-wal", "-shm", ""}) {
         const QString part = m_file + QLatin1String(suffix);
         if (!QFileInfo::exists(part))
@@ -147,14 +155,22 @@ void SqliteSettingsStore::restore(const QString &damage) {
         if (aside.isEmpty())
             throw SqliteError(SQLITE_CANTOPEN, QStringLiteral("the damaged file could not be set aside"));
         Log::info(QStringLiteral("The damaged file was set aside as %1").arg(aside));
+        keptAside = QStringLiteral("\n\nThe damaged file was set aside as %1").arg(aside);
     }
     if (image.isEmpty()) {
         Log::warning(QStringLiteral("⚠️ No kept settings can be restored; the defaults hold"));
+        m_repair =
+            QStringLiteral("The settings were damaged and no kept copy could be read, so that they start anew.") +
+            keptAside;
         return;
     }
     if (const QString problem = writeAtomically(m_file, image, true); !problem.isEmpty())
         throw SqliteError(SQLITE_CANTOPEN, problem);
     Log::warning(QStringLiteral("⚠️ The settings of %1 were restored").arg(source));
+    m_repair =
+        QStringLiteral("The settings were damaged. A kept copy took their place; what was changed since then may "
+                       "be missing.") +
+        keptAside;
 }
 
 void SqliteSettingsStore::readWithoutWriting() {

@@ -35,6 +35,9 @@ class SqliteSettingsStore : public SettingsStore {
     QString file() const { return m_file; }
     /// Why the store cannot be written, empty when it can.
     QString problem() const { return m_problem; }
+    /// What a person should know of how the store was opened: that nothing can be kept, or that it was damaged. Empty
+    /// when all is well.
+    QString notice() const;
 
   private:
     // --- opening
@@ -73,6 +76,7 @@ class SqliteSettingsStore : public SettingsStore {
     const QString m_folder;
     const QString m_file;
     QString m_problem;
+    QString m_repair; ///< what became of a damaged store
     int m_lock = -1;
     std::unique_ptr<SettingsDatabase> m_database;
     std::unique_ptr<QFileSystemWatcher> m_watcher;

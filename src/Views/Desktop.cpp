@@ -10,6 +10,7 @@
 #include "Views/DesktopColorScheme.h"
 #include "Views/GalleryImageProvider.h"
 #include "Views/IconImageProvider.h"
+#include "Views/PlaceholderImageProvider.h"
 
 #include <QFileInfo>
 #include <QPointer>
@@ -45,7 +46,10 @@ Desktop::Desktop(AppState &state, QmlDialogs &dialogs, AppLogger &logger, QObjec
     connect(&m_log, &LogModel::copied, this, [this] { Q_EMIT toast(QStringLiteral("Log copied to the clipboard")); });
     connect(&m_settings, &SettingsCatalog::toast, this, &Desktop::toast);
     connect(&m_settings, &SettingsCatalog::thumbnailsWanted, &m_thumbnails, &ThumbnailCaching::start);
-    connect(&m_emulators, &EmulatorListModel::toast, this, &Desktop::toast);
+    connect(&m_settings, &SettingsCatalog::warned, this, &Desktop::warned);
+    connect(&m_emulators, &EmulatorListModel::warned, this, &Desktop::warned);
+    connect(&m_thumbnails, &ThumbnailCaching::warned, this, &Desktop::warned);
+    connect(&state.gameLibrary(), &GameLibrary::userDataRefused, this, &Desktop::warned);
     libraryErrorChanged();
 }
 
@@ -64,6 +68,7 @@ void Desktop::installInto(QQmlEngine &engine) {
     engine.addImageProvider(QStringLiteral("gallery"), gallery);
     m_pictureProviders = {covers, coverflow, gallery};
     engine.addImageProvider(QStringLiteral("icon"), new IconImageProvider);
+    engine.addImageProvider(QStringLiteral("placeholder"), new PlaceholderImageProvider);
 }
 
 int Desktop::pendingPictures() const {
@@ -122,7 +127,7 @@ void Desktop::openDropped(const QList<QUrl> &urls) {
     if (urls.size() == 1 && urls.first().isLocalFile())
         spawn(openIfFolder(urls.first().toLocalFile()), "opening a dropped folder");
     else
-        Q_EMIT toast(tr("Drop one folder to open it as a collection"));
+        Q_EMIT warned(tr("Drop one folder to open it as a collection"));
 }
 
 QCoro::Task<> Desktop::openIfFolder(QString path) {
@@ -134,7 +139,7 @@ QCoro::Task<> Desktop::openIfFolder(QString path) {
     if (isFolder)
         openCollection(path);
     else
-        Q_EMIT toast(tr("Drop one folder to open it as a collection"));
+        Q_EMIT warned(tr("Drop one folder to open it as a collection"));
 }
 
 void Desktop::copyText(const QString &text) {

@@ -101,6 +101,8 @@ class Desktop : public QObject {
   Q_SIGNALS:
     /// A short note about finished work.
     void toast(const QString &text);
+    /// A short note about something that did not happen.
+    void warned(const QString &text);
     /// A folder was chosen; it loads now.
     void collectionOpened();
 

@@ -4,6 +4,9 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QPalette>
 
 namespace ludarium {
 
@@ -20,6 +23,10 @@ constexpr uint lightScheme = 2;
 } // namespace
 
 DesktopColorScheme::DesktopColorScheme(QObject *parent) : QObject(parent) {
+    qApp->installEventFilter(this);
+    // There the palette is the system's from the first moment on; elsewhere it may be nobody's choice.
+    if (QGuiApplication::platformName() == QLatin1StringView("cocoa"))
+        QMetaObject::invokeMethod(this, &DesktopColorScheme::followPalette, Qt::QueuedConnection);
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())
         return;
@@ -48,8 +55,23 @@ void DesktopColorScheme::settingChanged(const QString &group, const QString &key
 }
 
 void DesktopColorScheme::setScheme(uint scheme) {
+    m_scheme = scheme;
     if (scheme == darkScheme || scheme == lightScheme)
         Q_EMIT darkChanged(scheme == darkScheme);
+    else
+        followPalette();
+}
+
+void DesktopColorScheme::followPalette() {
+    constexpr int middle = 128;
+    Q_EMIT darkChanged(QGuiApplication::palette().color(QPalette::Window).lightness() < middle);
+}
+
+bool DesktopColorScheme::eventFilter(QObject *watched, QEvent *event) {
+    if (event->type() == QEvent::ApplicationPaletteChange && watched == qApp && m_scheme != darkScheme &&
+        m_scheme != lightScheme)
+        followPalette();
+    return QObject::eventFilter(watched, event);
 }
 
 } // namespace ludarium

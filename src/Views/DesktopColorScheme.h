@@ -5,12 +5,15 @@
 
 namespace ludarium {
 
-/// Whether the desktop asks for dark or light, as its portal tells it (GNOME, KDE and others). Without a portal, and
-/// for a desktop without a wish, there is no signal.
+/// Whether the desktop is dark or light. Its portal tells its wish (GNOME, KDE and others); "no wish", which is what
+/// GNOME says when it is light, means the look of the toolkit's palette, as does a change of that palette on a desktop
+/// that told nothing else. Without a portal and without a change there is no signal.
 class DesktopColorScheme : public QObject {
     Q_OBJECT
   public:
     explicit DesktopColorScheme(QObject *parent = nullptr);
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
 
   Q_SIGNALS:
     void darkChanged(bool dark);
@@ -20,6 +23,9 @@ class DesktopColorScheme : public QObject {
 
   private:
     void setScheme(uint scheme);
+    void followPalette();
+
+    uint m_scheme = 0;
 };
 
 } // namespace ludarium

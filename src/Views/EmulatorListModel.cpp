@@ -131,7 +131,7 @@ void EmulatorListModel::storePath(int row, const QString &path) {
         } catch (const SettingsError &error) {
             const QString reason = QString::fromUtf8(error.what());
             Log::error(QStringLiteral("Failed to save the path of an emulator: %1").arg(reason));
-            Q_EMIT toast(tr("The setting could not be saved: %1").arg(reason));
+            Q_EMIT warned(reason);
         }
     }
     rowsChanged();

@@ -45,7 +45,7 @@ class EmulatorListModel : public QAbstractListModel {
 
   Q_SIGNALS:
     void checkingChanged();
-    void toast(const QString &text);
+    void warned(const QString &text);
 
   private:
     QCoro::Task<> run();

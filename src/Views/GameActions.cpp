@@ -2,6 +2,7 @@
 
 #include "App/AppState.h"
 #include "Services/Launch/GameLauncher.h"
+#include "Services/Library/PlaySessionTracker.h"
 
 namespace ludarium {
 
@@ -20,7 +21,14 @@ LaunchMode primaryMode(const Game &game) {
 
 } // namespace
 
-GameActions::GameActions(AppState &state, QObject *parent) : QObject(parent), m_state(state) {}
+GameActions::GameActions(AppState &state, QObject *parent) : QObject(parent), m_state(state) {
+    connect(&state.sessionTracker(), &PlaySessionTracker::sessionChanged, this, &GameActions::changed);
+}
+
+bool GameActions::isRunning() const {
+    const GamePtr running = m_state.sessionTracker().currentGame();
+    return m_game && running && running->id == m_game->id;
+}
 
 void GameActions::setGame(const GamePtr &game) {
     m_game = game;
@@ -30,6 +38,8 @@ void GameActions::setGame(const GamePtr &game) {
 QString GameActions::primary() const {
     if (!m_game)
         return {};
+    if (isRunning())
+        return u"running"_s;
     switch (primaryMode(*m_game)) {
     case LaunchMode::install:
         return u"install"_s;
@@ -41,6 +51,8 @@ QString GameActions::primary() const {
 }
 
 QString GameActions::primaryReason() const {
+    if (isRunning())
+        return u"The game is running"_s;
     return m_game ? m_state.gameLauncher().whyNotLaunched(*m_game, primaryMode(*m_game)) : QString();
 }
 

@@ -24,7 +24,7 @@ class GameActions : public QObject {
     /// Null for no game.
     void setGame(const GamePtr &game);
 
-    /// "play", "install" or "download"; empty without a game.
+    /// "play", "install" or "download", or "running" while the game does; empty without a game.
     QString primary() const;
     QString primaryReason() const;
     /// For people; empty when it is not known.
@@ -36,6 +36,8 @@ class GameActions : public QObject {
     void changed();
 
   private:
+    bool isRunning() const;
+
     AppState &m_state;
     GamePtr m_game;
 };

@@ -14,9 +14,18 @@ namespace ludarium {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+constexpr int writingPause = 1000; ///< milliseconds after the last key
+
+} // namespace
+
 GameDetail::GameDetail(AppState &state, std::shared_ptr<CoverStore> covers, QObject *parent)
     : QObject(parent), m_state(state), m_covers(std::move(covers)), m_media(state), m_variants(state), m_extras(state),
       m_actions(state) {
+    m_writingPause.setSingleShot(true);
+    m_writingPause.setInterval(writingPause);
+    connect(&m_writingPause, &QTimer::timeout, this, &GameDetail::keepNotes);
     connect(&state, &AppState::selectionChanged, this, &GameDetail::refresh);
     connect(&state.gameLibrary(), &GameLibrary::gamesChanged, this, &GameDetail::refresh);
     connect(&state.gameLibrary(), &GameLibrary::userDataChanged, this, &GameDetail::changed);
@@ -33,8 +42,10 @@ void GameDetail::refresh() {
     if (game == m_game)
         return;
     const bool another = !m_game || !game || m_game->id != game->id;
-    if (another)
+    if (another) {
         saveNotes();
+        m_writtenNotes.reset();
+    }
     m_game = std::move(game);
     m_actions.setGame(m_game);
     if (another) {
@@ -103,14 +114,23 @@ QString GameDetail::notes() const {
 }
 
 void GameDetail::editNotes(const QString &text) {
-    if (m_game)
-        m_writtenNotes = text;
+    if (!m_game)
+        return;
+    m_writtenNotes = text;
+    m_writingPause.start();
+}
+
+bool GameDetail::keepNotes() {
+    m_writingPause.stop();
+    if (!m_game || !m_writtenNotes || *m_writtenNotes == m_state.gameLibrary().userData().notes(m_game->id))
+        return true;
+    return m_state.gameLibrary().setNotes(m_game->id, *m_writtenNotes);
 }
 
 void GameDetail::saveNotes() {
-    const std::optional<QString> written = std::exchange(m_writtenNotes, std::nullopt);
-    if (m_game && written && *written != m_state.gameLibrary().userData().notes(m_game->id))
-        m_state.gameLibrary().setNotes(m_game->id, *written);
+    // What was refused stays in the editor.
+    if (keepNotes())
+        m_writtenNotes.reset();
 }
 
 void GameDetail::narrowTo(const QString &kind, const QString &value) {

@@ -7,6 +7,7 @@
 #include "Views/GameVariants.h"
 
 #include <QObject>
+#include <QTimer>
 #include <QVariantList>
 #include <memory>
 #include <qqmlregistration.h>
@@ -65,7 +66,8 @@ class GameDetail : public QObject {
 
     /// Narrows the main view to a chip's or a fact's value and nothing else.
     Q_INVOKABLE void narrowTo(const QString &kind, const QString &value);
-    /// The notes as they are being written; kept by `saveNotes`, and when another game is selected before that.
+    /// The notes as they are being written; kept when the writing pauses, by `saveNotes`, and when another game is
+    /// selected before that.
     Q_INVOKABLE void editNotes(const QString &text);
     Q_INVOKABLE void saveNotes();
 
@@ -81,6 +83,8 @@ class GameDetail : public QObject {
 
   private:
     void refresh();
+    /// False when the store refused them.
+    bool keepNotes();
 
     AppState &m_state;
     std::shared_ptr<CoverStore> m_covers;
@@ -89,7 +93,8 @@ class GameDetail : public QObject {
     GameVariants m_variants;
     GameExtras m_extras;
     GameActions m_actions;
-    std::optional<QString> m_writtenNotes; ///< of `m_game`, not yet kept
+    std::optional<QString> m_writtenNotes; ///< of `m_game`, still being written
+    QTimer m_writingPause;
 };
 
 } // namespace ludarium

@@ -34,10 +34,11 @@ QVariant LogModel::data(const QModelIndex &index, int role) const {
     if (role == lineRole || role == Qt::DisplayRole)
         return line;
     if (role == levelRole) {
-        // The level stands in brackets near the start of a line.
-        const QStringView head = QStringView(line).left(64);
+        // The second of a line's brackets.
+        const qsizetype start = line.indexOf(QLatin1StringView("] ["));
+        const QStringView rest = start < 0 ? QStringView() : QStringView(line).sliced(start + 3);
         for (const char *level : {"ERROR", "WARN", "DEBUG"})
-            if (head.contains(QLatin1StringView(level)))
+            if (rest.startsWith(QLatin1StringView(level)))
                 return QString(QLatin1StringView(level).toString()).toLower();
         return QStringLiteral("info");
     }

@@ -35,7 +35,13 @@ QCoro::Task<> LogUpload::askAndUpload() {
         m_isAsking = false;
         if (button != 0)
             co_return;
-        m_host.settings.setValue(Settings::logUploadConsent, true);
+        try {
+            m_host.settings.setValue(Settings::logUploadConsent, true);
+        } catch (const SettingsError &error) {
+            // It holds for this upload; the next one asks again.
+            Log::warning(
+                QStringLiteral("The consent to uploads could not be saved: %1").arg(QString::fromUtf8(error.what())));
+        }
     }
     co_await performLogUpload();
 }

@@ -6,7 +6,9 @@
 #include "Host/Dialogs.h"
 #include "Host/Host.h"
 #include "Services/Library/GameLibrary.h"
+#include "Services/Library/LibraryBrowser.h"
 #include "Services/Library/PlatformGroupManager.h"
+#include "Views/GroupChange.h"
 
 #include <QPointer>
 #include <QVariantMap>
@@ -56,16 +58,8 @@ int PlatformCommands::place(const QString &id) const {
     return found == groups.cend() ? -1 : int(found - groups.cbegin());
 }
 
-/// The store may refuse a change, which then has not happened.
 void PlatformCommands::change(const std::function<void()> &what) {
-    try {
-        what();
-    } catch (const std::exception &error) {
-        const QString reason = QString::fromUtf8(error.what());
-        Log::error(QStringLiteral("Failed to save the platform groups: %1").arg(reason));
-        spawn(tell(m_state.host().dialogs, QStringLiteral("The group could not be saved"), reason),
-              "telling why a group was not saved");
-    }
+    changeGroups(m_state.host(), what);
 }
 
 void PlatformCommands::createGroup(const QString &name, const QString &platform) {
@@ -136,8 +130,7 @@ QCoro::Task<> PlatformCommands::askAndDeletePlatform(QString platform) {
     if (platform.isEmpty() || library.isLoading() || std::exchange(m_asking, true))
         co_return;
     const QPointer<PlatformCommands> self(this);
-    const auto games = std::count_if(library.games().cbegin(), library.games().cend(),
-                                     [&](const GamePtr &game) { return game->platform == platform; });
+    const int games = m_state.browser().counts().platforms.value(platform);
     const QString collection = library.collectionURL();
     Alert alert;
     alert.title = QStringLiteral("Delete Platform");

@@ -98,8 +98,7 @@ SettingItem *SettingsCatalog::item(const QString &key) const {
 
 SettingItem *SettingsCatalog::add(SettingItem::Description description) {
     auto *item = new SettingItem(std::move(description), this);
-    connect(item, &SettingItem::refused, this,
-            [this](const QString &reason) { Q_EMIT toast(tr("The setting could not be saved: %1").arg(reason)); });
+    connect(item, &SettingItem::refused, this, &SettingsCatalog::warned);
     m_items.append(item);
     return item;
 }

@@ -33,6 +33,8 @@ class SettingsCatalog : public QObject {
 
   Q_SIGNALS:
     void toast(const QString &text);
+    /// Something was not saved.
+    void warned(const QString &text);
     /// The user wants to see the assistant again.
     void assistantWanted();
     /// Copies of all covers are to be made now.
@@ -42,6 +44,7 @@ class SettingsCatalog : public QObject {
     using Kind = SettingItem::Kind;
     void addGeneral(Appearance &appearance);
     void addViews();
+    void addPlatformOrder(const QString &section);
     void addEmulators();
     void addDependencies();
     void addArtwork();

@@ -28,6 +28,10 @@ QString percent(double scale) {
     return QLocale().toString(qRound(scale * 100)) + QStringLiteral(" %");
 }
 
+// As they are stored.
+const QString platformsByName = QStringLiteral("alphabetical");
+const QString platformsByGameCount = QStringLiteral("byGameCount");
+
 constexpr double textScales[] = {1, 1.25, 1.5, 1.75, 2};
 
 } // namespace
@@ -157,8 +161,32 @@ void SettingsCatalog::addViews() {
                                       m_state.setGroupDuplicateGames(value.toBool());
                                       save();
                                   }});
+    addPlatformOrder(section);
     for (SettingItem *item : {mode, size, order, group})
         connect(&m_state, &AppState::viewSettingsChanged, item, &SettingItem::valueChanged);
+}
+
+void SettingsCatalog::addPlatformOrder(const QString &section) {
+    SettingsStore &settings = m_state.host().settings;
+    const QString byName = tr("By name");
+    const QString byCount = tr("By number of games");
+    add({.key = QString::fromUtf8(Settings::platformSortOrder.key),
+         .tab = general,
+         .section = section,
+         .label = tr("Order of platforms"),
+         .help = tr("How the sidebar sorts the platforms."),
+         .kind = Kind::choice,
+         .choices = {byName, byCount},
+         .defaultText = byName,
+         .read =
+             [&settings, byName, byCount] {
+                 return settings.value(Settings::platformSortOrder) == platformsByGameCount ? byCount : byName;
+             },
+         .write =
+             [&settings, byCount](const QVariant &value) {
+                 settings.setValue(Settings::platformSortOrder,
+                                   value.toString() == byCount ? platformsByGameCount : platformsByName);
+             }});
 }
 
 void SettingsCatalog::addEmulators() {
@@ -341,7 +369,7 @@ void SettingsCatalog::resetWarnings() {
         });
         Q_EMIT toast(tr("Every note will be shown once more"));
     } catch (const SettingsError &error) {
-        Q_EMIT toast(tr("The setting could not be saved: %1").arg(QString::fromUtf8(error.what())));
+        Q_EMIT warned(QString::fromUtf8(error.what()));
     }
 }
 
@@ -362,7 +390,7 @@ QCoro::Task<> SettingsCatalog::reset() {
         Log::info(QStringLiteral("The program was reset"));
         Q_EMIT toast(tr("Ludarium is reset. The next start is a first one."));
     } catch (const SettingsError &error) {
-        Q_EMIT toast(tr("The setting could not be saved: %1").arg(QString::fromUtf8(error.what())));
+        Q_EMIT warned(QString::fromUtf8(error.what()));
     }
 }
 

@@ -7,6 +7,8 @@
 #include "Host/Settings.h"
 #include "Host/SettingsStore.h"
 #include "Services/Library/GameLibrary.h"
+#include "Views/GroupChange.h"
+#include "Views/SidebarDrop.h"
 
 #include <QPointer>
 #include <algorithm>
@@ -130,9 +132,12 @@ void SidebarModel::refresh() {
     m_source.games = int(library.games().size());
     m_source.recentlyPlayed = int(library.recentlyPlayed().size());
     m_source.counts = m_state.browser().counts();
-    m_source.platforms.clear();
+    QStringList platforms;
     for (const Platform &platform : library.platforms())
-        m_source.platforms.append(platform.name);
+        platforms.append(platform.name);
+    // In the user's language sorting is slow: not again for every change of a game.
+    if (std::exchange(m_platforms, platforms) != platforms)
+        m_source.platforms = sortedByName(std::move(platforms));
     if (std::exchange(m_wholeChanges, 0) != 0) {
         m_source.playlists = library.playlists();
         spawn(countPlaylists(), "counting the games of the playlists");
@@ -148,20 +153,7 @@ QCoro::Task<> SidebarModel::countPlaylists() {
         co_return;
     }
     auto work = [games = m_state.gameLibrary().games(), playlists = m_source.playlists] {
-        QSet<QString> known;
-        known.reserve(games.size());
-        for (const GamePtr &game : games)
-            known.insert(game->id);
-        QHash<QString, int> counts;
-        for (const Playlist &playlist : playlists) {
-            QSet<QString> inside;
-            for (const QString &id : playlist.gameIds)
-                if (known.contains(id))
-                    inside.insert(id);
-            if (!counts.contains(playlist.id))
-                counts.insert(playlist.id, int(inside.size()));
-        }
-        return counts;
+        return playlistCounts(games, playlists);
     };
     QHash<QString, int> counts = co_await runOnPool(work);
     if (!self || generation != m_generation)
@@ -265,42 +257,9 @@ void SidebarModel::followSelection() {
         Q_EMIT currentKeyChanged();
 }
 
-namespace {
-
-/// What the main view is narrowed to when the row is chosen.
-BrowseQuery placeOf(const SidebarRow &row) {
-    BrowseQuery place;
-    switch (row.kind) {
-    case Kind::place:
-        place.favoritesOnly = row.id == QLatin1StringView("Favorites");
-        place.recentlyPlayed = row.id == QLatin1StringView("Recently Played");
-        place.installedOnly = row.id == QLatin1StringView("Installed");
-        break;
-    case Kind::collection:
-        place.smartCollectionId = row.id;
-        break;
-    case Kind::playlist:
-        place.playlistId = row.id;
-        break;
-    case Kind::platform:
-        place.platform = row.id;
-        break;
-    case Kind::section:
-    case Kind::group:
-        break;
-    }
-    return place;
-}
-
-bool hasGames(const SidebarRow &row) {
-    return row.kind != Kind::section && row.kind != Kind::group;
-}
-
-} // namespace
-
 /// Facets and the search narrow a place further and leave it where it is.
 bool SidebarModel::isCurrent(const SidebarRow &row) const {
-    if (!hasGames(row))
+    if (!row.hasGames())
         return false;
     BrowseQuery shown;
     const BrowseQuery &query = m_state.query();
@@ -314,18 +273,18 @@ bool SidebarModel::isCurrent(const SidebarRow &row) const {
             shown.installedOnly = query.installedOnly && !query.favoritesOnly;
         }
     }
-    return placeOf(row) == shown;
+    return row.place() == shown;
 }
 
 void SidebarModel::select(int row) {
-    if (row >= 0 && row < count() && hasGames(m_rows[row]))
-        m_state.goTo(placeOf(m_rows[row]));
+    if (row >= 0 && row < count() && m_rows[row].hasGames())
+        m_state.goTo(m_rows[row].place());
 }
 
 void SidebarModel::activate(int row) {
     if (row < 0 || row >= count())
         return;
-    if (hasGames(m_rows[row]))
+    if (m_rows[row].hasGames())
         select(row);
     else
         setExpanded(row, !m_rows[row].expanded);
@@ -339,11 +298,7 @@ void SidebarModel::setExpanded(int row, bool expanded) {
     if (!chosen.expandable || chosen.expanded == expanded)
         return;
     if (chosen.kind == Kind::group) {
-        try {
-            m_state.platformGroups().setExpanded(QUuid(chosen.id), expanded);
-        } catch (const std::exception &error) {
-            Log::error(QStringLiteral("Failed to save the platform groups: %1").arg(QString::fromUtf8(error.what())));
-        }
+        changeGroups(m_state.host(), [&] { m_state.platformGroups().setExpanded(QUuid(chosen.id), expanded); });
         return;
     }
     if (expanded)
@@ -379,12 +334,7 @@ void SidebarModel::keepSections() {
 }
 
 int SidebarModel::parentRow(int row) const {
-    if (row < 0 || row >= count())
-        return -1;
-    for (int above = row - 1; above >= 0; --above)
-        if (m_rows[above].depth < m_rows[row].depth)
-            return above;
-    return -1;
+    return sidebarParent(m_rows, row);
 }
 
 int SidebarModel::rowStartingWith(const QString &text, int start) const {
@@ -401,51 +351,18 @@ QString SidebarModel::keyOf(int row) const {
 }
 
 int SidebarModel::rowOf(const QString &key) const {
-    const auto found = std::find_if(m_rows.cbegin(), m_rows.cend(), [&](const auto &row) { return row.key() == key; });
-    return found == m_rows.cend() ? -1 : int(found - m_rows.cbegin());
+    return sidebarRowOf(m_rows, key);
 }
 
 int SidebarModel::dropRow(const QString &source, int target) const {
-    const int from = rowOf(source);
-    if (from < 0 || target < 0 || target >= count())
-        return -1;
-    int place = target;
-    while (place >= 0 && m_rows[place].kind == Kind::platform)
-        place = parentRow(place);
-    if (place < 0 || place == from)
-        return -1;
-    const bool toGroup = m_rows[place].kind == Kind::group;
-    const bool toSection = m_rows[place].key() == sectionKey(QStringLiteral("Platforms"));
-    switch (m_rows[from].kind) {
-    case Kind::platform:
-        return (toGroup || toSection) && parentRow(from) != place ? place : -1;
-    case Kind::group:
-        return toGroup ? place : -1;
-    default:
-        return -1;
-    }
+    return SidebarDrop(m_rows, source, target).row();
 }
 
 void SidebarModel::drop(const QString &source, int target) {
-    const int place = dropRow(source, target);
-    if (place < 0)
-        return;
-    const SidebarRow moved = m_rows[rowOf(source)];
-    const QUuid group(m_rows[place].id);
-    PlatformGroupManager &groups = m_state.platformGroups();
-    try {
-        if (moved.kind == Kind::group) {
-            const auto at = std::find_if(m_source.groups.cbegin(), m_source.groups.cend(),
-                                         [&](const PlatformGroup &other) { return other.id == group; });
-            groups.moveGroup(QUuid(moved.id), at - m_source.groups.cbegin());
-        } else if (m_rows[place].kind == Kind::group) {
-            groups.addPlatform(moved.id, group);
-        } else {
-            groups.removePlatformFromGroup(moved.id);
-        }
-    } catch (const std::exception &error) {
-        Log::error(QStringLiteral("Failed to save the platform groups: %1").arg(QString::fromUtf8(error.what())));
-    }
+    // The rows are others as soon as the groups are.
+    const QList<SidebarRow> rows = m_rows;
+    const SidebarDrop dropped(rows, source, target);
+    changeGroups(m_state.host(), [&] { dropped.apply(m_state.platformGroups()); });
 }
 
 } // namespace ludarium

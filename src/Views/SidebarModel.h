@@ -102,6 +102,7 @@ class SidebarModel : public QAbstractListModel {
 
     AppState &m_state;
     SidebarSource m_source;
+    QStringList m_platforms; ///< as the library has them
     QList<SidebarRow> m_all;
     QList<SidebarRow> m_rows; ///< on show
     QString m_filter;

@@ -104,42 +104,37 @@ class RowMaker {
     void addPlatforms() {
         if (m_source.platforms.isEmpty() && m_source.groups.isEmpty())
             return;
-        addSection(QStringLiteral("Platforms"));
-        QStringList rest = m_source.platforms;
-        rest.removeDuplicates();
-        sort(rest);
-        for (const PlatformGroup &group : m_source.groups) {
-            QStringList inside;
-            for (const QString &platform : rest)
-                if (group.platformNames.contains(platform))
-                    inside.append(platform);
+        addSection(platformsSection);
+        QStringList platforms = m_source.platforms;
+        if (m_source.sortByCount)
+            std::stable_sort(platforms.begin(), platforms.end(), [this](const QString &a, const QString &b) {
+                return m_source.counts.platforms.value(a) > m_source.counts.platforms.value(b);
+            });
+        // By the place of the group; a platform stands in the first that has it, one in none comes behind all.
+        QHash<QString, qsizetype> places;
+        for (qsizetype group = m_source.groups.size() - 1; group >= 0; --group)
+            for (const QString &platform : m_source.groups[group].platformNames)
+                places.insert(platform, group);
+        QList<QStringList> inside(m_source.groups.size() + 1);
+        for (const QString &platform : std::as_const(platforms))
+            inside[places.value(platform, m_source.groups.size())].append(platform);
+        for (qsizetype i = 0; i < m_source.groups.size(); ++i) {
+            const PlatformGroup &group = m_source.groups[i];
             int games = 0;
-            for (const QString &platform : inside)
+            for (const QString &platform : std::as_const(inside[i]))
                 games += m_source.counts.platforms.value(platform);
             SidebarRow &row =
                 add(Kind::group, group.id.toString(QUuid::WithoutBraces), group.name, QStringLiteral("folder"), games);
-            row.expandable = !inside.isEmpty();
+            row.expandable = !inside[i].isEmpty();
             row.expanded = group.isExpanded;
-            addPlatforms(inside, 2);
-            rest.removeIf([&](const QString &platform) { return inside.contains(platform); });
+            addPlatforms(inside[i], 2);
         }
-        addPlatforms(rest, 1);
+        addPlatforms(inside.last(), 1);
     }
 
     void addPlatforms(const QStringList &names, int depth) {
         for (const QString &name : names)
             add(Kind::platform, name, name, QStringLiteral("platform"), m_source.counts.platforms.value(name), depth);
-    }
-
-    void sort(QStringList &platforms) const {
-        QCollator collator;
-        collator.setCaseSensitivity(Qt::CaseInsensitive);
-        collator.setNumericMode(true);
-        std::sort(platforms.begin(), platforms.end(), collator);
-        if (m_source.sortByCount)
-            std::stable_sort(platforms.begin(), platforms.end(), [this](const QString &a, const QString &b) {
-                return m_source.counts.platforms.value(a) > m_source.counts.platforms.value(b);
-            });
     }
 
     const SidebarSource &m_source;
@@ -177,6 +172,72 @@ QList<SidebarRow> filtered(const QList<SidebarRow> &rows, const QString &filter)
 }
 
 } // namespace
+
+BrowseQuery SidebarRow::place() const {
+    BrowseQuery place;
+    switch (kind) {
+    case Kind::place:
+        place.favoritesOnly = id == QLatin1StringView("Favorites");
+        place.recentlyPlayed = id == QLatin1StringView("Recently Played");
+        place.installedOnly = id == QLatin1StringView("Installed");
+        break;
+    case Kind::collection:
+        place.smartCollectionId = id;
+        break;
+    case Kind::playlist:
+        place.playlistId = id;
+        break;
+    case Kind::platform:
+        place.platform = id;
+        break;
+    case Kind::section:
+    case Kind::group:
+        break;
+    }
+    return place;
+}
+
+QHash<QString, int> playlistCounts(const GameList &games, const QList<Playlist> &playlists) {
+    QSet<QString> known;
+    known.reserve(games.size());
+    for (const GamePtr &game : games)
+        known.insert(game->id);
+    QHash<QString, int> counts;
+    for (const Playlist &playlist : playlists) {
+        if (counts.contains(playlist.id))
+            continue;
+        QSet<QString> inside;
+        for (const QString &id : playlist.gameIds)
+            if (known.contains(id))
+                inside.insert(id);
+        counts.insert(playlist.id, int(inside.size()));
+    }
+    return counts;
+}
+
+QStringList sortedByName(QStringList names) {
+    names.removeDuplicates();
+    QCollator collator;
+    collator.setCaseSensitivity(Qt::CaseInsensitive);
+    collator.setNumericMode(true);
+    std::sort(names.begin(), names.end(), collator);
+    return names;
+}
+
+int sidebarParent(const QList<SidebarRow> &rows, int row) {
+    if (row < 0 || row >= rows.size())
+        return -1;
+    for (int above = row - 1; above >= 0; --above)
+        if (rows[above].depth < rows[row].depth)
+            return above;
+    return -1;
+}
+
+int sidebarRowOf(const QList<SidebarRow> &rows, const QString &key) {
+    const auto found =
+        std::find_if(rows.cbegin(), rows.cend(), [&](const SidebarRow &row) { return row.key() == key; });
+    return found == rows.cend() ? -1 : int(found - rows.cbegin());
+}
 
 QList<SidebarRow> sidebarRows(const SidebarSource &source) {
     return RowMaker(source).make();

@@ -4,6 +4,7 @@
 #include "Host/AppLogger.h"
 #include "Host/Async.h"
 #include "Host/Clock.h"
+#include "Host/Dialogs.h"
 #include "Host/Host.h"
 #include "Host/Settings.h"
 #include "Host/SettingsStore.h"
@@ -48,6 +49,16 @@ QCoro::Task<> StartScreen::run() {
     co_await clock.sleep(afterHiding);
     if (!self || !m_asking)
         co_return;
+    if (!m_notice.isEmpty()) {
+        Alert alert;
+        alert.title = QStringLiteral("Settings");
+        alert.text = m_notice;
+        alert.buttons.append(QStringLiteral("OK"));
+        alert.style = Alert::Style::Warning;
+        co_await m_state.host().dialogs.ask(alert);
+        if (!self)
+            co_return;
+    }
     if (!m_state.host().settings.value(Settings::hasCompletedFirstRun))
         Q_EMIT firstRunNeeded();
     else if (m_state.collectionPath().isEmpty())

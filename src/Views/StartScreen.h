@@ -21,6 +21,8 @@ class StartScreen : public QObject {
     void begin();
     /// Without asking, neither signal comes.
     void setAsking(bool asking) { m_asking = asking; }
+    /// What the user has to know before anything else, told when the splash is gone; nothing when it is empty.
+    void setNotice(const QString &text) { m_notice = text; }
     /// The first-run assistant is through and comes no more.
     Q_INVOKABLE void completeFirstRun();
 
@@ -35,6 +37,7 @@ class StartScreen : public QObject {
     AppState &m_state;
     bool m_visible = true;
     bool m_asking = true;
+    QString m_notice;
 };
 
 } // namespace ludarium

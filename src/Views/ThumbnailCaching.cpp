@@ -55,7 +55,17 @@ QCoro::Task<> ThumbnailCaching::offer() {
     if (alert.buttons.value(answer) == cacheNow)
         start();
     else if (alert.buttons.value(answer) == never)
-        settings.setValue(Settings::dismissSlowLoadAlertPermanently, true);
+        keep(Settings::dismissSlowLoadAlertPermanently);
+}
+
+bool ThumbnailCaching::keep(const Setting<bool> &setting) {
+    try {
+        m_state.host().settings.setValue(setting, true);
+        return true;
+    } catch (const SettingsError &error) {
+        Q_EMIT warned(QString::fromUtf8(error.what()));
+        return false;
+    }
 }
 
 void ThumbnailCaching::start() {
@@ -63,8 +73,8 @@ void ThumbnailCaching::start() {
 }
 
 QCoro::Task<> ThumbnailCaching::copyAll() {
-    m_state.host().settings.setValue(Settings::enableThumbnailDiskCache, true);
-    co_await m_state.imageLoader().preCacheAllThumbnails(m_state.gameLibrary().games(), m_state.collectionPath());
+    if (keep(Settings::enableThumbnailDiskCache))
+        co_await m_state.imageLoader().preCacheAllThumbnails(m_state.gameLibrary().games(), m_state.collectionPath());
 }
 
 void ThumbnailCaching::cancel() {

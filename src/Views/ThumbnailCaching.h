@@ -7,6 +7,8 @@
 namespace ludarium {
 
 class AppState;
+template<typename T>
+struct Setting;
 
 /// How far the copying of all covers to the local disk is; and, when covers come slowly, the question whether to
 /// begin with it.
@@ -29,8 +31,11 @@ class ThumbnailCaching : public QObject {
 
   Q_SIGNALS:
     void changed();
+    /// Something was not saved.
+    void warned(const QString &text);
 
   private:
+    bool keep(const Setting<bool> &setting);
     QCoro::Task<> offer();
     QCoro::Task<> copyAll();
 

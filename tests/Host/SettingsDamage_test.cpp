@@ -109,6 +109,7 @@ TEST_F(SettingsDamageTest, RestoresTheNewestReadableGenerationAndSetsTheDamagedF
         EXPECT_EQ(store->value(text), damaged.expected);
         EXPECT_EQ(store->value(notes).size(), damaged.expected.isNull() ? 0 : 200);
         EXPECT_EQ(store->problem(), QString());
+        EXPECT_TRUE(store->notice().contains(QStringLiteral("damaged"))) << store->notice().toStdString();
         const QStringList aside = files(QStringLiteral("settings.sqlite.corrupt-*"));
         if (hadFile) {
             ASSERT_EQ(aside.size(), 1);
@@ -238,6 +239,7 @@ TEST_F(SettingsDamageTest, ReadsButDoesNotWriteInAReadOnlyFolder) {
         store = open(disk);
         EXPECT_EQ(store->value(text), QStringLiteral("old"));
         EXPECT_FALSE(store->problem().isEmpty());
+        EXPECT_TRUE(store->notice().contains(store->problem()));
         EXPECT_THROW(store->setValue(text, QStringLiteral("new")), SettingsError);
         EXPECT_EQ(store->value(text), QStringLiteral("old"));
         ASSERT_TRUE(mount.makeReadOnly(false));

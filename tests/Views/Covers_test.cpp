@@ -4,6 +4,7 @@
 #include "Views/CoverImageProvider.h"
 #include "Views/CoverStore.h"
 #include "Views/GalleryImageProvider.h"
+#include "Views/PlaceholderImageProvider.h"
 #include "Views/TitleArt.h"
 #include "support/DesktopFixture.h"
 #include "support/FixtureCollection.h"
@@ -14,6 +15,7 @@
 #include <QImage>
 #include <QTemporaryDir>
 #include <QUrl>
+#include <cmath>
 #include <gtest/gtest.h>
 
 namespace ludarium::test {
@@ -56,6 +58,29 @@ TEST(CoverImageProvider, FitsThePictureIntoTheBoxWithTransparentCorners) {
     EXPECT_EQ(framed.pixelColor(80, 40), QColor(Qt::red));
     EXPECT_EQ(qAlpha(framed.pixel(80, 0)), 255);
     EXPECT_TRUE(CoverImageProvider::framed({}, {160, 213}, 8).isNull());
+}
+
+TEST(PlaceholderImageProvider, LetsWhiteLettersStandOutOnEveryTint) {
+    const auto linear = [](double value) {
+        return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    };
+    const auto luminance = [&](const QColor &color) {
+        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+    };
+    PlaceholderImageProvider provider;
+    for (int tint = 0; tint < PlaceholderImageProvider::tints; ++tint) {
+        const QImage ground = provider.requestImage(QString::number(tint), nullptr, {120, 160});
+        ASSERT_EQ(ground.size(), QSize(120, 160));
+        EXPECT_EQ(qAlpha(ground.pixel(0, 0)), 0) << "a round corner";
+        double brightest = 0;
+        for (int y = 8; y < 152; ++y)
+            for (int x = 8; x < 112; ++x)
+                brightest = std::max(brightest, luminance(ground.pixelColor(x, y)));
+        EXPECT_GT(1.05 / (brightest + 0.05), 4.5) << tint;
+        EXPECT_GT(luminance(ground.pixelColor(60, 20)), 1.5 * luminance(ground.pixelColor(60, 140))) << tint;
+    }
+    EXPECT_EQ(provider.requestImage(QStringLiteral("36"), nullptr, {9, 12}),
+              provider.requestImage(QStringLiteral("0"), nullptr, {9, 12}));
 }
 
 TEST(CoverImageProvider, AnswersEveryRequestAlsoWhatWasCancelled) {

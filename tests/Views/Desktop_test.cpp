@@ -27,6 +27,13 @@ double contrast(const QColor &a, const QColor &b) {
     return (std::max(one, other) + 0.05) / (std::min(one, other) + 0.05);
 }
 
+/// What is seen of `color` at this opacity over `ground`.
+QColor over(const QColor &color, const QColor &ground, double opacity) {
+    const auto part = [&](float above, float below) { return float(above * opacity + below * (1 - opacity)); };
+    return QColor::fromRgbF(part(color.redF(), ground.redF()), part(color.greenF(), ground.greenF()),
+                            part(color.blueF(), ground.blueF()));
+}
+
 DesktopOptions::Outcome parse(std::initializer_list<const char *> arguments) {
     std::vector<const char *> all{"ludarium"};
     all.insert(all.end(), arguments);
@@ -49,17 +56,32 @@ TEST(Theme, KeepsEveryTextReadableOnEveryGround) {
          {"System Dark", "System Light", "Retro Purple", "Ocean Blue", "Forest Green", "Midnight Glass"}) {
         ASSERT_TRUE(fixture.desktop.appearance()->showTheme(QString::fromUtf8(name)));
         windows.insert(color("window").rgb());
-        for (const char *ground : {"window", "sidebar", "surface", "raised", "hover"})
-            for (const char *text : {"text", "textSecondary"})
-                EXPECT_GE(contrast(color(text), color(ground)), 4.5) << name << ": " << text << " on " << ground;
-        for (const char *ground : {"window", "sidebar", "surface", "raised", "hover"})
-            for (const char *text : {"danger", "warning", "success", "accent"})
-                EXPECT_GE(contrast(color(text), color(ground)), 4.5) << name << ": " << text << " on " << ground;
-        EXPECT_GE(contrast(color("text"), color("selection")), 4.5) << name;
-        // What a selected row says in small is in the full colour; an icon needs less.
-        for (const char *icon : {"textSecondary", "accent"})
-            EXPECT_GE(contrast(color(icon), color("selection")), 3) << name << ": " << icon;
-        EXPECT_GE(contrast(color("accentText"), color("accent")), 4.5) << name;
+        for (const char *ground : {"window", "sidebar", "surface", "raised", "hover", "selection"})
+            for (const char *text : {"text", "textSecondary", "danger", "warning", "success", "accent"})
+                // In a selected row the accent draws marks only, which need less.
+                EXPECT_GE(contrast(color(text), color(ground)),
+                          strcmp(text, "accent") == 0 && strcmp(ground, "selection") == 0 ? 3 : 4.5)
+                    << name << ": " << text << " on " << ground;
+        EXPECT_GE(contrast(color("text"), color("border")), 4.5) << name << ": a pressed button";
+        for (const char *ground : {"accent", "accentHovered", "accentPressed"})
+            EXPECT_GE(contrast(color("accentText"), color(ground)), 4.5) << name << ": " << ground;
+        const double disabled = theme->property("disabledOpacity").toDouble();
+        for (const char *behind : {"window", "sidebar", "surface", "raised"}) {
+            const QColor ground = color(behind);
+            const QColor text = over(color("text"), ground, disabled);
+            EXPECT_GE(contrast(text, ground), 4.5) << name << ": disabled on " << behind;
+            EXPECT_GE(contrast(text, over(color("raised"), ground, disabled)), 4.5) << name << ": disabled button";
+            for (const char *notice : {"noticeOrangeGround", "noticeBlueGround"}) {
+                const QColor tinted = over(color(notice), ground, color(notice).alphaF());
+                for (const char *said : {"text", "textSecondary"})
+                    EXPECT_GE(contrast(color(said), tinted), 4.5) << name << ": " << said << " on a notice";
+                for (const char *mark : {"noticeRed", "noticeOrange", "noticeYellow", "noticeBlue"})
+                    EXPECT_GE(contrast(color(mark), tinted), 3) << name << ": " << mark << " on a notice";
+            }
+        }
+        // Badges stand on covers of any colour, white the worst.
+        for (const char *ink : {"coverText", "badgeGood", "badgeStar"})
+            EXPECT_GE(contrast(color(ink), over(color("badge"), Qt::white, color("badge").alphaF())), 4.5) << ink;
     }
     EXPECT_EQ(windows.size(), 6) << "each theme has a ground of its own";
     for (int hue = 0; hue < 360; hue += 10) {

@@ -70,7 +70,7 @@ void settle() {
 
 TEST(SidebarRows, PutPlatformsBelowTheirGroupsInTheOrderThatIsAskedFor) {
     SidebarSource source;
-    source.platforms = words("MS-DOS|amiga|Windows 10|Windows 9x|Sega");
+    source.platforms = sortedByName(words("MS-DOS|amiga|Windows 10|Windows 9x|Sega|amiga"));
     source.counts.platforms = {{QStringLiteral("MS-DOS"), 30},
                                {QStringLiteral("amiga"), 5},
                                {QStringLiteral("Windows 10"), 5},
@@ -115,7 +115,7 @@ TEST(SidebarRows, HoldEveryPlaylistOnceHoweverTheyAreNested) {
 
 TEST(SidebarRows, AFilterKeepsTheWayToWhatItFindsAndEverythingBelowIt) {
     SidebarSource source;
-    source.platforms = words("MS-DOS|Amiga|Windows 9x|Sega");
+    source.platforms = sortedByName(words("MS-DOS|Amiga|Windows 9x|Sega"));
     source.groups = {group(QStringLiteral("Consoles"), words("Sega"), false),
                      group(QStringLiteral("Old"), words("Amiga"), false)};
     source.playlists = {playlist("Evenings", words("Segments")), playlist("Segments"), playlist("Line\n  break")};

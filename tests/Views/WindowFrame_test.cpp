@@ -31,7 +31,7 @@ TEST(WindowFrame, RefusesTextsOfAnyOtherForm) {
 
 TEST(WindowFrame, StaysWhereAnyScreenShowsSomeOfIt) {
     for (const QRectF &frame : {QRectF(100, 100, 1280, 800), QRectF(-1200, 100, 1280, 800),
-                                QRectF(3300, 1000, 1280, 800), QRectF(0, 0, 5000, 5000)})
+                                QRectF(3300, 1000, 1280, 800), QRectF(0, 0, 5000, 2000)})
         EXPECT_EQ(WindowFrame::onScreen(frame, {mainScreen, secondScreen}), frame);
 }
 
@@ -45,6 +45,8 @@ TEST(WindowFrame, ComesBackWhollyOntoTheMainScreen) {
              Case{{-4000, -3000, 1000, 700}, {0, 25, 1000, 700}},
              Case{{200, 4000, 1000, 700}, {200, 200, 1000, 700}},
              Case{{5000, 5000, 3000, 3000}, mainScreen},
+             Case{{0, 0, 100000, 700}, {0, 25, 1440, 700}},
+             Case{{-100, -100, 1e300, 1e300}, mainScreen},
          })
         EXPECT_EQ(WindowFrame::onScreen(saved, {mainScreen, QRectF(1440, 0, 100, 100)}), wanted);
     EXPECT_EQ(WindowFrame::onScreen({5000, 5000, 10, 10}, {}), QRectF(5000, 5000, 10, 10));

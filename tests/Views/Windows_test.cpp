@@ -59,6 +59,10 @@ TEST(SettingsCatalog, HasARowForEveryKeyThatIsKeptAndStartsAtItsDefault) {
         EXPECT_GE(changed.count(), 1) << key;
         EXPECT_EQ(fixture.machine.settings.rawValue(QString::fromUtf8(key)), wanted) << key;
     }
+    SettingItem *platforms = fixture.desktop.settings()->item(u"platformSortOrder"_s);
+    EXPECT_EQ(platforms->value(), platforms->choices().first());
+    platforms->setValue(platforms->choices().last());
+    EXPECT_TRUE(fixture.desktop.sidebar()->isSortedByCount());
     SettingItem *scale = fixture.desktop.settings()->item(u"textScale"_s);
     scale->setValue(scale->choices().last());
     EXPECT_EQ(fixture.desktop.appearance()->textScale(), 2);
@@ -225,7 +229,7 @@ TEST(Desktop, OpensADroppedFolderAndNothingElse) {
     ASSERT_TRUE(waitUntil([&] { return !fixture.desktop.start()->isVisible(); }));
     const QUrl file = QUrl::fromLocalFile(fixture.machine.put(fixture.machine.scratch() + u"/file.txt"_s, "x"));
     const QUrl folder = QUrl::fromLocalFile(fixture.collection());
-    QSignalSpy refused(&fixture.desktop, &Desktop::toast);
+    QSignalSpy refused(&fixture.desktop, &Desktop::warned);
     int refusals = 0;
     for (const QList<QUrl> &urls : {QList<QUrl>{}, {file}, {folder, folder}, {QUrl(u"https://example.org/eXo"_s)}}) {
         fixture.desktop.openDropped(urls);

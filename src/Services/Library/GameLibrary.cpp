@@ -72,7 +72,8 @@ void GameLibrary::replaceGame(qsizetype position, const std::function<void(Game 
     auto changed = std::make_shared<Game>(*m_games[position]);
     change(*changed);
     const QString id = changed->id;
-    m_games[position] = std::move(changed);
+    const GamePtr old = std::exchange(m_games[position], std::move(changed));
+    Q_EMIT gameReplaced(position, old);
     Q_EMIT gamesChanged();
     Q_EMIT gameChanged(id);
 }
@@ -84,7 +85,9 @@ bool GameLibrary::keep(const std::function<void()> &change) {
         change();
         return true;
     } catch (const std::exception &error) {
-        Log::error(QStringLiteral("❌ Failed to keep user data: %1").arg(QString::fromUtf8(error.what())));
+        const QString reason = QString::fromUtf8(error.what());
+        Log::error(QStringLiteral("❌ Failed to keep user data: %1").arg(reason));
+        Q_EMIT userDataRefused(reason);
         return false;
     }
 }
@@ -128,9 +131,11 @@ void GameLibrary::addPlayTime(const QString &id, double seconds) {
     Log::info(QStringLiteral("⏱️ Added %1s play time to %2").arg(seconds).arg(played ? played->title : id));
 }
 
-void GameLibrary::setNotes(const QString &id, const QString &text) {
-    if (keep([&] { m_userData.setNotes(id, text); }))
-        Q_EMIT userDataChanged();
+bool GameLibrary::setNotes(const QString &id, const QString &text) {
+    if (!keep([&] { m_userData.setNotes(id, text); }))
+        return false;
+    Q_EMIT userDataChanged();
+    return true;
 }
 
 void GameLibrary::setRating(const QString &id, int rating) {

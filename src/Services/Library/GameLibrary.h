@@ -69,12 +69,13 @@ class GameLibrary : public QObject {
     /// Empty when the last load went well.
     QString errorMessage() const { return m_errorMessage; }
 
-    // What the user does. Each is in the settings store when the call returns; a store that cannot keep it is logged
-    // and nothing changes.
+    // What the user does. Each is in the settings store when the call returns; when the store cannot keep it,
+    // nothing changes and `userDataRefused` tells why.
     void toggleFavorite(const QString &id);
     void recordPlay(const QString &id, double seconds);
     void addPlayTime(const QString &id, double seconds);
-    void setNotes(const QString &id, const QString &text);
+    /// False when the notes were not kept.
+    bool setNotes(const QString &id, const QString &text);
     void setRating(const QString &id, int rating);
     void setProgress(const QString &id, GameProgress progress);
 
@@ -91,6 +92,8 @@ class GameLibrary : public QObject {
     bool skipInstallCheck() const;
 
   Q_SIGNALS:
+    /// One game's record was replaced, which was `old`; comes before `gamesChanged`.
+    void gameReplaced(qsizetype position, const ludarium::GamePtr &old);
     /// The list was replaced as a whole, or games in it were.
     void gamesChanged();
     /// One game's record was replaced; follows `gamesChanged`.
@@ -100,6 +103,7 @@ class GameLibrary : public QObject {
     void recentlyPlayedChanged();
     /// Notes or ratings changed, which stand in no record.
     void userDataChanged();
+    void userDataRefused(const QString &reason);
     void isLoadingChanged();
     void loadingChanged();
     void errorMessageChanged();

@@ -19,9 +19,7 @@ namespace {
 using Kind = SmartCollection::Kind;
 
 constexpr qint64 recentSeconds = 604'800;
-constexpr size_t mostPlayedLimit = 50;
 constexpr size_t randomLimit = 25;
-constexpr int highRating = 4;
 constexpr qint64 slowMilliseconds = 10;
 constexpr std::array shortGenres{"Puzzle", "Arcade", "Sports", "Racing", "Pinball", "Board", "Card"};
 
@@ -37,19 +35,14 @@ qint64 playedAt(const Game &game) {
 
 } // namespace
 
-LibraryBrowser::LibraryBrowser(GameLibrary &library, QObject *parent) : QObject(parent), m_library(library) {
-    connect(&library, &GameLibrary::gamesChanged, this, &LibraryBrowser::invalidate);
+LibraryBrowser::LibraryBrowser(GameLibrary &library, QObject *parent)
+    : QObject(parent), m_library(library), m_counts(library) {
+    connect(&library, &GameLibrary::gameReplaced, this, &LibraryBrowser::replaceGame);
+    connect(&library, &GameLibrary::gamesChanged, this, &LibraryBrowser::gamesChanged);
+    connect(&library, &GameLibrary::platformsChanged, this, [this] { m_counts.forgetDetails(); });
     connect(&library, &GameLibrary::playlistsChanged, this, &LibraryBrowser::invalidate);
-    connect(&library, &GameLibrary::userDataChanged, this, &LibraryBrowser::invalidate);
-    connect(&library, &GameLibrary::recentlyPlayedChanged, this, &LibraryBrowser::invalidate);
-}
-
-void LibraryBrowser::invalidate() {
-    m_positionsKey.reset();
-    m_gamesKey.reset();
-    m_groupsKey.reset();
-    m_counts.reset();
-    Q_EMIT changed();
+    connect(&library, &GameLibrary::userDataChanged, this, &LibraryBrowser::userDataChanged);
+    connect(&library, &GameLibrary::recentlyPlayedChanged, this, &LibraryBrowser::recentlyPlayedChanged);
 }
 
 std::vector<LibraryBrowser::Position> LibraryBrowser::members(const SmartCollection &collection) const {
@@ -105,11 +98,11 @@ std::vector<LibraryBrowser::Position> LibraryBrowser::members(const SmartCollect
     case Kind::mostPlayed:
         keep([](const Game &g, Position) { return g.playCount >= 1; });
         sortDescending([](const Game &g) { return g.playCount; });
-        if (result.size() > mostPlayedLimit)
-            result.resize(mostPlayedLimit);
+        if (result.size() > SmartCollection::mostPlayedLimit)
+            result.resize(SmartCollection::mostPlayedLimit);
         break;
     case Kind::highlyRated:
-        keep([&](const Game &g, Position) { return user.rating(g.id) >= highRating; });
+        keep([&](const Game &g, Position) { return user.rating(g.id) >= SmartCollection::highRating; });
         break;
     case Kind::hasNotes:
         keep([&](const Game &g, Position) { return !user.notes(g.id).isEmpty(); });
@@ -355,72 +348,6 @@ double LibraryBrowser::sortKey(const GameGroup &group, Position primary, SortOrd
         return -group.playCount();
     }
     return 0;
-}
-
-const LibraryBrowser::Counts &LibraryBrowser::counts() {
-    if (m_counts)
-        return *m_counts;
-    const LibraryIndex &index = m_library.index();
-    struct {
-        int favorites = 0, unplayed = 0, played = 0, installed = 0, playing = 0, beaten = 0, completed = 0;
-    } sums;
-    for (const GamePtr &game : m_library.games()) {
-        sums.favorites += game->isFavorite;
-        ++(game->playCount == 0 ? sums.unplayed : sums.played);
-        sums.installed += game->isInstalled;
-        sums.playing += game->gameProgress == GameProgress::playing;
-        sums.beaten += game->gameProgress == GameProgress::beaten;
-        sums.completed += game->gameProgress == GameProgress::completed || game->gameProgress == GameProgress::mastered;
-    }
-    // Few games have a note or a rating: those are looked up, not all games.
-    int noted = 0;
-    int rated = 0;
-    const UserData &user = m_library.userData();
-    for (auto it = user.allNotes().cbegin(); it != user.allNotes().cend(); ++it)
-        noted += !it->isEmpty() && m_library.position(it.key());
-    for (auto it = user.allRatings().cbegin(); it != user.allRatings().cend(); ++it)
-        rated += *it >= highRating && m_library.position(it.key());
-
-    Counts counts;
-    counts.favorites = sums.favorites;
-    for (const SmartCollectionSection &section : smartCollectionSections())
-        for (const SmartCollection &collection : section.collections) {
-            int &count = counts.collections[collection.id];
-            switch (collection.filter.kind) {
-            case Kind::unplayed:
-                count = sums.unplayed;
-                break;
-            case Kind::mostPlayed:
-                count = std::min<int>(sums.played, mostPlayedLimit);
-                break;
-            case Kind::highlyRated:
-                count = rated;
-                break;
-            case Kind::hasNotes:
-                count = noted;
-                break;
-            case Kind::installed:
-                count = sums.installed;
-                break;
-            case Kind::progressPlaying:
-                count = sums.playing;
-                break;
-            case Kind::progressBeaten:
-                count = sums.beaten;
-                break;
-            case Kind::progressCompleted:
-                count = sums.completed;
-                break;
-            default:
-                count = index.staticCollectionCount(LibraryIndex::staticBit(collection.id));
-            }
-        }
-    for (const Platform &platform : m_library.platforms()) {
-        const int number = index.platformNumber(platform.name);
-        counts.platforms.insert(platform.name, number < 0 ? 0 : index.platformCount(number));
-    }
-    m_counts = std::move(counts);
-    return *m_counts;
 }
 
 } // namespace ludarium

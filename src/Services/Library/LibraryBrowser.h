@@ -4,18 +4,18 @@
 #include "Models/Playlist.h"
 #include "Services/Library/BrowseQuery.h"
 #include "Services/Library/GameGroup.h"
+#include "Services/Library/LibraryCounts.h"
 #include "Services/Library/LibraryIndex.h"
 #include "Services/Library/SmartCollection.h"
 
-#include <QHash>
 #include <QObject>
 
 namespace ludarium {
 
 class GameLibrary;
 
-/// The lists that the main view shows, worked out from the library and kept until the query or the library changes.
-/// Main thread only.
+/// The lists that the main view shows, worked out from the library and kept until the query or the library changes. A
+/// change of one game that leaves it where it stands only replaces its record, and its group. Main thread only.
 class LibraryBrowser : public QObject {
     Q_OBJECT
   public:
@@ -30,12 +30,8 @@ class LibraryBrowser : public QObject {
     GameList games(const SmartCollection &collection) const;
 
     /// The counts of the sidebar: every smart collection by id, every platform by name.
-    struct Counts {
-        int favorites = 0;
-        QHash<QString, int> collections;
-        QHash<QString, int> platforms;
-    };
-    const Counts &counts();
+    using Counts = LibraryCounts::Counts;
+    const Counts &counts() { return m_counts.counts(); }
 
   Q_SIGNALS:
     /// What was returned before no longer holds.
@@ -45,6 +41,11 @@ class LibraryBrowser : public QObject {
     using Position = LibraryIndex::Position;
 
     void invalidate();
+    void gamesChanged();
+    void replaceGame(qsizetype position, const GamePtr &old);
+    void replaceInGroup(Position position, const GamePtr &old, const GamePtr &changed);
+    void userDataChanged();
+    void recentlyPlayedChanged();
     std::vector<Position> members(const SmartCollection &collection) const;
     /// The positions of a query in display order, kept until another is asked for.
     const std::vector<Position> &positions(const BrowseQuery &query);
@@ -60,7 +61,8 @@ class LibraryBrowser : public QObject {
     GameList m_games;
     QList<GameGroup> m_groups;
     std::vector<Position> m_positions;
-    std::optional<Counts> m_counts;
+    LibraryCounts m_counts;
+    bool m_followed = false; ///< what `gamesChanged` will tell is known already
 };
 
 } // namespace ludarium

@@ -33,6 +33,9 @@ struct SmartCollection {
         bool operator==(const SmartFilter &) const = default;
     };
 
+    static constexpr int mostPlayedLimit = 50; ///< at most so many are in mostPlayed
+    static constexpr int highRating = 4;       ///< of the user's, from which on a game is highlyRated
+
     QString id;
     QString name;
     QString icon; ///< name of a symbol

@@ -10,7 +10,7 @@ Popup {
 
     parent: T.Overlay.overlay
     anchors.centerIn: parent
-    width: Math.min(460, (parent ? parent.width : 460) - 2 * Theme.space24)
+    width: Math.min(460 * Math.min(Theme.textScale, 1.6), (parent ? parent.width : 460) - 2 * Theme.space24)
     padding: Theme.space24
     modal: true
     focus: true

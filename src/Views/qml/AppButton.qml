@@ -8,12 +8,14 @@ Button {
     property string iconName
     property bool primary: false
 
-    readonly property color foreground: primary ? Theme.accentText : Theme.text
+    // One that cannot be pressed does not call for it.
+    readonly property bool filled: primary && enabled
+    readonly property color foreground: filled ? Theme.accentText : Theme.text
 
     implicitHeight: Theme.controlHeight
     leftPadding: Theme.space16
     rightPadding: Theme.space16
-    opacity: enabled ? 1 : 0.45
+    opacity: enabled ? 1 : Theme.disabledOpacity
     font.pixelSize: Theme.textBody
     font.weight: primary ? Font.DemiBold : Font.Normal
     Accessible.name: text
@@ -29,10 +31,9 @@ Button {
     }
     background: Rectangle {
         radius: Theme.radius
-        color: button.primary ? Theme.accent : button.hovered ? Theme.hover : Theme.raised
-        border.width: button.primary ? 0 : 1
+        color: button.filled ? (button.down ? Theme.accentPressed : button.hovered ? Theme.accentHovered : Theme.accent) : button.down ? Theme.border : button.hovered ? Theme.hover : Theme.raised
+        border.width: button.filled ? 0 : 1
         border.color: Theme.border
-        opacity: button.down ? 0.8 : button.primary && button.hovered ? 0.92 : 1
 
         FocusRing {
             visible: button.visualFocus

@@ -25,7 +25,7 @@ MenuItem {
         keys: item.keys
         indent: item.choice
         arrow: item.subMenu !== null
-        opacity: item.enabled ? 1 : 0.45
+        opacity: item.enabled ? 1 : Theme.disabledOpacity
     }
     indicator: AppIcon {
         x: Theme.space8

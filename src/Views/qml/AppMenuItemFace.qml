@@ -26,7 +26,7 @@ Item {
         anchors.rightMargin: face.arrow ? Theme.space16 : Theme.space4
         anchors.verticalCenter: parent.verticalCenter
         text: face.keys
-        color: Theme.textSecondary
+        color: face.enabled ? Theme.textSecondary : Theme.text
         font.pixelSize: Theme.textSmall
         Accessible.ignored: true
     }

@@ -32,14 +32,16 @@ Item {
         onTriggered: art.requestWidth = Math.round(art.width * Screen.devicePixelRatio)
     }
 
-    Rectangle {
+    Image {
         id: placeholder
 
         anchors.fill: parent
-        radius: Theme.radiusCover
+        source: art.requestWidth > 0 ? "image://placeholder/" + Math.round(art.hue * 36) : ""
+        sourceSize.width: art.requestWidth
+        sourceSize.height: Math.round(art.requestWidth * 4 / 3)
         opacity: art.hasPicture ? 0 : 1
         visible: opacity > 0
-        color: Theme.coverColor(art.hue)
+        Accessible.ignored: true
 
         Behavior on opacity {
             NumberAnimation {
@@ -49,12 +51,13 @@ Item {
 
         AppText {
             anchors.centerIn: parent
+            anchors.horizontalCenterOffset: parent.width * 0.03
             anchors.verticalCenterOffset: -parent.height * 0.06
             text: art.initials
             color: Theme.coverText
             font.pixelSize: Math.max(14, parent.width * 0.26)
-            font.weight: Font.Medium
-            opacity: 0.9
+            font.weight: Font.DemiBold
+            opacity: 0.94
             Accessible.ignored: true
         }
         AppText {
@@ -62,6 +65,7 @@ Item {
             anchors.right: parent.right
             anchors.bottom: parent.bottom
             anchors.margins: Theme.space12
+            anchors.leftMargin: Theme.space12 + Math.round(parent.width * 0.06)
             visible: parent.width > 80
             text: art.title
             color: Theme.coverText

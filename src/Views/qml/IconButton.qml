@@ -10,7 +10,7 @@ AbstractButton {
 
     implicitWidth: Theme.controlHeight
     implicitHeight: Theme.controlHeight
-    opacity: enabled ? 1 : 0.4
+    opacity: enabled ? 1 : Theme.disabledOpacity
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
     Accessible.role: Accessible.Button
@@ -28,7 +28,7 @@ AbstractButton {
         AppIcon {
             anchors.centerIn: parent
             name: button.iconName
-            color: button.checked ? Theme.accent : button.hovered ? Theme.text : Theme.textSecondary
+            color: button.checked ? Theme.accent : button.hovered || !button.enabled ? Theme.text : Theme.textSecondary
         }
     }
     background: Rectangle {

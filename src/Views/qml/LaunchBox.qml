@@ -5,8 +5,9 @@ import Ludarium
 Column {
     id: box
 
-    readonly property bool running: App.launch.launching
+    readonly property bool starting: App.launch.launching
     readonly property string wanted: App.detail.actions.primary
+    readonly property string reason: starting ? "" : App.detail.actions.primaryReason
 
     spacing: Theme.space8
 
@@ -19,31 +20,55 @@ Column {
             App.launch.checkVersionsAndLaunch();
     }
 
-    HintArea {
+    AppButton {
+        id: button
+
         width: parent.width
-        reason: box.running ? "" : App.detail.actions.primaryReason
+        height: Theme.controlHeight + Theme.space8
+        primary: true
+        iconName: box.wanted === "install" ? "package" : box.wanted === "download" ? "obtain" : "play"
+        text: {
+            if (box.starting)
+                return qsTr("Starting...");
+            if (box.wanted === "running")
+                return qsTr("Playing");
+            if (box.wanted === "install")
+                return qsTr("Install");
+            if (box.wanted === "download")
+                return App.detail.actions.downloadSize === "" ? qsTr("Download") : qsTr("Download (%1)").arg(App.detail.actions.downloadSize);
+            return qsTr("Play");
+        }
+        enabled: !box.starting && box.reason === ""
+        font.pixelSize: Theme.textTitle
+        Accessible.name: qsTr("%1: %2").arg(text).arg(App.detail.title)
+        Accessible.description: box.reason
+        onClicked: box.act()
+    }
+    // In sight, as a pointer does not rest on what does nothing.
+    Row {
+        width: parent.width
+        visible: box.reason !== ""
+        spacing: Theme.space8
 
-        AppButton {
-            id: button
+        AppIcon {
+            id: hint
 
-            width: parent.width
-            height: Theme.controlHeight + Theme.space8
-            primary: true
-            iconName: box.wanted === "install" ? "package" : box.wanted === "download" ? "obtain" : "play"
-            text: {
-                if (box.running)
-                    return qsTr("Starting...");
-                if (box.wanted === "install")
-                    return qsTr("Install");
-                if (box.wanted === "download")
-                    return App.detail.actions.downloadSize === "" ? qsTr("Download") : qsTr("Download (%1)").arg(App.detail.actions.downloadSize);
-                return qsTr("Play");
-            }
-            enabled: !box.running && App.detail.actions.primaryReason === ""
-            font.pixelSize: Theme.textTitle
-            Accessible.name: qsTr("%1: %2").arg(text).arg(App.detail.title)
-            Accessible.description: App.detail.actions.primaryReason
-            onClicked: box.act()
+            y: (why.font.pixelSize * 1.3 - height) / 2
+            name: "info.circle"
+            color: Theme.textSecondary
+            size: Math.round(14 * Theme.textScale)
+        }
+        AppText {
+            id: why
+
+            width: parent.width - hint.width - parent.spacing
+            text: box.reason
+            color: Theme.textSecondary
+            font.pixelSize: Theme.textSmall
+            wrapMode: Text.Wrap
+            maximumLineCount: 4
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
         }
     }
     DetailActions {
@@ -51,7 +76,7 @@ Column {
     }
     AppText {
         width: parent.width
-        visible: box.running && text !== ""
+        visible: box.starting && text !== ""
         text: App.launch.step
         color: Theme.textSecondary
         font.pixelSize: Theme.textSmall

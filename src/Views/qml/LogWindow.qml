@@ -3,7 +3,7 @@ import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Ludarium
 
-ApplicationWindow {
+AppWindow {
     id: window
 
     width: 960
@@ -11,7 +11,6 @@ ApplicationWindow {
     minimumWidth: 560
     minimumHeight: 320
     title: qsTr("Logs")
-    color: Theme.window
     onVisibleChanged: {
         App.log.watching = visible;
         if (visible)
@@ -142,6 +141,11 @@ ApplicationWindow {
                 color: level === "error" ? Theme.danger : level === "warn" ? Theme.warning : level === "debug" ? Theme.textSecondary : Theme.text
             }
         }
+    }
+    ToastArea {
+        anchors.horizontalCenter: parent.horizontalCenter
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: Theme.space16
     }
     AlertDialog {
         visible: App.dialogs.active && window.visible

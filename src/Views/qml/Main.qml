@@ -3,7 +3,7 @@ import QtQuick.Controls.Basic
 import QtQuick.Templates as T
 import Ludarium
 
-ApplicationWindow {
+AppWindow {
     id: window
 
     property bool detailShown: true
@@ -21,7 +21,6 @@ ApplicationWindow {
     minimumWidth: 900
     minimumHeight: 600
     title: qsTr("Ludarium")
-    color: Theme.window
     visible: false
 
     function bringUp(loader: Loader) {

@@ -9,8 +9,7 @@ IconButton {
     focusPolicy: Qt.NoFocus
     background: Rectangle {
         radius: height / 2
-        color: Theme.accent
-        opacity: button.down ? 0.8 : 1
+        color: button.down ? Theme.accentPressed : Theme.accent
     }
     contentItem: Item {
         AppIcon {

@@ -12,8 +12,8 @@ QtObject {
             "System Dark": ["#16181d", "#1b1e24", "#1f232a", "#272c35", "#2e343f", "#343b46", "#eceef2", "#a4adbb", "#6aa3ff", "#0b1524", "#2a3f60", "#ff8f86", "#f0bd60", "#6fd093"],
             "System Light": ["#f6f7f9", "#eceef2", "#ffffff", "#eceff4", "#e2e6ed", "#d3d8e0", "#1a1d23", "#515a68", "#1d5fd0", "#ffffff", "#d3e2fb", "#b3261e", "#7d5200", "#1b6b3c"],
             "Retro Purple": ["#191324", "#1f182d", "#251d36", "#2f2545", "#392d53", "#43365f", "#f2ecfb", "#b9a9d3", "#c79bff", "#22103d", "#47307a", "#ff93a4", "#f5c264", "#7fd8a4"],
-            "Ocean Blue": ["#0d1a26", "#11212f", "#152838", "#1c3448", "#234057", "#2a4a64", "#e8f2f9", "#9fb8cb", "#54c0f0", "#04202f", "#17517a", "#ff958c", "#f2c265", "#6fd5b0"],
-            "Forest Green": ["#111a15", "#16221b", "#1a2921", "#22352a", "#2a4134", "#324c3d", "#eaf4ed", "#a3bbac", "#74d39a", "#08240f", "#235b3b", "#ff968a", "#eec364", "#8fdc86"],
+            "Ocean Blue": ["#0d1a26", "#11212f", "#152838", "#1c3448", "#234057", "#2a4a64", "#e8f2f9", "#9fb8cb", "#54c0f0", "#04202f", "#164769", "#ff958c", "#f2c265", "#6fd5b0"],
+            "Forest Green": ["#111a15", "#16221b", "#1a2921", "#22352a", "#2a4134", "#324c3d", "#eaf4ed", "#a3bbac", "#74d39a", "#08240f", "#1e4e33", "#ff968a", "#eec364", "#8fdc86"],
             "Midnight Glass": ["#08090d", "#0e1016", "#12151d", "#1a1e29", "#222735", "#2a3040", "#f0f2f8", "#a0a8bb", "#9db4ff", "#0c1230", "#2b3566", "#ff8f95", "#edc06a", "#79d3ad"]
         })
     readonly property var names: ["System", "Retro Purple", "Ocean Blue", "Forest Green", "Midnight Glass"]
@@ -31,6 +31,9 @@ QtObject {
     readonly property color textSecondary: swatch[7]
     readonly property color accent: swatch[8]
     readonly property color accentText: swatch[9]
+    // Grounds of a button under the pointer and under the finger: away from the colour of its text.
+    readonly property color accentHovered: dark ? Qt.lighter(accent, 1.07) : Qt.darker(accent, 1.1)
+    readonly property color accentPressed: dark ? Qt.lighter(accent, 1.15) : Qt.darker(accent, 1.25)
     readonly property color selection: swatch[10]
     readonly property color danger: swatch[11]
     readonly property color warning: swatch[12]
@@ -68,6 +71,9 @@ QtObject {
     readonly property int radius: 6
     readonly property int radiusCover: 8
     readonly property int radiusDialog: 12
+
+    // What cannot be used now is faint, and readable still.
+    readonly property real disabledOpacity: 0.65
 
     // Pixels at a text scale of 1; text follows the user's scale up to 2.
     readonly property real textScale: App.appearance.textScale

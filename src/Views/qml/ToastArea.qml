@@ -1,9 +1,12 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Ludarium
 
-// Short notes about finished work; each stays a while and goes by itself.
+// Short notes about finished work, and about what did not happen; each stays a while and goes by itself.
 Column {
     id: area
+
+    readonly property real widest: Math.min(560 * Theme.textScale, (parent ? parent.width : 560) - 2 * Theme.space24)
 
     spacing: Theme.space8
 
@@ -23,9 +26,12 @@ Column {
             id: toast
 
             required property string note
+            required property bool warning
+
+            readonly property real chrome: 2 * Theme.space16 + symbol.width + Theme.space8
 
             anchors.horizontalCenter: parent ? parent.horizontalCenter : undefined
-            width: label.implicitWidth + 2 * Theme.space16 + symbol.width + Theme.space8
+            width: label.width + chrome
             height: label.implicitHeight + 2 * Theme.space12
             radius: Theme.radius
             color: Theme.raised
@@ -39,8 +45,8 @@ Column {
 
                 x: Theme.space16
                 anchors.verticalCenter: parent.verticalCenter
-                name: "check"
-                color: Theme.success
+                name: toast.warning ? "warning" : "check"
+                color: toast.warning ? Theme.warning : Theme.success
                 size: 16
             }
             AppText {
@@ -49,7 +55,10 @@ Column {
                 anchors.left: symbol.right
                 anchors.leftMargin: Theme.space8
                 anchors.verticalCenter: parent.verticalCenter
+                width: Math.min(implicitWidth, area.widest - toast.chrome)
                 text: toast.note
+                wrapMode: Text.Wrap
+                maximumLineCount: 4
                 Accessible.ignored: true
             }
         }
@@ -58,7 +67,18 @@ Column {
         target: App
         function onToast(text: string) {
             notes.append({
-                "note": text
+                "note": text,
+                "warning": false
+            });
+        }
+        function onWarned(text: string) {
+            // Many changes that fail for one reason say it once.
+            for (let i = 0; i < notes.count; ++i)
+                if (notes.get(i).note === text)
+                    return;
+            notes.append({
+                "note": text,
+                "warning": true
             });
         }
     }

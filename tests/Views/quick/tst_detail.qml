@@ -119,6 +119,10 @@ TestCase {
                 "leave": () => keyClick(Qt.Key_Tab)
             },
             {
+                "tag": "when the writing pauses",
+                "leave": () => {}
+            },
+            {
                 "tag": "when another game is selected",
                 "leave": () => setup.showDetails(test.grouped)
             }
@@ -135,6 +139,13 @@ TestCase {
         verify(before !== "oil");
         data.leave();
         tryVerify(() => setup.savedNotes(id) === "oil");
+        if (editor.activeFocus && App.detail.gameId === id) {
+            compare(editor.cursorPosition, 3);
+            keyClick("s");
+            compare(editor.text, "oils");
+            keyClick(Qt.Key_Backspace);
+            keyClick(Qt.Key_Tab);
+        }
         if (App.detail.gameId !== id)
             compare(editor.text, "");
         verify(setup.showDetails(test.everything));

@@ -24,7 +24,7 @@ ComboBox {
     implicitWidth: Math.round(210 * Math.min(Theme.textScale, 1.6))
     implicitHeight: Theme.controlHeight
     font.pixelSize: Theme.textBody
-    opacity: enabled ? 1 : 0.45
+    opacity: enabled ? 1 : Theme.disabledOpacity
     Accessible.name: label === "" ? displayText : qsTr("%1: %2").arg(label).arg(displayText)
 
     contentItem: AppText {

@@ -27,7 +27,7 @@ Switch {
         color: control.checked ? Theme.accent : Theme.raised
         border.width: 1
         border.color: control.checked ? Theme.accent : Theme.textSecondary
-        opacity: control.enabled ? 1 : 0.45
+        opacity: control.enabled ? 1 : Theme.disabledOpacity
 
         Rectangle {
             x: control.checked ? parent.width - width - 3 : 3

@@ -24,7 +24,7 @@ HintArea {
         leftPadding: 0
         rightPadding: 0
         enabled: action.available && action.reason === ""
-        opacity: enabled ? 1 : 0.45
+        opacity: enabled ? 1 : Theme.disabledOpacity
         focusPolicy: Qt.StrongFocus
         hoverEnabled: true
         text: action.text
@@ -40,7 +40,7 @@ HintArea {
         contentItem: ActionFace {
             text: action.text
             iconName: action.iconName
-            ink: action.checked ? Theme.accent : button.hovered ? Theme.text : Theme.textSecondary
+            ink: action.checked ? Theme.accent : button.hovered || !button.enabled ? Theme.text : Theme.textSecondary
         }
         background: Rectangle {
             radius: Theme.radius

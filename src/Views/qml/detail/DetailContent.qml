@@ -7,7 +7,7 @@ Column {
 
     signal pictureOpened(int index)
 
-    spacing: Theme.space12
+    spacing: Theme.space16
 
     DetailTitle {
         width: parent.width

@@ -39,7 +39,7 @@ Item {
         anchors.right: parent.right
         y: face.stacked ? label.y + label.height : (face.height - height) / 2
         text: face.detail
-        color: Theme.textSecondary
+        color: face.enabled ? Theme.textSecondary : Theme.text
         font.pixelSize: Theme.textSmall
         Accessible.ignored: true
     }

@@ -35,7 +35,7 @@ HintArea {
         topPadding: 0
         bottomPadding: 0
         enabled: entry.reason === ""
-        opacity: enabled ? 1 : 0.5
+        opacity: enabled ? 1 : Theme.disabledOpacity
         focusPolicy: Qt.StrongFocus
         hoverEnabled: true
         text: entry.name

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Controls.Basic
 import Ludarium
 
-// The user's own notes, kept when the keyboard goes elsewhere.
+// The user's own notes, kept when the writing pauses and when the keyboard goes elsewhere.
 TextArea {
     id: editor
 

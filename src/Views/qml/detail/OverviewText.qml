@@ -8,6 +8,7 @@ Column {
     property bool expanded: false
     readonly property int folded: 8
 
+    visible: App.detail.text !== ""
     spacing: Theme.space4
 
     Connections {
@@ -21,8 +22,7 @@ Column {
         id: body
 
         width: parent.width
-        text: App.detail.text === "" ? qsTr("The collection says nothing about this game.") : App.detail.text
-        color: App.detail.text === "" ? Theme.textSecondary : Theme.text
+        text: App.detail.text
         wrapMode: Text.Wrap
         maximumLineCount: overview.expanded ? 100000 : overview.folded
         lineHeight: 1.3

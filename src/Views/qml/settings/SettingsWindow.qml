@@ -1,9 +1,8 @@
 import QtQuick
-import QtQuick.Controls.Basic
 import QtQuick.Layouts
 import Ludarium
 
-ApplicationWindow {
+AppWindow {
     id: window
 
     property string tab: "General"
@@ -15,7 +14,6 @@ ApplicationWindow {
     minimumWidth: 560
     minimumHeight: 400
     title: qsTr("Settings")
-    color: Theme.window
 
     function jumpToKey(key: string) {
         const item = App.settings.item(key);

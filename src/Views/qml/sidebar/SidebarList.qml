@@ -22,6 +22,7 @@ SidebarView {
     clip: true
     model: App.sidebar
     boundsBehavior: Flickable.StopAtBounds
+    reuseItems: true
     keyNavigationEnabled: false
     highlightFollowsCurrentItem: false
     activeFocusOnTab: true
@@ -155,6 +156,15 @@ SidebarView {
             else
                 App.sidebar.activate(row);
         }
+    }
+    // One for all rows, too: they are made by the dozen while the filter is typed.
+    AppToolTip {
+        readonly property SidebarRow row: rows.hoveredRow < 0 ? null : rows.itemAtIndex(rows.hoveredRow) as SidebarRow
+
+        parent: row ?? rows
+        visible: row !== null && row.visible && row.truncated
+        timeout: 5000
+        text: row?.name ?? ""
     }
     SidebarDrag {
         id: drag

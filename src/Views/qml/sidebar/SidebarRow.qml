@@ -24,7 +24,10 @@ Item {
     readonly property bool hovered: list !== null && index === list.hoveredRow
     readonly property bool dropped: list !== null && index === list.dropRow
     readonly property bool cursor: ListView.isCurrentItem && list !== null && list.activeFocus
-    readonly property int inset: heading ? Theme.space16 : Theme.space24 + Math.min(depth - 1, 5) * Theme.space16
+    readonly property bool truncated: label.truncated
+    readonly property int inset: heading ? Theme.space16 : Theme.space24 + Math.min(depth - 1, 5) * step
+    // In a narrow sidebar deep rows keep room for their name.
+    readonly property int step: Math.max(6, Math.min(Theme.space16, (width - 170 * Theme.textScale) / 5))
     readonly property string summary: games < 0 ? name : games === 1 ? qsTr("%1, 1 game").arg(name) : qsTr("%1, %L2 games").arg(name).arg(games)
 
     width: ListView.view ? ListView.view.width : 0
@@ -64,7 +67,6 @@ Item {
             name: "chevron"
             size: Math.round(12 * Math.min(Theme.textScale, 1.3))
             rotation: row.expanded ? 90 : 0
-            opacity: row.heading && row.expanded && !row.hovered && !row.cursor ? 0.35 : 1
 
             Behavior on rotation {
                 NumberAnimation {
@@ -79,7 +81,7 @@ Item {
             x: row.inset
             visible: !row.heading
             name: row.icon === "" ? "folder" : row.icon
-            size: Math.round(16 * Theme.textScale)
+            size: Math.round(16 * Math.min(Theme.textScale, 1.5))
             color: row.selected ? Theme.accent : Theme.textSecondary
         }
         AppText {
@@ -113,10 +115,5 @@ Item {
             color: row.selected ? Theme.text : Theme.textSecondary
             Accessible.ignored: true
         }
-    }
-    AppToolTip {
-        visible: row.hovered && label.truncated
-        timeout: 5000
-        text: row.name
     }
 }

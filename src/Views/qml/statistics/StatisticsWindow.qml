@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Controls.Basic
 import Ludarium
 
-ApplicationWindow {
+AppWindow {
     id: window
 
     readonly property bool wide: width > 720 * Theme.textScale
@@ -12,7 +12,6 @@ ApplicationWindow {
     minimumWidth: 560
     minimumHeight: 400
     title: qsTr("Statistics")
-    color: Theme.window
     onVisibleChanged: App.statistics.watching = visible
 
     Shortcut {

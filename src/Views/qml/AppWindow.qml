@@ -1,0 +1,29 @@
+import QtQuick
+import QtQuick.Controls.Basic
+import Ludarium
+
+// A window in the theme's colours, also where the controls draw something themselves, such as a tooltip.
+ApplicationWindow {
+    color: Theme.window
+    palette {
+        window: Theme.surface
+        windowText: Theme.text
+        base: Theme.surface
+        alternateBase: Theme.raised
+        text: Theme.text
+        placeholderText: Theme.textSecondary
+        button: Theme.raised
+        buttonText: Theme.text
+        brightText: Theme.text
+        highlight: Theme.accent
+        highlightedText: Theme.accentText
+        toolTipBase: Theme.surface
+        toolTipText: Theme.text
+        link: Theme.accent
+        light: Theme.hover
+        midlight: Theme.hover
+        mid: Theme.border
+        dark: Theme.border
+        shadow: Theme.border
+    }
+}
