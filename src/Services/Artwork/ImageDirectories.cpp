@@ -23,6 +23,8 @@ std::shared_ptr<DirCacheEntry> scan(const QString &path, bool pictures) {
         return nullptr;
     auto entry = std::make_shared<DirCacheEntry>();
     entry->modified = modified;
+    constexpr qint64 coarsestTimes = 2; // seconds, of FAT
+    entry->settled = modified.secsTo(QDateTime::currentDateTime()) > coarsestTimes;
     if (!names) {
         Log::warning(QStringLiteral("Folder cannot be listed: %1").arg(path));
         return entry;
@@ -80,7 +82,7 @@ ImageDirectories::Entry ImageDirectories::entry(const QString &path, bool pictur
 
 ImageDirectories::Entry ImageDirectories::plainOfNow(const QString &path) {
     const Entry kept = plain(path);
-    return kept && kept->modified != QFileInfo(path).lastModified() ? plainAnew(path) : kept;
+    return kept && (!kept->settled || kept->modified != QFileInfo(path).lastModified()) ? plainAnew(path) : kept;
 }
 
 void ImageDirectories::clear() {

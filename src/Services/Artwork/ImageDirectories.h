@@ -18,6 +18,7 @@ struct DirCacheEntry {
     QStringList files;                    ///< the pictures among them, in the order of the disk
     QStringList subdirs;                  ///< region folders, in the order of the disk; a region has none
     QDateTime modified;                   ///< of the folder, before it was listed
+    bool settled = false;                 ///< it had not changed so lately that another change might bear the same time
 
     /// The first picture of whose letters and digits `wanted` is a part; null when there is none.
     QString findLoosely(const QString &wanted) const;
