@@ -28,7 +28,7 @@ using namespace ludarium;
 
 namespace {
 
-constexpr int pictureCount = 800;
+constexpr int pictureCount = 400;
 constexpr int rounds = 3;
 
 /// A picture with the detail of a printed box: soft areas, hard edges, fine grain.
