@@ -25,9 +25,10 @@ GameActions::GameActions(AppState &state, QObject *parent) : QObject(parent), m_
     connect(&state.sessionTracker(), &PlaySessionTracker::sessionChanged, this, &GameActions::changed);
 }
 
+/// Of a session whose process is unknown nobody can say whether the game still runs.
 bool GameActions::isRunning() const {
-    const GamePtr running = m_state.sessionTracker().currentGame();
-    return m_game && running && running->id == m_game->id;
+    const PlaySessionTracker &tracker = m_state.sessionTracker();
+    return m_game && tracker.isWatching() && tracker.currentGame()->id == m_game->id;
 }
 
 void GameActions::setGame(const GamePtr &game) {
