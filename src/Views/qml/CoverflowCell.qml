@@ -18,6 +18,8 @@ Item {
     required property string badges
     required property string spoken
 
+    // The same game's picture for this view, which prefers boxes in space.
+    readonly property string box: cover.replace("image://cover/", "image://coverflow/")
     readonly property ListView view: ListView.view as ListView
     readonly property real slot: (view as CoverflowList)?.slot ?? 1
     readonly property real coverWidth: (view as CoverflowList)?.coverWidth ?? 0
@@ -69,7 +71,7 @@ Item {
             id: art
 
             anchors.fill: parent
-            source: cell.cover
+            source: cell.box
             initials: cell.initials
             hue: cell.hue
             requestWidth: (cell.view as CoverflowList)?.requestWidth ?? 0
@@ -96,7 +98,7 @@ Item {
                 CoverArt {
                     width: body.width
                     height: body.height
-                    source: cell.cover
+                    source: cell.box
                     initials: cell.initials
                     hue: cell.hue
                     requestWidth: art.requestWidth

@@ -5,21 +5,23 @@ import Ludarium
 MouseArea {
     id: mouse
 
-    required property GridView grid
+    required property Flickable grid
+    required property CellPool pool
     required property real coverWidth
-    readonly property int hoveredIndex: containsMouse ? grid.indexAt(x + mouseX, y + mouseY) : -1
+    readonly property int hoveredIndex: containsMouse ? pool.indexAt(x + mouseX - pool.x, y + mouseY - pool.y) : -1
     readonly property GameCell hovered: {
-        grid.contentY; // the cells move under the mouse
-        return hoveredIndex < 0 ? null : grid.itemAtIndex(hoveredIndex) as GameCell;
+        pool.revision; // the cells move under the mouse
+        return pool.itemAtIndex(hoveredIndex) as GameCell;
     }
 
     signal menuWanted
 
     // The game at a place of this area; -1 between the cells.
     function rowAt(place: point): int {
-        const row = grid.indexAt(x + place.x, y + place.y);
-        const cell = row < 0 ? null : grid.itemAtIndex(row);
-        return cell && x + place.x - cell.x < coverWidth && y + place.y - cell.y < cell.height - Theme.space16 ? row : -1;
+        const inPool = Qt.point(x + place.x - pool.x, y + place.y - pool.y);
+        const row = pool.indexAt(inPool.x, inPool.y);
+        const cell = pool.itemAtIndex(row);
+        return cell && inPool.x - cell.x < coverWidth && inPool.y - cell.y < cell.height - Theme.space16 ? row : -1;
     }
     function choose(row: int) {
         App.browse.currentRow = row;
@@ -50,7 +52,7 @@ MouseArea {
     }
 
     Rectangle {
-        parent: mouse.grid.contentItem
+        parent: mouse.pool
         z: -1
         x: mouse.hovered ? mouse.hovered.x + mouse.hovered.coverX - 2 : 0
         y: mouse.hovered ? mouse.hovered.y + mouse.hovered.coverY + Theme.space8 : 0
@@ -61,8 +63,8 @@ MouseArea {
         color: Theme.shadow
     }
     PlayButton {
-        x: mouse.hovered ? mouse.hovered.x + mouse.hovered.coverX + mouse.hovered.coverWidth - mouse.x - width - Theme.space8 : 0
-        y: mouse.hovered ? mouse.hovered.y + mouse.hovered.coverY + mouse.hovered.coverHeight - mouse.y - height - Theme.space8 : 0
+        x: mouse.hovered ? mouse.hovered.x + mouse.hovered.coverX + mouse.hovered.coverWidth + mouse.pool.x - mouse.x - width - Theme.space8 : 0
+        y: mouse.hovered ? mouse.hovered.y + mouse.hovered.coverY + mouse.hovered.coverHeight + mouse.pool.y - mouse.y - height - Theme.space8 : 0
         visible: mouse.hovered !== null
         text: qsTr("Play %1").arg(mouse.hovered?.title ?? "")
         onClicked: {
