@@ -29,6 +29,7 @@ GameDetail::GameDetail(AppState &state, std::shared_ptr<CoverStore> covers, QObj
     connect(&state, &AppState::selectionChanged, this, &GameDetail::refresh);
     connect(&state.gameLibrary(), &GameLibrary::gamesChanged, this, &GameDetail::refresh);
     connect(&state.gameLibrary(), &GameLibrary::userDataChanged, this, &GameDetail::changed);
+    connect(&m_media, &GameMedia::changed, this, [this] { m_extras.setShownElsewhere(m_media.manual()); });
     refresh();
 }
 

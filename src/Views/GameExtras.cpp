@@ -61,9 +61,9 @@ void GameExtras::setGame(const GamePtr &game) {
     const bool another = !game || !m_game || m_game->id != game->id;
     m_game = game;
     if (another)
-        m_files.clear();
+        m_found.clear();
     m_loading = game != nullptr;
-    Q_EMIT changed();
+    refresh();
     if (game)
         spawn(lookUp(game, m_state.collectionPath(), m_stop.get_token()), "looking for the extras of a game");
 }
@@ -74,10 +74,21 @@ QCoro::Task<> GameExtras::lookUp(GamePtr game, QString collection, std::stop_tok
     const ExtrasManager::Extras found = co_await manager.getExtras(game, collection, stop);
     if (!self || stop.stop_requested())
         co_return;
-    m_files.clear();
+    m_found.clear();
     for (const QList<ExtraItem> &items : found)
-        m_files.append(items);
+        m_found.append(items);
     m_loading = false;
+    refresh();
+}
+
+void GameExtras::setShownElsewhere(const QString &path) {
+    if (std::exchange(m_shownElsewhere, path) != path)
+        refresh();
+}
+
+void GameExtras::refresh() {
+    m_files = m_found;
+    m_files.removeIf([this](const ExtraItem &item) { return item.url == m_shownElsewhere; });
     Q_EMIT changed();
 }
 

@@ -28,6 +28,9 @@ class GameExtras : public QObject {
     /// Null for no game.
     void setGame(const GamePtr &game);
 
+    /// A file that stands elsewhere in the pane, or an empty path.
+    void setShownElsewhere(const QString &path);
+
     // Both as `name`, `kind`, `detail` and `reason`, which says why an entry cannot be opened.
     QVariantList applications() const;
     QVariantList files() const;
@@ -42,6 +45,7 @@ class GameExtras : public QObject {
     void changed();
 
   private:
+    void refresh();
     QCoro::Task<> lookUp(GamePtr game, QString collection, std::stop_token stop);
     QCoro::Task<> launch(AdditionalApplication application, GamePtr game);
     QCoro::Task<> open(QString path, QString collection);
@@ -50,8 +54,10 @@ class GameExtras : public QObject {
     AppState &m_state;
     ExtrasManager m_manager;
     GamePtr m_game;
-    QList<ExtraItem> m_files; ///< type after type
-    std::stop_source m_stop;  ///< of the look-up that is under way
+    QList<ExtraItem> m_found; ///< type after type
+    QList<ExtraItem> m_files; ///< without what is shown elsewhere
+    QString m_shownElsewhere;
+    std::stop_source m_stop; ///< of the look-up that is under way
     bool m_loading = false;
 };
 

@@ -26,15 +26,18 @@ QCoro::Task<> tell(Dialogs &dialogs, QString title, QString text) {
 } // namespace
 
 PlatformCommands::PlatformCommands(AppState &state, QObject *parent) : QObject(parent), m_state(state) {
-    connect(&state.platformGroups(), &PlatformGroupManager::groupsChanged, this, &PlatformCommands::groupsChanged);
+    connect(&state.platformGroups(), &PlatformGroupManager::groupsChanged, this, &PlatformCommands::refresh);
+    refresh();
 }
 
-QVariantList PlatformCommands::groups() const {
+/// A menu has an entry for each group: not all of them anew when one was only opened or got a platform.
+void PlatformCommands::refresh() {
     QVariantList list;
     for (const PlatformGroup &group : m_state.platformGroups().groups())
         list.append(QVariantMap{{QStringLiteral("id"), group.id.toString(QUuid::WithoutBraces)},
                                 {QStringLiteral("name"), group.name.simplified()}});
-    return list;
+    if (std::exchange(m_groups, list) != list)
+        Q_EMIT groupsChanged();
 }
 
 QString PlatformCommands::groupOf(const QString &platform) const {

@@ -19,7 +19,7 @@ class PlatformCommands : public QObject {
     explicit PlatformCommands(AppState &state, QObject *parent = nullptr);
 
     /// Maps with "id" and "name", in the user's order.
-    QVariantList groups() const;
+    QVariantList groups() const { return m_groups; }
     /// The id of the platform's group; empty when it has none.
     Q_INVOKABLE QString groupOf(const QString &platform) const;
     /// Whether another group has the name; letters count alike in both cases.
@@ -41,12 +41,14 @@ class PlatformCommands : public QObject {
     void groupsChanged();
 
   private:
+    void refresh();
     int place(const QString &id) const;
     void change(const std::function<void()> &what);
     QCoro::Task<> askAndDeleteGroup(QString id);
     QCoro::Task<> askAndDeletePlatform(QString platform);
 
     AppState &m_state;
+    QVariantList m_groups;
     bool m_asking = false;
 };
 

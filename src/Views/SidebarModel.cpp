@@ -28,9 +28,13 @@ QStringList closedAtFirst() {
             QStringLiteral("Genres")};
 }
 
-QString sectionKey(const QString &title) {
+/// Kept beside the titles of closed sections for each closed playlist, with its id.
+const QString playlistMark = QStringLiteral("playlist:");
+
+QString rowKey(Kind kind, const QString &id) {
     SidebarRow row;
-    row.id = title;
+    row.kind = kind;
+    row.id = id;
     return row.key();
 }
 
@@ -47,8 +51,9 @@ void keep(SettingsStore &settings, const Setting<T> &setting, const T &value) {
 
 SidebarModel::SidebarModel(AppState &state, QObject *parent) : QAbstractListModel(parent), m_state(state) {
     SettingsStore &settings = state.host().settings;
-    for (const QString &title : settings.storedValue(Settings::sidebarCollapsedSections).value_or(closedAtFirst()))
-        m_source.collapsed.insert(sectionKey(title));
+    for (const QString &name : settings.storedValue(Settings::sidebarCollapsedSections).value_or(closedAtFirst()))
+        m_source.collapsed.insert(name.startsWith(playlistMark) ? rowKey(Kind::playlist, name.mid(playlistMark.size()))
+                                                                : rowKey(Kind::section, name));
     m_source.sortByCount = settings.value(Settings::platformSortOrder) == byGameCount;
     m_source.groups = state.platformGroups().groups();
 
@@ -305,8 +310,7 @@ void SidebarModel::setExpanded(int row, bool expanded) {
         m_source.collapsed.remove(chosen.key());
     else
         m_source.collapsed.insert(chosen.key());
-    if (chosen.kind == Kind::section)
-        keepSections();
+    keepCollapsed();
     rebuild();
 }
 
@@ -319,18 +323,17 @@ void SidebarModel::setAllExpanded(bool expanded) {
         else
             m_source.collapsed.insert(row.key());
     }
-    keepSections();
+    keepCollapsed();
     rebuild();
 }
 
-void SidebarModel::keepSections() {
-    QStringList titles;
-    const QString prefix = sectionKey({});
+void SidebarModel::keepCollapsed() {
+    QStringList names;
+    const QString section = rowKey(Kind::section, {});
     for (const QString &key : std::as_const(m_source.collapsed))
-        if (key.startsWith(prefix))
-            titles.append(key.mid(prefix.size()));
-    titles.sort();
-    keep(m_state.host().settings, Settings::sidebarCollapsedSections, titles);
+        names.append((key.startsWith(section) ? QString() : playlistMark) + key.mid(section.size()));
+    names.sort();
+    keep(m_state.host().settings, Settings::sidebarCollapsedSections, names);
 }
 
 int SidebarModel::parentRow(int row) const {

@@ -96,7 +96,7 @@ class SidebarModel : public QAbstractListModel {
     void setRows(QList<SidebarRow> rows);
     void followSelection();
     bool isCurrent(const SidebarRow &row) const;
-    void keepSections();
+    void keepCollapsed();
     QCoro::Task<> countPlaylists();
     void settingChanged(const QString &key);
 

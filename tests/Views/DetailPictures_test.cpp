@@ -1,5 +1,8 @@
 #include "Host/Async.h"
+#include "Host/ProcessRunner.h"
+#include "Host/ProcessTable.h"
 #include "Services/Library/GameLibrary.h"
+#include "Services/Library/PlaySessionTracker.h"
 #include "support/DesktopFixture.h"
 #include "support/DetailCollection.h"
 #include "support/FixtureCollection.h"
@@ -32,6 +35,8 @@ struct Shot {
     QSize size{1280, 800};
     double scale = 1;
     double scrolled = 0; ///< of the way to the end
+    GameStatus status{true, false, false, {}};
+    const char *primary = "play";
 };
 
 void PrintTo(const Shot &shot, std::ostream *out) {
@@ -50,11 +55,12 @@ class DetailShots : public testing::TestWithParam<Shot> {};
 
 TEST_P(DetailShots, ShowTheGame) {
     const Shot &shot = GetParam();
-    DesktopFixture fixture;
+    const bool running = qstrcmp(shot.primary, "running") == 0;
+    DesktopFixture fixture(running);
     begin(fixture, shot.size);
     ASSERT_TRUE(fixture.loadDetails(shot.title));
     GameDetail &detail = *fixture.desktop.detail();
-    fixture.state.gameLibrary().setGameStatus(detail.gameId(), {true, false, false, {}});
+    fixture.state.gameLibrary().setGameStatus(detail.gameId(), shot.status);
     fixture.desktop.appearance()->setTextScale(shot.scale);
     if (shot.title == DetailCollection::everything) {
         fixture.desktop.game()->setRating(4);
@@ -63,6 +69,12 @@ TEST_P(DetailShots, ShowTheGame) {
         detail.saveNotes();
         fixture.state.gameLibrary().recordPlay(detail.gameId(), 7260);
     }
+    if (running) { // as this program does
+        const qint64 self = QCoreApplication::applicationPid();
+        fixture.state.sessionTracker().startSession(detail.game(), ProcessId{self, processStartTime(self).value()});
+    }
+    EXPECT_EQ(detail.actions()->primary(), QLatin1StringView(shot.primary));
+    EXPECT_EQ(detail.actions()->primaryReason().isEmpty(), qstrcmp(shot.primary, "play") == 0);
     fixture.picture(fixture.window(shot.size));
     QQuickItem *pane = find(fixture.window(shot.size).contentItem(), "DetailPane");
     ASSERT_NE(pane, nullptr);
@@ -71,23 +83,37 @@ TEST_P(DetailShots, ShowTheGame) {
     const double room = scroller->property("contentHeight").toDouble() - scroller->height();
     scroller->setProperty("contentY", std::max(0.0, room * shot.scrolled));
     take(fixture, QString::fromLatin1(shot.name), shot.size);
+    if (running) {
+        fixture.state.sessionTracker().endSession();
+        EXPECT_EQ(detail.actions()->primary(), QStringLiteral("play"));
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(
     All, DetailShots,
-    testing::Values(Shot{"detail-everything", DetailCollection::everything},
-                    Shot{"detail-everything-middle", DetailCollection::everything, {1280, 800}, 1, 0.5},
-                    Shot{"detail-everything-end", DetailCollection::everything, {1280, 800}, 1, 1},
-                    Shot{"detail-plain", DetailCollection::plain}, Shot{"detail-critical", DetailCollection::critical},
-                    Shot{"detail-group", DetailCollection::grouped},
-                    Shot{"detail-long-title", DetailCollection::longTitle},
-                    Shot{"detail-right-to-left", DetailCollection::rightToLeft},
-                    Shot{"detail-smallest", DetailCollection::everything, {900, 600}},
-                    Shot{"detail-smallest-end", DetailCollection::everything, {900, 600}, 1, 1},
-                    Shot{"detail-double-text", DetailCollection::everything, {1280, 800}, 2},
-                    Shot{"detail-double-text-middle", DetailCollection::everything, {900, 600}, 2, 0.4},
-                    Shot{"detail-double-text-end", DetailCollection::everything, {900, 600}, 2, 1},
-                    Shot{"detail-double-text-long-title", DetailCollection::longTitle, {900, 600}, 2}),
+    testing::Values(
+        Shot{"detail-everything", DetailCollection::everything},
+        Shot{"detail-everything-middle", DetailCollection::everything, {1280, 800}, 1, 0.5},
+        Shot{"detail-everything-end", DetailCollection::everything, {1280, 800}, 1, 1},
+        Shot{"detail-plain", DetailCollection::plain},
+        Shot{"detail-archived", DetailCollection::plain, {1280, 800}, 1, 0, {false, true, false, {}}, "install"},
+        Shot{"detail-archived-double-text",
+             DetailCollection::plain,
+             {900, 600},
+             2,
+             0.4,
+             {false, true, false, {}},
+             "install"},
+        Shot{"detail-running", DetailCollection::plain, {1280, 800}, 1, 0, {true, false, false, {}}, "running"},
+        Shot{"detail-critical", DetailCollection::critical}, Shot{"detail-group", DetailCollection::grouped},
+        Shot{"detail-long-title", DetailCollection::longTitle},
+        Shot{"detail-right-to-left", DetailCollection::rightToLeft},
+        Shot{"detail-smallest", DetailCollection::everything, {900, 600}},
+        Shot{"detail-smallest-end", DetailCollection::everything, {900, 600}, 1, 1},
+        Shot{"detail-double-text", DetailCollection::everything, {1280, 800}, 2},
+        Shot{"detail-double-text-middle", DetailCollection::everything, {900, 600}, 2, 0.4},
+        Shot{"detail-double-text-end", DetailCollection::everything, {900, 600}, 2, 1},
+        Shot{"detail-double-text-long-title", DetailCollection::longTitle, {900, 600}, 2}),
     [](const auto &info) { return QString::fromLatin1(info.param.name).remove(QLatin1Char('-')).toStdString(); });
 
 TEST(DetailPictures, OfTheVersionPickerAndTheViewer) {

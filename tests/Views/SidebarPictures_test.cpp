@@ -117,6 +117,14 @@ TEST(Pictures, OfASidebarOfThousandsOfRows) {
     EXPECT_LT(worst({QStringLiteral("game-1"), QStringLiteral("game-2")},
                     [&](const QString &id) { fixture.state.gameLibrary().toggleFavorite(id); }),
               150);
+    sidebar.setFilter(QStringLiteral("machine 7"));
+    fixture.picture(window);
+    QTest::mousePress(&window, Qt::RightButton, {}, rowPlace(window, QStringLiteral("Dreamm machine 7")));
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Right})
+        QTest::keyClick(&window, key);
+    takePicture(fixture, window, QStringLiteral("sidebar-thousands-groups-menu"));
+    QTest::keyClick(&window, Qt::Key_Escape);
+    QTest::keyClick(&window, Qt::Key_Escape);
     sidebar.setFilter(QStringLiteral("99"));
     takePicture(fixture, window, QStringLiteral("sidebar-thousands-filtered"));
     sidebar.setFilter({});

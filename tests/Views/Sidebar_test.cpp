@@ -232,6 +232,7 @@ TEST(Sidebar, RemembersHowItWasLeft) {
     ASSERT_TRUE(fixture.load());
     SidebarModel &sidebar = *fixture.desktop.sidebar();
     EXPECT_EQ(key(sidebar, "Sierra Games", "collection"), QString()) << "Studios is closed at first";
+    sidebar.setExpanded(rowNamed(sidebar, QStringLiteral("Rainy Evenings"), "playlist"), false);
     sidebar.setExpanded(rowNamed(sidebar, QStringLiteral("Studios"), "section"), true);
     sidebar.setExpanded(rowNamed(sidebar, QStringLiteral("Playlists"), "section"), false);
     sidebar.setShown(false);
@@ -239,6 +240,9 @@ TEST(Sidebar, RemembersHowItWasLeft) {
     sidebar.setSortByCount(true);
     SidebarModel again(fixture.state);
     EXPECT_NE(key(again, "Sierra Games", "collection"), QString());
+    EXPECT_EQ(key(again, "Rainy Evenings", "playlist"), QString());
+    again.setExpanded(rowNamed(again, QStringLiteral("Playlists"), "section"), true);
+    EXPECT_NE(key(again, "Rainy Evenings", "playlist"), QString());
     EXPECT_EQ(key(again, "Short Ones", "playlist"), QString());
     EXPECT_EQ(key(again, "RPGs", "collection"), QString());
     EXPECT_FALSE(again.isShown());

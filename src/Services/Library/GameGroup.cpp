@@ -52,9 +52,11 @@ GameGroup::GameGroup(QString title, QList<GamePtr> games)
 }
 
 GamePtr GameGroup::computePrimaryVariant(const QList<GamePtr> &variants) {
+    // A date that only says "never".
+    static const QDateTime distantPast(QDate(1, 1, 1), QTime(0, 0), Qt::UTC);
     GamePtr latest;
     for (const GamePtr &game : variants)
-        if (game->lastPlayed && (!latest || *game->lastPlayed > *latest->lastPlayed))
+        if (game->lastPlayed && *game->lastPlayed > distantPast && (!latest || *game->lastPlayed > *latest->lastPlayed))
             latest = game;
     if (latest)
         return latest;

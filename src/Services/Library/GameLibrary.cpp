@@ -5,13 +5,10 @@
 #include "Host/Clock.h"
 #include "Host/Host.h"
 #include "Host/NotificationCenter.h"
-#include "Host/SafeFiles.h"
 #include "Host/Settings.h"
 #include "Host/SettingsStore.h"
 
-#include <QFile>
 #include <QPointer>
-#include <stdexcept>
 
 namespace ludarium {
 
@@ -301,77 +298,6 @@ void GameLibrary::saveStatusIds() {
 }
 
 // --- State of a load
-
-void GameLibrary::clearCollectionData() {
-    keep([this] {
-        m_host.settings.transaction([this] {
-            m_host.settings.remove(Settings::cachedGamesData);
-            m_host.settings.remove(Settings::cachedGamesVersion);
-            m_host.settings.remove(Settings::installedGames);
-            m_host.settings.remove(Settings::compressedGames);
-        });
-    });
-    m_installedIds.clear();
-    m_compressedIds.clear();
-    m_metadata = {};
-    m_allPlatforms.clear();
-    m_platforms.clear();
-    m_playlists.clear();
-    publish({}, {});
-    Q_EMIT platformsChanged();
-    Q_EMIT playlistsChanged();
-    saveStatusIds(); // those of the next collection come with its first look at the disk
-    Log::info(QStringLiteral("🧹 Cleared collection-specific data"));
-}
-
-QCoro::Task<> GameLibrary::removePlatform(QString name) {
-    if (m_collection.isEmpty())
-        throw std::runtime_error("No collection loaded");
-    const std::optional<QString> file =
-        pathInside(m_collection, {QStringLiteral("Data"), QStringLiteral("Platforms"), name + QStringLiteral(".xml")});
-    if (!file || name.isEmpty())
-        throw std::runtime_error(QStringLiteral("\"%1\" is no name of a platform").arg(name).toStdString());
-    const QPointer<GameLibrary> self(this);
-    const QString kept =
-        *file + QStringLiteral(".removed-") + now().toUTC().toString(QStringLiteral("yyyyMMdd-HHmmsszzz"));
-    auto remove = [path = *file, kept] {
-        QFile xml(path);
-        if (!xml.exists())
-            return;
-        if (!xml.rename(kept))
-            throw std::runtime_error(xml.errorString().toStdString());
-        Log::info(QStringLiteral("Deleted platform XML: %1").arg(path));
-    };
-    co_await runOnPool(remove);
-    if (!self)
-        co_return;
-    clearCache();
-    GameList games = m_games;
-    games.removeIf([&](const GamePtr &game) { return game->platform == name; });
-    const auto isIt = [&](const Platform &platform) { return platform.name == name; };
-    m_allPlatforms.removeIf(isIt);
-    m_platforms.removeIf(isIt);
-    m_metadata = MetadataIndexes::build(games);
-    QHash<QString, qsizetype> positions = positionsOf(games);
-    publish(std::move(games), std::move(positions));
-    Q_EMIT platformsChanged();
-}
-
-void GameLibrary::clearCache() {
-    m_cache.clear();
-}
-
-void GameLibrary::resetForTesting() {
-    SettingsStore &settings = m_host.settings;
-    settings.transaction([&settings] {
-        const auto forget = [&settings](const auto &...setting) { (settings.remove(setting), ...); };
-        forget(Settings::collectionPath, Settings::collectionBookmark, Settings::hasCompletedFirstRun);
-        forget(Settings::favoriteGames, Settings::playCounts, Settings::playTimes, Settings::lastPlayedDates,
-               Settings::recentlyPlayedIds, Settings::gameNotes, Settings::gameRatings, Settings::gameProgress);
-        forget(Settings::installedGames, Settings::cachedGamesData, Settings::cachedGamesVersion,
-               Settings::compressedGames, Settings::retroachievements_username, Settings::retroachievements_apiKey);
-    });
-}
 
 void GameLibrary::setLoading(bool loading) {
     if (m_isLoading == loading)

@@ -165,6 +165,7 @@ QCoro::Task<> PlaySessionTracker::monitor(quint64 session, std::optional<Process
         }
         m_entry.process = process;
         writeJournal();
+        Q_EMIT sessionChanged();
     }
     Log::info(QStringLiteral("🎮 PlaySessionTracker: Found emulator process (PID: %1)").arg(process->pid));
     while (m_host.processes.isRunning(*process)) {

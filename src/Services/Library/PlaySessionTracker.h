@@ -47,6 +47,8 @@ class PlaySessionTracker : public QObject {
 
     bool isTracking() const { return m_game != nullptr; }
     GamePtr currentGame() const { return m_game; }
+    /// Whether the end of the game will be noticed.
+    bool isWatching() const { return m_game && m_entry.process; }
     double currentSessionDuration() const { return m_duration; } ///< seconds, refreshed once a second
 
     /// Names that an emulator's process is known by.

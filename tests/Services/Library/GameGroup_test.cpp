@@ -37,6 +37,9 @@ TEST(GameGroup, StandsForItselfByTheLastPlayedThenTheInstalledThenTheFirstPlatfo
                                     [](Game &game) { game.isInstalled = true; });
     EXPECT_EQ(GameGroup(QStringLiteral("loom"), {dos, installed}).primaryVariant->id, QStringLiteral("s"));
 
+    const auto never = makeGame(QStringLiteral("d"), QStringLiteral("Loom"), QStringLiteral("MS-DOS"),
+                                [](Game &game) { game.lastPlayed = QDateTime(QDate(1, 1, 1), QTime(0, 0), Qt::UTC); });
+    EXPECT_EQ(GameGroup(QStringLiteral("loom"), {never, installed}).primaryVariant->id, QStringLiteral("s"));
     const auto played = makeGame(QStringLiteral("w"), QStringLiteral("Loom"), QStringLiteral("Windows"),
                                  [&](Game &game) { game.lastPlayed = early; });
     const GameGroup group(QStringLiteral("loom"), {installed, played, dos});

@@ -10,6 +10,8 @@ AppText {
     // A long word still fits a narrow pane.
     font.pixelSize: Math.min(Theme.textHeadline, Math.max(Theme.textBody, width / 8))
     font.weight: Font.DemiBold
+    // A title in another direction keeps its place above the rest.
+    horizontalAlignment: Text.AlignLeft
     wrapMode: Text.Wrap
     maximumLineCount: 5
     Accessible.role: Accessible.Heading

@@ -76,14 +76,18 @@ Rectangle {
         id: scroller
 
         property int by: 0
+        // Faster the longer it goes on: there may be a thousand rows.
+        property int steps: 0
 
         interval: 30
         repeat: true
         running: drag.active && by !== 0
+        onRunningChanged: steps = 0
         onTriggered: {
+            ++steps;
             const top = drag.list.originY - drag.list.topMargin;
             const bottom = Math.max(top, drag.list.originY + drag.list.contentHeight + drag.list.bottomMargin - drag.list.height);
-            drag.list.contentY = Math.max(top, Math.min(bottom, drag.list.contentY + by * Theme.space12));
+            drag.list.contentY = Math.max(top, Math.min(bottom, drag.list.contentY + by * Math.min(Theme.space12 + steps * 2, 8 * Theme.rowHeight)));
         }
     }
 }

@@ -27,7 +27,7 @@ Item {
     readonly property bool truncated: label.truncated
     readonly property int inset: heading ? Theme.space16 : Theme.space24 + Math.min(depth - 1, 5) * step
     // In a narrow sidebar deep rows keep room for their name.
-    readonly property int step: Math.max(6, Math.min(Theme.space16, (width - 170 * Theme.textScale) / 5))
+    readonly property int step: Math.max(Theme.space8, Math.min(Theme.space16, (width - 170 * Theme.textScale) / 5))
     readonly property string summary: games < 0 ? name : games === 1 ? qsTr("%1, 1 game").arg(name) : qsTr("%1, %L2 games").arg(name).arg(games)
 
     width: ListView.view ? ListView.view.width : 0
