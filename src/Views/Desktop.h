@@ -7,6 +7,7 @@
 #include "Views/EmulatorListModel.h"
 #include "Views/GameCommands.h"
 #include "Views/GameDetail.h"
+#include "Views/HintEnder.h"
 #include "Views/LaunchStatus.h"
 #include "Views/LibraryStatus.h"
 #include "Views/LogModel.h"
@@ -134,6 +135,7 @@ class Desktop : public QObject {
     DependencyListModel m_dependencies;
     Statistics m_statistics;
     ThumbnailCaching m_thumbnails;
+    HintEnder m_hintEnder;
     std::unique_ptr<DesktopColorScheme> m_colorScheme;
 };
 

@@ -51,14 +51,25 @@ QString GameActions::primary() const {
     }
 }
 
+QString GameActions::reasonAgainst(LaunchMode mode) const {
+    return isRunning() ? u"The game is running"_s : m_state.gameLauncher().whyNotLaunched(*m_game, mode);
+}
+
 QString GameActions::primaryReason() const {
-    if (isRunning())
-        return u"The game is running"_s;
-    return m_game ? m_state.gameLauncher().whyNotLaunched(*m_game, primaryMode(*m_game)) : QString();
+    return m_game ? reasonAgainst(primaryMode(*m_game)) : QString();
 }
 
 QString GameActions::downloadSize() const {
     return m_game ? m_game->downloadSize : QString();
+}
+
+QString GameActions::playReason() const {
+    return m_game ? reasonAgainst(LaunchMode::play) : QString();
+}
+
+QString GameActions::versionsReason() const {
+    const bool playable = m_game && primaryMode(*m_game) == LaunchMode::play;
+    return playable ? playReason() : u"The game is not installed"_s;
 }
 
 QString GameActions::setupReason() const {

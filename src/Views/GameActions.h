@@ -8,6 +8,7 @@
 namespace ludarium {
 
 class AppState;
+enum class LaunchMode;
 
 /// What can be done with the selected game. Where something cannot be done, the reason is a text for its tooltip.
 class GameActions : public QObject {
@@ -16,6 +17,8 @@ class GameActions : public QObject {
     Q_PROPERTY(QString primary READ primary NOTIFY changed)
     Q_PROPERTY(QString primaryReason READ primaryReason NOTIFY changed)
     Q_PROPERTY(QString downloadSize READ downloadSize NOTIFY changed)
+    Q_PROPERTY(QString playReason READ playReason NOTIFY changed)
+    Q_PROPERTY(QString versionsReason READ versionsReason NOTIFY changed)
     Q_PROPERTY(QString setupReason READ setupReason NOTIFY changed)
     Q_PROPERTY(QString folderReason READ folderReason NOTIFY changed)
   public:
@@ -29,6 +32,8 @@ class GameActions : public QObject {
     QString primaryReason() const;
     /// For people; empty when it is not known.
     QString downloadSize() const;
+    QString playReason() const;
+    QString versionsReason() const;
     QString setupReason() const;
     QString folderReason() const;
 
@@ -37,6 +42,7 @@ class GameActions : public QObject {
 
   private:
     bool isRunning() const;
+    QString reasonAgainst(LaunchMode mode) const;
 
     AppState &m_state;
     GamePtr m_game;

@@ -24,10 +24,11 @@ bool press(QWindow &window, Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
 }
 
 /// The key that presses what has the focus: that of a button is the space bar, while Return may go past it to the
-/// default button of a dialog.
+/// default button of a dialog, and that of a choice that is folded up.
 Qt::Key selectingKey(const QWindow &window) {
     const QObject *focus = window.focusObject();
-    return focus && focus->inherits("QQuickAbstractButton") ? Qt::Key_Space : Qt::Key_Return;
+    const bool pressed = focus && (focus->inherits("QQuickAbstractButton") || focus->inherits("QQuickComboBox"));
+    return pressed ? Qt::Key_Space : Qt::Key_Return;
 }
 
 } // namespace
@@ -80,8 +81,11 @@ void GamepadKeys::act(Gamepad::Action action) {
         press(*window, selectingKey(*window));
         break;
     case Action::Back:
-        if (!press(*window, Qt::Key_Escape))
+        // What a key has nothing to leave for, in the main window, is the place that is shown.
+        if (!press(*window, Qt::Key_Escape) && !window->transientParent()) {
+            m_state.setSearchText({});
             m_state.clearFilters();
+        }
         break;
     case Action::Menu:
         press(*window, Qt::Key_Menu);

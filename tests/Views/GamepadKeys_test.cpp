@@ -62,6 +62,55 @@ TEST_F(GamepadKeysTest, GoesBackToAllGamesWhenNothingElseIsOpen) {
     EXPECT_FALSE(fixture.desktop.browse()->isFiltered());
 }
 
+/// Of what the window shows.
+QQuickItem *itemWith(QQuickItem *parent, const char *property, const QString &value) {
+    if (parent->isVisible() && parent->property(property).toString() == value)
+        return parent;
+    for (QQuickItem *child : parent->childItems())
+        if (QQuickItem *found = itemWith(child, property, value))
+            return found;
+    return nullptr;
+}
+
+TEST_F(GamepadKeysTest, LeavesWhateverLiesOverTheGames) {
+    using Open = std::function<void()>;
+    const auto call = [&](const char *method) {
+        return Open([=, this] { QMetaObject::invokeMethod(window, method); });
+    };
+    const auto button = [&](const char *icon) {
+        return Open([=, this] {
+            itemWith(window->contentItem(), "iconName", QString::fromUtf8(icon))->forceActiveFocus(Qt::TabFocusReason);
+            act(Gamepad::Action::Select);
+        });
+    };
+    const QList<std::pair<QString, Open>> places{
+        {QStringLiteral("search"), call("focusSearch")},
+        {QStringLiteral("sidebar filter"), call("filterSidebar")},
+        {QStringLiteral("picker"), call("showFolderPicker")},
+        {QStringLiteral("about"), call("showAbout")},
+        {QStringLiteral("facets"), button("filter")},
+        {QStringLiteral("sort menu"), button("sort")},
+        {QStringLiteral("game menu"), [&] { act(Gamepad::Action::Menu); }},
+        {QStringLiteral("detail pane"), [&] { act(Gamepad::Action::NextArea); }},
+    };
+    const auto inGames = [&] {
+        const QQuickItem *item = window->activeFocusItem();
+        return item && QByteArray(item->metaObject()->className()).startsWith("GameGroupGridView");
+    };
+    ASSERT_TRUE(waitUntil(inGames));
+    fixture.state.setSelectedPlatform(fixture.state.gameLibrary().games().first()->platform);
+    for (const auto &[name, open] : places) {
+        open();
+        ASSERT_TRUE(waitUntil([&] { return !inGames(); })) << name.toStdString() << " does not take the keyboard";
+        for (int i = 0; i < 3 && !inGames(); ++i) {
+            act(Gamepad::Action::Back);
+            waitUntil(inGames, 300);
+        }
+        EXPECT_TRUE(inGames()) << name.toStdString() << " is not left";
+        EXPECT_TRUE(fixture.desktop.browse()->isFiltered()) << name.toStdString() << " lets a press through";
+    }
+}
+
 TEST_F(GamepadKeysTest, PressesTheButtonThatHasTheFocusAndNotTheDefaultOne) {
     for (const QString &chosen : {QStringLiteral("Play"), QStringLiteral("Cancel")}) {
         std::optional<int> answer;
@@ -97,6 +146,10 @@ TEST_F(GamepadKeysTest, IsDeafWhileAGameStarts) {
     fixture.desktop.launch()->playSelected();
     ASSERT_TRUE(waitUntil([&] { return launched; }));
     EXPECT_FALSE(heardWhileLaunching);
+    EXPECT_TRUE(waitUntil([&] {
+        fixture.dialogs.dismiss();
+        return !fixture.desktop.launch()->isLaunching();
+    }));
 }
 
 } // namespace

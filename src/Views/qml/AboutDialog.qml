@@ -13,9 +13,7 @@ Popup {
     modal: true
     focus: true
 
-    T.Overlay.modal: Rectangle {
-        color: Theme.scrim
-    }
+    T.Overlay.modal: Scrim {}
     background: Rectangle {
         color: Theme.surface
         radius: Theme.radiusDialog

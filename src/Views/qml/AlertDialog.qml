@@ -17,9 +17,7 @@ Popup {
     closePolicy: Popup.NoAutoClose
     visible: App.dialogs.active
 
-    T.Overlay.modal: Rectangle {
-        color: Theme.scrim
-    }
+    T.Overlay.modal: Scrim {}
     background: Rectangle {
         color: Theme.surface
         radius: Theme.radiusDialog

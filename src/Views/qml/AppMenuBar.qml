@@ -30,6 +30,11 @@ MenuBar {
         }
     }
 
+    Shortcut {
+        sequences: ["F10"]
+        enabled: bar.commands.free
+        onActivated: (bar.itemAt(0) as MenuBarItem).triggered()
+    }
     AppMenu {
         title: qsTr("Ludarium")
 

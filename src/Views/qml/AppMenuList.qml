@@ -9,7 +9,7 @@ ListView {
 
     required property Menu menu
     // A disabled entry hears nothing of the pointer itself.
-    readonly property AppMenuItem pointed: hover.hovered ? itemAt(hover.point.position.x + contentX, hover.point.position.y + contentY) as AppMenuItem : null
+    readonly property AppMenuItem pointed: (hover.hovered ? itemAt(hover.point.position.x + contentX, hover.point.position.y + contentY) : currentItem) as AppMenuItem
 
     implicitHeight: contentHeight
     model: menu.contentModel

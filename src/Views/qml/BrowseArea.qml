@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Templates as T
 import Ludarium
 
 // The games, or what to do when there are none.
@@ -10,17 +11,25 @@ FocusScope {
     readonly property string mode: App.browse.viewMode
     readonly property bool grouped: App.browse.grouped
 
-    function focusGames() {
-        if (games.item)
-            (games.item as Item).forceActiveFocus();
+    // Whether the keyboard has gone there; false when it is there already.
+    function focusGames(): bool {
+        const view = games.item as Item;
+        if (!view || view.activeFocus)
+            return false;
+        view.forceActiveFocus();
+        return true;
     }
     function openMenu(item: Item) {
         if (!App.game.hasGame)
             return;
-        if (item)
-            menu.popup(item, Theme.space24, Theme.space24);
+        // The toolbar may get higher with the selection that opens the menu, and the area smaller: the menu stands in
+        // the window.
+        const overlay = T.Overlay.overlay;
+        const at = item ? item.mapToItem(overlay, Theme.space24, Theme.space24) : null;
+        if (at)
+            menu.popup(overlay, at.x, at.y);
         else
-            menu.popup();
+            menu.popup(overlay);
     }
 
     Loader {

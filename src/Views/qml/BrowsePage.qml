@@ -12,8 +12,8 @@ FocusScope {
     signal sidebarToggled
     signal detailToggled
 
-    function focusGames() {
-        area.focusGames();
+    function focusGames(): bool {
+        return area.focusGames();
     }
 
     BrowseToolbar {

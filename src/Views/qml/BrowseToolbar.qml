@@ -119,6 +119,7 @@ Rectangle {
         text: App.browse.searchText
         onTextChanged: App.browse.searchText = text
         onAbandoned: toolbar.searchLeft()
+        onAccepted: toolbar.searchLeft()
     }
     Rectangle {
         anchors.bottom: parent.bottom

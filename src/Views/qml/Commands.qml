@@ -1,14 +1,9 @@
 import QtQuick
 import Ludarium
 
-// Every command of the menus with its key, in one place.
-Item {
+// Every command of the menus with its key; those for the selected game stand in what this grows from.
+SelectionCommands {
     id: commands
-
-    // Whether a sheet over the window waits for an answer.
-    property bool sheetOpen: false
-    readonly property bool free: !App.dialogs.active && !App.start.visible && !App.launch.versions.active && !sheetOpen
-    readonly property bool hasGame: App.game.hasGame
 
     signal searchWanted
     signal sidebarFilterWanted
@@ -21,6 +16,7 @@ Item {
 
     property Command about: Command {
         text: qsTr("About Ludarium")
+        enabled: commands.free
         onTriggered: commands.aboutWanted()
     }
     property Command settings: Command {
@@ -131,33 +127,6 @@ Item {
         enabled: commands.free
         onTriggered: commands.sidebarFilterWanted()
     }
-    property Command play: Command {
-        text: qsTr("Play Selected Game")
-        shortcut: "Ctrl+Return"
-        enabled: commands.free && commands.hasGame
-        reason: commands.hasGame ? "" : qsTr("Select a game first.")
-        onTriggered: App.launch.playSelected()
-    }
-    property Command setUp: Command {
-        text: App.game.setupButtonTitle
-        enabled: commands.free && commands.hasGame
-        reason: commands.hasGame ? "" : qsTr("Select a game first.")
-        onTriggered: App.launch.setUpSelected()
-    }
-    property Command toggleFavorite: Command {
-        text: qsTr("Toggle Favorite")
-        shortcut: "Ctrl+D"
-        enabled: commands.free && commands.hasGame
-        reason: commands.hasGame ? "" : qsTr("Select a game first.")
-        onTriggered: App.game.toggleFavorite()
-    }
-    property Command openFolder: Command {
-        text: qsTr("Open Game Folder")
-        shortcut: "Ctrl+Shift+F"
-        enabled: commands.free && commands.hasGame
-        reason: commands.hasGame ? "" : qsTr("Select a game first.")
-        onTriggered: App.launch.openSelectedFolder()
-    }
     property Command batch: Command {
         text: qsTr("Batch Operations...")
         shortcut: "Ctrl+Shift+B"
@@ -196,14 +165,17 @@ Item {
     property Command logs: Command {
         text: qsTr("Show Logs")
         shortcut: "Ctrl+Shift+L"
+        enabled: commands.free
         onTriggered: commands.logsWanted()
     }
     property Command revealLogs: Command {
         text: qsTr("Show Logs in %1").arg(App.fileManagerName)
+        enabled: commands.free
         onTriggered: App.log.reveal()
     }
     property Command copyLogs: Command {
         text: qsTr("Copy Logs to Clipboard")
+        enabled: commands.free
         onTriggered: App.log.copyAll()
     }
     property Command uploadLogs: Command {
@@ -214,6 +186,7 @@ Item {
     }
     property Command clearLogs: Command {
         text: qsTr("Clear Logs")
+        enabled: commands.free
         onTriggered: App.log.clear()
     }
     property Command help: Command {

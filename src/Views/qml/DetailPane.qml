@@ -15,6 +15,9 @@ Rectangle {
     LayoutMirroring.enabled: Application.layoutDirection === Qt.RightToLeft
     LayoutMirroring.childrenInherit: true
 
+    function showPicture(index: int) {
+        viewer.show(index);
+    }
     // What the keyboard reaches is brought into view.
     onFocusItemChanged: {
         for (let item = focusItem; item; item = item.parent)
@@ -59,7 +62,7 @@ Rectangle {
             x: Theme.space16
             y: header.height + Theme.space12
             width: scroller.width - 2 * Theme.space16
-            onPictureOpened: index => viewer.show(index)
+            onPictureOpened: index => pane.showPicture(index)
         }
     }
     GalleryViewer {

@@ -17,6 +17,9 @@ AppMenu {
     AppMenuItem {
         action: menu.commands.setUp
     }
+    AppMenuItem {
+        action: menu.commands.versions
+    }
     AppMenu {
         id: versions
 

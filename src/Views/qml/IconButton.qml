@@ -17,7 +17,7 @@ AbstractButton {
     Accessible.name: text
     Accessible.checkable: checkable
     Accessible.checked: checked
-    ToolTip.visible: hovered && text !== ""
+    ToolTip.visible: hovered && !down && text !== ""
     ToolTip.delay: 700
     ToolTip.text: text
 

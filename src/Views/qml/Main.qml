@@ -15,6 +15,7 @@ AppWindow {
     readonly property StatisticsWindow statisticsWindow: statistics.item as StatisticsWindow
     readonly property FirstRunSetupView assistant: firstRun
     readonly property FolderPickerView folderPicker: picker
+    readonly property alias commands: commands
 
     width: 1280
     height: 800
@@ -55,6 +56,19 @@ AppWindow {
         browsePage.search.selectAll();
     }
 
+    // A control that is hidden, by what it does or by another, keeps the keyboard out of sight.
+    readonly property bool keyboardSeen: activeFocusItem?.visible ?? false
+    onKeyboardSeenChanged: catcher.restart()
+    Timer {
+        id: catcher
+
+        interval: 0
+        onTriggered: {
+            if (window.active && !window.keyboardSeen)
+                browsePage.focusGames();
+        }
+    }
+
     function filterSidebar() {
         App.sidebar.shown = true;
         sidebar.focusFilter();
@@ -63,7 +77,6 @@ AppWindow {
     Commands {
         id: commands
 
-        sheetOpen: firstRun.visible || picker.visible
         onSearchWanted: window.focusSearch()
         onSidebarFilterWanted: window.filterSidebar()
         onDetailsToggled: browsePage.detailToggled()
@@ -82,6 +95,8 @@ AppWindow {
 
         anchors.fill: parent
         orientation: Qt.Horizontal
+        // From wherever the keyboard is in the window, back to the games.
+        Keys.onEscapePressed: event => event.accepted = browsePage.focusGames()
         onResizingChanged: {
             if (!resizing && sidebar.visible && Math.abs(sidebar.width - sidebar.wantedWidth) >= 1)
                 App.sidebar.width = Math.round(sidebar.width / sidebar.scaling);

@@ -17,9 +17,7 @@ Popup {
     visible: App.thumbnails.running
     onOpened: (contentItem as ThumbnailProgress).focusCancel()
 
-    T.Overlay.modal: Rectangle {
-        color: Theme.scrim
-    }
+    T.Overlay.modal: Scrim {}
     background: Rectangle {
         color: Theme.surface
         radius: Theme.radiusDialog

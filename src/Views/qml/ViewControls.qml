@@ -45,7 +45,7 @@ Flow {
 
         iconName: "sort"
         text: qsTr("Sort by %1").arg(App.browse.sortOrder)
-        down: sortMenu.visible
+        down: sortMenu.visible || pressed
         onClicked: sortMenu.popup(sortButton, 0, sortButton.height + Theme.space4)
 
         SortMenu {
@@ -58,6 +58,7 @@ Flow {
         iconName: "filter"
         text: qsTr("Filter")
         checked: App.browse.facets.active.length > 0
+        down: filterPopup.visible || pressed
         onClicked: filterPopup.visible ? filterPopup.close() : filterPopup.open()
 
         FilterPopup {

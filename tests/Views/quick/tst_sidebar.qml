@@ -78,7 +78,7 @@ TestCase {
         const at = centre(name);
         mouseClick(list, at.x, at.y, button ?? Qt.LeftButton);
     }
-    function drag(from, to) {
+    function drag(from, to, meanwhile) {
         const source = show(from);
         const target = show(to);
         const start = source.mapToItem(list, 80, source.height / 2);
@@ -87,6 +87,8 @@ TestCase {
         mouseMove(list, start.x + 20, start.y + 4, -1, Qt.LeftButton);
         mouseMove(list, end.x, end.y, -1, Qt.LeftButton);
         const row = list.dropRow;
+        if (meanwhile)
+            meanwhile();
         mouseRelease(list, end.x, end.y);
         return row;
     }
@@ -208,6 +210,8 @@ TestCase {
         compare(App.platforms.groupOf("ScummVM"), group);
         compare(show("ScummVM").depth, 2);
         compare(show("Classics").games, 6);
+        compare(drag("ScummVM", "Windows 3x", () => keyClick(Qt.Key_Escape)), rowNamed("Platforms"));
+        compare(App.platforms.groupOf("ScummVM"), group, "escape ends the drag");
         compare(drag("ScummVM", "Smart Collections"), -1);
         compare(App.platforms.groupOf("ScummVM"), group);
         compare(drag("ScummVM", "Windows 3x"), rowNamed("Platforms"));
@@ -236,7 +240,6 @@ TestCase {
         tryVerify(() => entry("Show Games").menu.itemAt(2).subMenu.count > 0);
         entry("Show Games").menu.itemAt(2).subMenu.itemAt(0).triggered();
         compare(App.platforms.groupOf("ScummVM"), group);
-        keyClick(Qt.Key_Escape);
         tryVerify(() => list.activeFocus);
 
         list.currentIndex = rowNamed("Old");

@@ -298,8 +298,15 @@ TestCase {
             verify(commands[name].reason !== "", name);
         }
         compare(commands.setUp.text, "Setup/Install Game");
-        App.browse.currentRow = 0;
+        const select = platform => {
+            for (App.browse.currentRow = 0; App.game.platform !== platform;)
+                App.browse.currentRow += 1;
+        };
+        select("MS-DOS");
         verify(commands.play.enabled);
         compare(commands.setUp.text, "Install Selected Game");
+        select("ScummVM");
+        for (const name of ["play", "setUp", "versions", "openFolder"])
+            verify(!commands[name].enabled && commands[name].reason !== "", name);
     }
 }

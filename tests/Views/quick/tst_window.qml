@@ -218,13 +218,123 @@ TestCase {
         compare(answers.signalArguments[0][0], 1);
         compare(answers.signalArguments[1][0], 0);
     }
-    function test_commandsAreDeafWhileAQuestionIsOpen() {
-        setup.ask("Wait", "", ["OK"]);
-        tryVerify(() => window.activeFocusItem && window.activeFocusItem.text === "OK");
+    function test_commandsAreDeafUnderWhatCoversTheWindow_data() {
+        return [
+            {
+                "tag": "question",
+                "open": () => setup.ask("Wait", "", ["OK"])
+            },
+            {
+                "tag": "about",
+                "open": () => window.showAbout()
+            },
+            {
+                "tag": "picker",
+                "open": () => window.showFolderPicker()
+            },
+            {
+                "tag": "folder panel",
+                "open": () => setup.askForFolder()
+            },
+            {
+                "tag": "name",
+                "open": () => find(window.contentItem, item => item instanceof SidebarMenus).askName("", "Old", "")
+            },
+            {
+                "tag": "viewer",
+                "open": () => find(window.contentItem, item => item instanceof DetailPane).showPicture(0)
+            }
+        ];
+    }
+    function test_commandsAreDeafUnderWhatCoversTheWindow(data) {
+        App.browse.currentRow = 0;
+        tryVerify(() => App.game.hasGame);
+        const favorite = App.game.favorite;
+        data.open();
+        tryVerify(() => !window.commands.free);
+        wait(50);
+        keyClick(Qt.Key_2, Qt.ControlModifier);
+        keyClick(Qt.Key_D, Qt.ControlModifier);
         keyClick(Qt.Key_F, Qt.ControlModifier);
+        keyClick(Qt.Key_F10);
+        compare(App.browse.title, "All Games");
+        compare(App.game.favorite, favorite);
         verify(!search().activeFocus);
+        verify(!window.menuBar.menuAt(0).visible);
+        keyClick(Qt.Key_Escape);
+        tryVerify(() => window.commands.free);
+        tryVerify(() => games().activeFocus || find(window.contentItem, item => item instanceof SidebarList).activeFocus);
+        keyClick(Qt.Key_2, Qt.ControlModifier);
+        compare(App.browse.title, "Favorites");
+    }
+    function test_escapeGoesBackToTheGames_data() {
+        return [
+            {
+                "tag": "toolbar",
+                "item": () => find(window.contentItem, item => item instanceof BrowseToolbar && item.visible).nextItemInFocusChain()
+            },
+            {
+                "tag": "sidebar",
+                "item": () => find(window.contentItem, item => item instanceof SidebarList)
+            },
+            {
+                "tag": "detail pane",
+                "item": () => find(window.contentItem, item => item instanceof RatingStars)
+            },
+            {
+                "tag": "search",
+                "item": search
+            }
+        ];
+    }
+    function test_escapeGoesBackToTheGames(data) {
+        App.browse.currentRow = 0;
+        wait(50);
+        const item = data.item();
+        item.forceActiveFocus(Qt.TabFocusReason);
+        verify(!games().activeFocus);
+        keyClick(Qt.Key_Escape);
+        verify(games().activeFocus);
+        compare(App.browse.currentRow, 0);
+    }
+    function test_theKeyboardIsNeverNowhere_data() {
+        return ["Hide Details", "Back to All Games", "Clear all"].map(name => ({
+                    "tag": name
+                }));
+    }
+    // A control that goes when it is pressed.
+    function test_theKeyboardIsNeverNowhere(data) {
+        App.browse.currentRow = 0;
+        App.browse.facets.set("genre", "Adventure");
+        wait(50);
+        const scope = data.tag === "Hide Details" ? find(window.contentItem, item => item instanceof DetailPane) : window.contentItem;
+        const button = find(scope, item => item.visible && item.clicked !== undefined && item.Accessible.name === data.tag);
+        button.forceActiveFocus(Qt.TabFocusReason);
         keyClick(Qt.Key_Return);
-        tryCompare(answers, "count", 1);
+        tryVerify(() => games().activeFocus, 1000, String(window.activeFocusItem));
+        window.detailShown = true;
+    }
+    function test_aKeyEndsTheHintUnderThePointer() {
+        const button = find(window.contentItem, item => item instanceof IconButton && item.iconName === "sidebar");
+        mouseMove(button, 8, 8);
+        mouseMove(button, 9, 9);
+        tryVerify(() => button.hovered);
+        keyClick(Qt.Key_F10);
+        verify(!button.hovered);
+        tryVerify(() => window.menuBar.menuAt(0).opened);
+        keyClick(Qt.Key_Escape);
+        tryVerify(() => games().activeFocus);
+    }
+    function test_returnLeavesTheSearchForTheGamesAndPlaysNothing() {
+        App.browse.currentRow = 0;
+        keyClick(Qt.Key_F, Qt.ControlModifier);
+        for (const key of [Qt.Key_C, Qt.Key_O, Qt.Key_Space, Qt.Key_Left, Qt.Key_Right, Qt.Key_Right, Qt.Key_Up, Qt.Key_Down])
+            keyClick(key);
+        compare(search().text, "co ");
+        compare(App.browse.currentRow, 0);
+        keyClick(Qt.Key_Return);
+        verify(games().activeFocus);
+        verify(!App.launch.launching);
     }
     function test_everyControlHasAName() {
         App.browse.currentRow = 0;

@@ -17,9 +17,7 @@ Popup {
     focus: true
     closePolicy: Popup.NoAutoClose
 
-    T.Overlay.modal: Rectangle {
-        color: Theme.scrim
-    }
+    T.Overlay.modal: Scrim {}
     background: Rectangle {
         color: Theme.surface
         radius: Theme.radiusDialog

@@ -23,7 +23,7 @@ Grid {
         width: row.cell
         iconName: "layers"
         text: qsTr("Versions")
-        reason: App.detail.actions.primary === "play" || App.detail.actions.primary === "running" ? App.detail.actions.primaryReason : qsTr("The game is not installed")
+        reason: App.detail.actions.versionsReason
         available: !App.launch.launching
         onClicked: App.launch.chooseVersion()
     }

@@ -32,9 +32,7 @@ Popup {
             viewer.close();
         }
     }
-    T.Overlay.modal: Rectangle {
-        color: Theme.scrim
-    }
+    T.Overlay.modal: Scrim {}
     background: Rectangle {
         color: Theme.viewer
     }

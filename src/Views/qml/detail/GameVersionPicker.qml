@@ -16,9 +16,7 @@ Popup {
     closePolicy: Popup.NoAutoClose
     visible: App.launch.versions.active
 
-    T.Overlay.modal: Rectangle {
-        color: Theme.scrim
-    }
+    T.Overlay.modal: Scrim {}
     background: Rectangle {
         color: Theme.surface
         radius: Theme.radiusDialog
