@@ -86,6 +86,7 @@ class Window {
           m_desktop(state, *m_dialogs, m_composition.logger()) {
         m_composition.host().settings.setValue(Settings::hasCompletedFirstRun, true);
         m_desktop.installInto(m_engine);
+        state.setCollectionPath(collection);
         m_engine.load(QUrl(QStringLiteral("qrc:/qml/Ludarium/Main.qml")));
         if (m_engine.rootObjects().isEmpty())
             qFatal("there is no window");
@@ -96,7 +97,6 @@ class Window {
             ++frames;
         });
         window->show();
-        state.setCollectionPath(collection);
         m_desktop.start()->begin();
     }
 

@@ -109,6 +109,11 @@ int runDesktop(const DesktopOptions &options) {
     if (picture)
         desktop.appearance()->showReducedMotion(true);
 
+    // A picture shows the library, not a question.
+    desktop.start()->setAsking(!picture);
+    desktop.thumbnails()->setAsking(!picture);
+    // The library is read while the window is made.
+    openFirstCollection(state, options.folder);
     engine.load(QUrl(QStringLiteral("qrc:/qml/Ludarium/Main.qml")));
     if (engine.rootObjects().isEmpty())
         return EXIT_FAILURE;
@@ -129,10 +134,6 @@ int runDesktop(const DesktopOptions &options) {
                          if (!handover.folder.isEmpty())
                              desktop.openCollection(handover.folder);
                      });
-    openFirstCollection(state, options.folder);
-    // A picture shows the library, not a question.
-    desktop.start()->setAsking(!picture);
-    desktop.thumbnails()->setAsking(!picture);
     desktop.start()->setNotice(composition.settingsNotice());
     desktop.start()->begin();
 

@@ -20,7 +20,8 @@ inline constexpr Setting<QString> platformSortOrder{"platformSortOrder",
 inline constexpr Setting<QByteArray> platformGroups{"platformGroups"}; ///< JSON list of platform groups
 inline constexpr Setting<bool> sidebarShown{"sidebarShown", true};
 inline constexpr Setting<qint64> sidebarWidth{"sidebarWidth", 0}; ///< pixels at a text scale of 1; 0 suits the window
-inline constexpr Setting<QStringList> sidebarCollapsedSections{"sidebarCollapsedSections"}; ///< titles
+inline constexpr Setting<QStringList> sidebarCollapsedSections{
+    "sidebarCollapsedSections"}; ///< titles, and `playlist:{id}`
 inline constexpr Setting<QString> appTheme{
     "appTheme", u"System"}; ///< "System", "Retro Purple", "Ocean Blue", "Forest Green" or "Midnight Glass"
 inline constexpr Setting<double> textScale{"textScale", 1}; ///< 1 to 2

@@ -74,12 +74,14 @@ Item {
         width: art.width
         text: cell.title
         font.weight: Font.Medium
+        horizontalAlignment: Text.AlignLeft
         Accessible.ignored: true
     }
     AppText {
         y: titleText.y + titleText.height + 2
         width: art.width
         text: cell.platform
+        horizontalAlignment: Text.AlignLeft
         color: Theme.textSecondary
         font.pixelSize: Theme.textSmall
         Accessible.ignored: true
