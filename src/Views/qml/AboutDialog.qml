@@ -13,6 +13,7 @@ Popup {
     modal: true
     focus: true
 
+    onOpened: closeButton.takeFocus()
     T.Overlay.modal: Scrim {}
     background: Rectangle {
         color: Theme.surface
@@ -51,6 +52,8 @@ Popup {
             wrapMode: Text.Wrap
         }
         AppButton {
+            id: closeButton
+
             anchors.horizontalCenter: parent.horizontalCenter
             text: qsTr("Close")
             focus: true

@@ -29,6 +29,8 @@ ListView {
     // Covers beyond the edges reach into the view.
     cacheBuffer: Math.round(coverWidth)
     clip: true
+    Accessible.role: Accessible.List
+    Accessible.name: qsTr("Games")
     delegate: CoverflowCell {}
     // What the fingers have brought to the middle is selected.
     onMovementEnded: App.browse.currentRow = currentIndex
