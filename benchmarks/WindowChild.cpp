@@ -2,6 +2,7 @@
 
 #include "App/AppState.h"
 #include "App/Composition.h"
+#include "Host/Heap.h"
 #include "Host/Host.h"
 #include "Host/HostPaths.h"
 #include "Host/Settings.h"
@@ -289,6 +290,7 @@ int emptyWindow() {
 } // namespace
 
 int runWindowChild(int argc, char **argv) {
+    keepLargeBlocksApart();
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
     QGuiApplication application(argc, argv);

@@ -28,7 +28,7 @@ using namespace ludarium;
 
 namespace {
 
-constexpr int pictureCount = 2'000;
+constexpr int pictureCount = 400;
 constexpr int rounds = 3;
 
 /// A picture with the detail of a printed box: soft areas, hard edges, fine grain.
@@ -125,11 +125,13 @@ Measured ours(const GameList &games, const QString &collection) {
     return time;
 }
 
-/// What as many vipsthumbnail processes as `processes` take together, each with its share of the files.
+/// What as many vipsthumbnail processes as `processes` take together, each with its share of the files; with as many
+/// threads each as they choose where `threads` is 0.
 Measured theirs(const QString &program, const QStringList &files, int processes, int threads) {
     const QTemporaryDir output;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("VIPS_CONCURRENCY"), QString::number(threads));
+    if (threads > 0)
+        environment.insert(QStringLiteral("VIPS_CONCURRENCY"), QString::number(threads));
     std::vector<std::unique_ptr<QProcess>> children;
     const auto start = [&](const QStringList &share) {
         auto child = std::make_unique<QProcess>();
@@ -159,15 +161,24 @@ Measured theirs(const QString &program, const QStringList &files, int processes,
 
 void addFigures(QList<Figure> &figures, const Measured &own, const Measured &other, const QString &name) {
     const auto add = [&](const char *what, double value, double floor) {
-        figures.append({QString::fromLatin1(what), value, QStringLiteral("ms"), name, floor, 1, 0});
+        figures.append({QStringLiteral("%1 thumbnails%2").arg(pictureCount).arg(QLatin1StringView(what)), value,
+                        QStringLiteral("ms"), name, floor, 1, 0});
     };
-    add("2,000 thumbnails", own.wall, other.wall);
-    add("2,000 thumbnails, CPU time", own.cpu, other.cpu);
+    add("", own.wall, other.wall);
+    add(", CPU time", own.cpu, other.cpu);
 }
 
-void printRate(const char *who, const Measured &time) {
-    std::printf("%-44s %6.0f images/s\n", who, pictureCount / time.wall * 1e3);
+void printRate(const QString &who, const Measured &time) {
+    std::printf("%-60s %6.0f images/s\n", qUtf8Printable(who), pictureCount / time.wall * 1e3);
 }
+
+/// A way to use the other program.
+struct Use {
+    QString name;
+    int processes = 1;
+    int threads = 0; ///< in each process; 0 leaves the number to it
+    Measured time = Measured::worst();
+};
 
 } // namespace
 
@@ -192,8 +203,9 @@ int main(int argc, char **argv) {
 
     Measured own = Measured::worst();
     Measured startOnly = Measured::worst();
-    Measured together = Measured::worst();
-    Measured apart = Measured::worst();
+    Use uses[]{{QStringLiteral("vipsthumbnail, one call for all files"), 1, 0},
+               {QStringLiteral("vipsthumbnail, a process a core, of one thread"), cores, 1},
+               {QStringLiteral("vipsthumbnail, %1 processes of one thread").arg(threads), threads, 1}};
     Measured floor = Measured::worst();
     // In turns, so that whoever else works on the machine disturbs all alike.
     for (int i = 0; i < rounds; ++i) {
@@ -207,28 +219,27 @@ int main(int argc, char **argv) {
         own = own.best(ours(games, folder.path()));
         if (program.isEmpty())
             continue;
-        startOnly = startOnly.best(theirs(program, files.first(1), 1, threads));
-        together = together.best(theirs(program, files, 1, threads));
-        apart = apart.best(theirs(program, files, threads, 1));
+        startOnly = startOnly.best(theirs(program, files.first(1), 1, 0));
+        for (Use &use : uses)
+            use.time = use.time.best(theirs(program, files, use.processes, use.threads));
     }
     std::printf("\n%d pictures, %.0f kB on average, to at most 600 x 600 at quality 80, on %d cores with %d threads; "
                 "best of %d rounds\n",
                 pictureCount, bytes / pictureCount / 1000, cores, threads, rounds);
-    printRate("our pre-cache", own);
+    printRate(QStringLiteral("our pre-cache, one process, %1 threads").arg(threads), own);
     QList<Figure> figures;
     if (program.isEmpty()) {
         std::printf("vipsthumbnail is not installed (package libvips-tools)\n");
     } else {
         // Its start is measured with one picture, which takes next to nothing of it.
-        for (Measured *time : {&together, &apart})
-            *time = {time->wall - startOnly.wall, time->cpu - startOnly.cpu};
-        printRate("vipsthumbnail, one process, as many threads", together);
-        printRate("vipsthumbnail, as many processes", apart);
+        for (Use &use : uses) {
+            use.time = {use.time.wall - startOnly.wall, use.time.cpu - startOnly.cpu};
+            printRate(use.name, use.time);
+            addFigures(figures, own, use.time, use.name);
+        }
         std::printf("Taken off vipsthumbnail for its start: %.0f ms\n", startOnly.wall);
-        addFigures(figures, own, together, QStringLiteral("vipsthumbnail, one process with as many threads"));
-        addFigures(figures, own, apart, QStringLiteral("vipsthumbnail, as many processes of one thread"));
     }
-    figures.append({QStringLiteral("2,000 thumbnails beside the disk"), own.wall, QStringLiteral("ms"),
+    figures.append({QStringLiteral("%1 thumbnails beside the disk").arg(pictureCount), own.wall, QStringLiteral("ms"),
                     QStringLiteral("reading the files"), floor.wall, 0, 0});
     printFigures(QStringLiteral("Copying covers to the local disk"), figures);
     return 0;

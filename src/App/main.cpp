@@ -2,6 +2,7 @@
 #include "App/Composition.h"
 #include "App/Handover.h"
 #include "Host/Gamepad.h"
+#include "Host/Heap.h"
 #include "Host/HostPaths.h"
 #include "Host/SingleInstance.h"
 #include "Views/Desktop.h"
@@ -154,6 +155,7 @@ int runDesktop(const DesktopOptions &options) {
 
 int main(int argc, char **argv) {
     using namespace ludarium;
+    keepLargeBlocksApart();
     const DesktopOptions::Outcome outcome = DesktopOptions::parse(argc, argv);
     if (!outcome.options) {
         std::fputs(qUtf8Printable(outcome.output), outcome.exitStatus == 0 ? stdout : stderr);

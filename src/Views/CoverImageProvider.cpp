@@ -15,8 +15,8 @@ constexpr QSize defaultBox(320, 426);
 
 } // namespace
 
-CoverImageProvider::CoverImageProvider(ImageLoader &images, std::shared_ptr<CoverStore> store)
-    : m_images(images), m_store(std::move(store)) {}
+CoverImageProvider::CoverImageProvider(ImageLoader &images, std::shared_ptr<CoverStore> store, Place place)
+    : m_images(images), m_store(std::move(store)), m_place(place) {}
 
 CoverImageProvider::~CoverImageProvider() {
     finish();
@@ -24,8 +24,11 @@ CoverImageProvider::~CoverImageProvider() {
 
 QImage CoverImageProvider::produce(const QString &id, QSize size, const std::stop_token &stop) {
     const std::optional<CoverStore::Source> source = m_store->source(id);
-    const std::optional<FoundImage> found =
-        source ? m_images.bestAvailableImageURL(*source->game, source->collection) : std::nullopt;
+    if (!source)
+        return {};
+    const std::optional<FoundImage> found = m_place == Place::coverflow
+                                                ? m_images.coverflowImageURL(*source->game, source->collection)
+                                                : m_images.bestAvailableImageURL(*source->game, source->collection);
     if (!found || stop.stop_requested())
         return {};
     const QSize box = size.isEmpty() ? defaultBox : size;

@@ -9,11 +9,14 @@ namespace ludarium {
 class CoverStore;
 class ImageLoader;
 
-/// Serves `image://cover/…`: the picture that stands for a game, fitted into the requested box, with round corners.
+/// Serves `image://cover/…` and `image://coverflow/…`: the picture that stands for a game there, fitted into the
+/// requested box, with round corners.
 class CoverImageProvider : public PictureProvider {
   public:
-    /// Both must outlive it.
-    CoverImageProvider(ImageLoader &images, std::shared_ptr<CoverStore> store);
+    enum class Place { grid, coverflow };
+
+    /// `images` must outlive it.
+    CoverImageProvider(ImageLoader &images, std::shared_ptr<CoverStore> store, Place place = Place::grid);
     ~CoverImageProvider() override;
 
     /// The picture scaled to fit `box`, with round corners of `radius` pixels.
@@ -25,6 +28,7 @@ class CoverImageProvider : public PictureProvider {
   private:
     ImageLoader &m_images;
     std::shared_ptr<CoverStore> m_store;
+    Place m_place;
 };
 
 } // namespace ludarium

@@ -59,11 +59,14 @@ void Desktop::installInto(QQmlEngine &engine) {
     QQmlEngine::setObjectOwnership(this, QQmlEngine::CppOwnership);
     engine.setProperty(engineProperty, QVariant::fromValue<QObject *>(this));
     engine.addImportPath(QStringLiteral("qrc:/qml"));
-    auto *covers = new CoverImageProvider(m_state.imageLoader(), m_coverStore);
+    using Place = CoverImageProvider::Place;
+    auto *covers = new CoverImageProvider(m_state.imageLoader(), m_coverStore, Place::grid);
+    auto *coverflow = new CoverImageProvider(m_state.imageLoader(), m_coverStore, Place::coverflow);
     auto *gallery = new GalleryImageProvider(m_state.imageLoader());
     engine.addImageProvider(QStringLiteral("cover"), covers);
+    engine.addImageProvider(QStringLiteral("coverflow"), coverflow);
     engine.addImageProvider(QStringLiteral("gallery"), gallery);
-    m_pictureProviders = {covers, gallery};
+    m_pictureProviders = {covers, coverflow, gallery};
     engine.addImageProvider(QStringLiteral("icon"), new IconImageProvider);
     engine.addImageProvider(QStringLiteral("placeholder"), new PlaceholderImageProvider);
 }
@@ -149,8 +152,11 @@ void Desktop::reveal(const QString &path) {
 }
 
 void Desktop::refreshLibrary() {
-    if (!m_state.collectionPath().isEmpty())
-        spawn(m_state.gameLibrary().loadCollection(m_state.collectionPath()), "loading the collection again");
+    if (m_state.collectionPath().isEmpty())
+        return;
+    // A disk that was away has left misses behind, and pictures may have come since.
+    m_state.imageLoader().clearCache();
+    spawn(m_state.gameLibrary().loadCollection(m_state.collectionPath()), "loading the collection again");
 }
 
 void Desktop::libraryErrorChanged() {

@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QSize>
 #include <QTemporaryDir>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <gtest/gtest.h>
@@ -95,6 +96,54 @@ QByteArray manyScans(int repeats) {
     return data.insert(data.size() - 2, last.repeated(repeats));
 }
 
+/// Sixteen bits a component, without a word on what they mean.
+QByteArray deepPng() {
+    QByteArray data;
+    png_structp png = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+    png_infop info = png_create_info_struct(png);
+    const auto append = [](png_structp writer, png_bytep bytes, size_t count) {
+        static_cast<QByteArray *>(png_get_io_ptr(writer))->append(reinterpret_cast<const char *>(bytes), int(count));
+    };
+    png_set_write_fn(png, &data, append, [](png_structp) {});
+    png_set_IHDR(png, info, 16, 16, 16, PNG_COLOR_TYPE_RGB, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
+                 PNG_FILTER_TYPE_DEFAULT);
+    png_write_info(png, info);
+    QByteArray row = QByteArray::fromHex("c8c864643232").repeated(16);
+    for (int y = 0; y < 16; ++y)
+        png_write_row(png, reinterpret_cast<png_bytep>(row.data()));
+    png_write_end(png, info);
+    png_destroy_write_struct(&png, &info);
+    return data;
+}
+
+/// Cyan, magenta, yellow and black, inverted as usual.
+QByteArray inkJpeg() {
+    jpeg_compress_struct info{};
+    jpeg_error_mgr errors{};
+    info.err = jpeg_std_error(&errors);
+    jpeg_create_compress(&info);
+    uchar *bytes = nullptr;
+    unsigned long size = 0;
+    jpeg_mem_dest(&info, &bytes, &size);
+    info.image_width = info.image_height = 16;
+    info.input_components = 4;
+    info.in_color_space = JCS_CMYK;
+    jpeg_set_defaults(&info);
+    jpeg_set_quality(&info, 100, TRUE);
+    info.write_Adobe_marker = TRUE;
+    jpeg_start_compress(&info, TRUE);
+    QByteArray inks = QByteArray::fromHex("fa7d3fcc").repeated(16); // the colours over 204, of 255, of black
+    while (info.next_scanline < info.image_height) {
+        auto *row = reinterpret_cast<JSAMPROW>(inks.data());
+        jpeg_write_scanlines(&info, &row, 1);
+    }
+    jpeg_finish_compress(&info);
+    const QByteArray data(reinterpret_cast<const char *>(bytes), qsizetype(size));
+    jpeg_destroy_compress(&info);
+    std::free(bytes);
+    return data;
+}
+
 QByteArray pngOfSize(quint32 width, quint32 height) {
     QByteArray data = pngOf(quarters(2, 2));
     for (int i = 0; i < 4; ++i) {
@@ -170,17 +219,63 @@ TEST(ImageCodec, TurnsPicturesUprightAsTheCameraSays) {
     }
 }
 
-TEST(ImageCodec, AveragesWhatItMakesSmaller) {
-    Bitmap stripes = Bitmap::uninitialized(400, 300);
-    for (int y = 0; y < 300; ++y)
-        for (int x = 0; x < 400; ++x)
-            memset(stripes.row(y) + x * 4, x % 2 ? 255 : 55, 4);
-    const Bitmap small = scaled(stripes, 40, 30);
-    for (int x = 1; x < 39; ++x)
-        EXPECT_NEAR(small.row(15)[x * 4], 155, 2) << x;
+TEST(ImageCodec, KeepsTheDetailThatASmallerPictureCanHoldAndNoOther) {
+    // Waves of light across 1200 columns, made 400 wide: how much of them is left, told by the spread of the middle
+    // row.
+    struct Case {
+        int columnsAWave;
+        double least;
+        double most;
+    };
+    for (const auto &[columns, least, most] : {Case{60, 0.98, 1.01}, Case{12, 0.95, 1.05}, Case{9, 0.75, 1.05},
+                                               Case{4, 0, 0.06}, Case{3, 0, 0.02}, Case{2, 0, 0.02}}) {
+        Bitmap waves = Bitmap::uninitialized(1200, 30);
+        for (int y = 0; y < 30; ++y)
+            for (int x = 0; x < 1200; ++x)
+                memset(waves.row(y) + x * 4, qRound(128 + 100 * std::cos(2 * M_PI * x / columns)), 4);
+        const Bitmap small = scaled(waves, 400, 10);
+        double sum = 0;
+        for (int x = 40; x < 360; ++x)
+            sum += std::pow(small.row(5)[x * 4] - 128, 2);
+        const double left = std::sqrt(sum / 320 * 2) / 100;
+        EXPECT_GE(left, least) << columns;
+        EXPECT_LE(left, most) << columns;
+    }
     const Bitmap large = scaled(quarters(3, 3), 31, 17);
     EXPECT_STREQ(colorAt(large, 0, 0), "red");
     EXPECT_STREQ(colorAt(large, 30, 16), "white");
+}
+
+TEST(ImageCodec, LeavesNoFringeWhereAPictureBecomesTransparent) {
+    // A yellow disc on nothing, where the colour of what is not seen is black.
+    Bitmap disc = Bitmap::uninitialized(300, 300);
+    for (int y = 0; y < 300; ++y)
+        for (int x = 0; x < 300; ++x) {
+            const bool inside = std::hypot(x - 150, y - 150) < 120;
+            const uchar pixel[]{0, uchar(inside ? 255 : 0), uchar(inside ? 255 : 0), uchar(inside ? 255 : 0)};
+            memcpy(disc.row(y) + x * 4, pixel, 4);
+        }
+    for (const QByteArray &data : {pngOf(disc), webpOf(disc)}) {
+        const Bitmap small = decodeImage(data, 47);
+        EXPECT_FALSE(small.opaque);
+        for (int y = 0; y < small.height; ++y)
+            for (int x = 0; x < small.width; ++x) {
+                const uchar *pixel = small.row(y) + x * 4;
+                ASSERT_NEAR(pixel[2], pixel[3], 2) << x << ' ' << y << ": darker or lighter than the disc";
+                ASSERT_LE(pixel[0], pixel[3]) << "not premultiplied";
+            }
+    }
+}
+
+TEST(ImageCodec, ReadsTheUnusualKindsOfPictures) {
+    // Both of one colour: 200, 100, 50 of 255.
+    for (const QByteArray &data : {deepPng(), inkJpeg()}) {
+        const Bitmap image = decodeImage(data);
+        const uchar *pixel = image.row(7) + 7 * 4;
+        EXPECT_NEAR(pixel[2], 200, 3);
+        EXPECT_NEAR(pixel[1], 100, 3);
+        EXPECT_NEAR(pixel[0], 50, 3);
+    }
 }
 
 TEST(ImageCodec, RefusesWhatIsNoPictureBeforeItTakesTimeOrMemory) {

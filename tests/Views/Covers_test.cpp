@@ -141,6 +141,32 @@ TEST(CoverImageProvider, AnswersWhileTheDiskIsAwayAndShowsThePictureWhenItIsBack
     EXPECT_GT(widthNow(), 100);
 }
 
+TEST(CoverImageProvider, PrefersTheBoxInSpaceInTheCoverflow) {
+    TestHost machine;
+    machine.put(QStringLiteral("/Images/MS-DOS/Box - Front/Quarry-01.jpg"), jpegOf(100, 300));
+    machine.put(QStringLiteral("/Images/MS-DOS/Box - 3D/Quarry-01.jpg"), jpegOf(200, 300));
+    auto store = std::make_shared<CoverStore>();
+    store->setCollection(machine.root());
+    ImageLoader images(machine);
+    const QString address = store->url(std::make_shared<const Game>(named(QStringLiteral("Quarry"))));
+    struct Case {
+        CoverImageProvider::Place place;
+        int width;
+    };
+    for (const auto &[place, width] :
+         {Case{CoverImageProvider::Place::grid, 50}, Case{CoverImageProvider::Place::coverflow, 100}}) {
+        CoverImageProvider provider(images, store, place);
+        const std::unique_ptr<QQuickImageResponse> response(
+            provider.requestImageResponse(address.mid(int(strlen("image://cover/"))), {150, 150}));
+        bool answered = false;
+        QObject::connect(response.get(), &QQuickImageResponse::finished, &machine.notifications,
+                         [&answered] { answered = true; });
+        ASSERT_TRUE(waitUntil([&] { return answered; }));
+        const std::unique_ptr<QQuickTextureFactory> texture(response->textureFactory());
+        EXPECT_EQ(texture->textureSize().width(), width);
+    }
+}
+
 TEST(GalleryImageProvider, ServesAnyPathAtTheSizeThatIsAskedFor) {
     TestHost machine;
     ImageLoader images(machine);

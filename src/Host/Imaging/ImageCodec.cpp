@@ -31,11 +31,17 @@ struct Descriptor {
 
 /// Null when stopped. Not mapped into memory: a volume that goes away would then end the program.
 QByteArray readFile(const QString &path, const std::stop_token &stop) {
-    // Without O_NONBLOCK a named pipe called like a picture would hold the thread for ever.
-    const Descriptor file{::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)};
+    // Without O_NONBLOCK a named pipe called like a picture would hold the thread for ever; and devices may act when
+    // they are opened, so a link to one is not.
+    const QByteArray name = QFile::encodeName(path);
+    struct stat status {};
+    if (::stat(name.constData(), &status) != 0)
+        throwUnreadable(errno);
+    if (!S_ISREG(status.st_mode))
+        throw ImageError(ImageError::Case::broken, "not a file");
+    const Descriptor file{::open(name.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)};
     if (file.number < 0)
         throwUnreadable(errno);
-    struct stat status {};
     if (::fstat(file.number, &status) != 0)
         throwUnreadable(errno);
     if (!S_ISREG(status.st_mode))

@@ -15,8 +15,8 @@ inline constexpr qint64 mostImageBytes = 134'217'728;
 
 /// Decodes the (first) picture of a PNG, JPEG, GIF or WebP file, told apart by content and never by name, turned
 /// upright as its EXIF data says. With `longestSide` the picture is made smaller, never larger, so that its longer
-/// side has that many pixels; JPEG and WebP then decode at about that size and not at full size. Null when `stop` was
-/// requested. Throws ImageError. Reads files: not for the main thread.
+/// side has that many pixels; JPEG and WebP then decode at a smaller size already, where that does not show. Null when
+/// `stop` was requested. Throws ImageError. Reads files: not for the main thread.
 Bitmap decodeImageFile(const QString &path, int longestSide = 0, const std::stop_token &stop = {});
 Bitmap decodeImage(const QByteArray &data, int longestSide = 0, const std::stop_token &stop = {});
 

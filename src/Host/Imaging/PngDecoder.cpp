@@ -13,6 +13,8 @@ Bitmap decodePng(const QByteArray &data) {
     if (!png_image_begin_read_from_memory(&reader, data.constData(), size_t(data.size())))
         throw ImageError(ImageError::Case::broken, reader.message);
     checkSize(reader.width, reader.height);
+    // Sixteen bits without a word on their meaning are not linear in pictures of games.
+    reader.flags |= PNG_IMAGE_FLAG_16BIT_sRGB;
     const bool hasAlpha = (reader.format & PNG_FORMAT_FLAG_ALPHA) != 0;
     reader.format = PNG_FORMAT_BGRA;
     Bitmap image = Bitmap::uninitialized(int(reader.width), int(reader.height));

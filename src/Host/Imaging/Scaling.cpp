@@ -3,65 +3,91 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <numbers>
 #include <vector>
 
 namespace ludarium {
 
 namespace {
 
-/// One pixel with room for sums; the compiler makes vector instructions of its arithmetic.
-using Pixel = float __attribute__((vector_size(16)));
+/// One pixel as numbers; the compiler makes vector instructions of its arithmetic.
+using Floats = float __attribute__((vector_size(16)));
+struct Pixel {
+    Floats value{};
+};
 using Bytes = uchar __attribute__((vector_size(4)));
 
-/// The weighted inputs of each output along one side: a triangle as wide as an output pixel, which averages when the
-/// picture becomes smaller and interpolates when it becomes larger.
+/// The weighted inputs of each output along one side, by a Lanczos window of three lobes as wide as an output pixel,
+/// or an input pixel where the picture becomes larger.
 struct Filter {
     std::vector<int> first;
-    std::vector<float> weights; ///< `taps` for each output
+    std::vector<Pixel> weights; ///< `taps` for each output, each once for every component
     int taps = 0;
 
     Filter(int from, int to) {
         const double step = double(from) / to;
-        const double reach = std::max(1.0, step);
-        taps = std::min(from, int(std::ceil(reach)) * 2 + 1);
-        first.resize(size_t(to));
-        weights.assign(size_t(to) * size_t(taps), 0);
+        const double width = std::max(1.0, step);
+        const double reach = lobes * width;
+        taps = int(std::min(double(from), std::floor(2 * reach) + 1));
+        first.reserve(size_t(to));
+        weights.reserve(size_t(to) * size_t(taps));
+        std::vector<double> raw(size_t(taps), 0);
         for (int i = 0; i < to; ++i) {
             const double centre = (i + 0.5) * step - 0.5;
             const int begin = std::clamp(int(std::ceil(centre - reach)), 0, from - taps);
-            first[size_t(i)] = begin;
-            float *weight = &weights[size_t(i) * size_t(taps)];
             double sum = 0;
             for (int k = 0; k < taps; ++k)
-                sum += weight[k] = float(std::max(0.0, 1 - std::abs(begin + k - centre) / reach));
-            for (int k = 0; k < taps; ++k)
-                weight[k] = float(weight[k] / sum);
+                sum += raw[size_t(k)] = lanczos((begin + k - centre) / width);
+            first.push_back(begin);
+            for (const double weight : raw) {
+                const auto share = float(weight / sum);
+                weights.push_back(Pixel{Floats{} + share});
+            }
         }
+    }
+
+  private:
+    static constexpr double lobes = 3;
+
+    static double lanczos(double x) {
+        if (std::abs(x) < 1e-9)
+            return 1;
+        const double angle = std::numbers::pi * x;
+        return std::abs(x) >= lobes ? 0 : lobes * std::sin(angle) * std::sin(angle / lobes) / (angle * angle);
     }
 };
 
-Pixel load(const uchar *bytes) {
-    Bytes pixel;
-    std::memcpy(&pixel, bytes, sizeof pixel);
-    return __builtin_convertvector(pixel, Pixel);
-}
-
-void store(Pixel sum, uchar *bytes) {
-    using Whole = int __attribute__((vector_size(16)));
-    const Whole rounded = __builtin_convertvector(sum + 0.5F, Whole);
-    const Bytes pixel = __builtin_convertvector(rounded, Bytes);
-    std::memcpy(bytes, &pixel, sizeof pixel);
-}
-
-void scaleRow(const uchar *from, uchar *to, int width, const Filter &filter) {
-    const float *weight = filter.weights.data();
-    for (int x = 0; x < width; ++x, weight += filter.taps) {
-        const uchar *source = from + size_t(filter.first[size_t(x)]) * 4;
-        Pixel sum{};
-        for (int k = 0; k < filter.taps; ++k)
-            sum += weight[k] * load(source + k * 4);
-        store(sum, to + size_t(x) * 4);
+void load(const uchar *bytes, std::vector<Pixel> &row) {
+    for (Pixel &pixel : row) {
+        Bytes components;
+        std::memcpy(&components, bytes, sizeof components);
+        pixel.value = __builtin_convertvector(components, Floats);
+        bytes += sizeof components;
     }
+}
+
+void scaleRow(const Pixel *from, Pixel *to, const Filter &filter) {
+    const Pixel *weight = filter.weights.data();
+    for (const int first : filter.first) {
+        const Pixel *source = from + first;
+        Floats sum{};
+        for (int k = 0; k < filter.taps; ++k)
+            sum += weight[k].value * source[k].value;
+        (to++)->value = sum;
+        weight += filter.taps;
+    }
+}
+
+/// The filter has negative weights: near an edge a sum may be darker than black, lighter than white or, where it is
+/// partly transparent, lighter than its alpha allows.
+void store(Floats sum, uchar *bytes) {
+    using Whole = int __attribute__((vector_size(16)));
+    const float alpha = std::clamp(sum[3], 0.0F, 255.0F);
+    const Floats most{alpha, alpha, alpha, alpha};
+    sum = sum < 0 ? Floats{} : sum;
+    sum = sum > most ? most : sum;
+    const Bytes pixel = __builtin_convertvector(__builtin_convertvector(sum + 0.5F, Whole), Bytes);
+    std::memcpy(bytes, &pixel, sizeof pixel);
 }
 
 } // namespace
@@ -72,30 +98,29 @@ Bitmap scaled(const Bitmap &image, int width, int height) {
     const Filter across(image.width, width);
     const Filter down(image.height, height);
     // Rows are made narrow when they are first needed, and kept while a later output row needs them.
-    const size_t rowBytes = size_t(width) * 4;
-    std::vector<uchar> narrow(rowBytes * size_t(down.taps));
+    std::vector<Pixel> wide(static_cast<size_t>(image.width));
+    std::vector<Pixel> narrow(size_t(width) * size_t(down.taps));
+    std::vector<const Pixel *> rows(size_t(down.taps), nullptr);
     int made = 0;
     Bitmap result = Bitmap::uninitialized(width, height);
     result.opaque = image.opaque;
-    std::vector<float> sums(rowBytes);
     for (int y = 0; y < height; ++y) {
         const int begin = down.first[size_t(y)];
-        for (made = std::max(made, begin); made < begin + down.taps; ++made)
-            scaleRow(image.row(made), &narrow[size_t(made % down.taps) * rowBytes], width, across);
-        const float *weight = &down.weights[size_t(y) * size_t(down.taps)];
-        std::fill(sums.begin(), sums.end(), 0.5F);
-        for (int k = 0; k < down.taps; ++k) {
-            const float share = weight[k];
-            if (share == 0)
-                continue;
-            const uchar *row = &narrow[size_t((begin + k) % down.taps) * rowBytes];
-            float *sum = sums.data();
-            for (size_t i = 0; i < rowBytes; ++i)
-                sum[i] += share * float(row[i]);
+        const auto place = [&](int row) { return &narrow[size_t(row % down.taps) * size_t(width)]; };
+        for (made = std::max(made, begin); made < begin + down.taps; ++made) {
+            load(image.row(made), wide);
+            scaleRow(wide.data(), place(made), across);
         }
+        for (int k = 0; k < down.taps; ++k)
+            rows[size_t(k)] = place(begin + k);
+        const Pixel *weight = &down.weights[size_t(y) * size_t(down.taps)];
         uchar *out = result.row(y);
-        for (size_t i = 0; i < rowBytes; ++i)
-            out[i] = uchar(int(sums[i]));
+        for (int x = 0; x < width; ++x) {
+            Floats sum{};
+            for (int k = 0; k < down.taps; ++k)
+                sum += weight[k].value * rows[size_t(k)][x].value;
+            store(sum, out + size_t(x) * 4);
+        }
     }
     return result;
 }

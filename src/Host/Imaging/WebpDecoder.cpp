@@ -1,6 +1,8 @@
 #include "Host/Imaging/ImageError.h"
 #include "Host/Imaging/ImageFormats.h"
 
+#include <algorithm>
+#include <climits>
 #include <cstring>
 #include <memory>
 #include <webp/decode.h>
@@ -49,7 +51,8 @@ Bitmap decodeWebp(const QByteArray &data, int longestSide) {
         image.opaque = !config.input.has_alpha;
         return image;
     }
-    const QSize size = fitted(config.input.width, config.input.height, longestSide);
+    // The library only averages: half of the way down is left to a better filter.
+    const QSize size = fitted(config.input.width, config.input.height, std::min(longestSide, INT_MAX / 2) * 2);
     Bitmap image = Bitmap::uninitialized(size.width(), size.height());
     image.opaque = !config.input.has_alpha;
     if (size.width() != config.input.width || size.height() != config.input.height) {

@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <algorithm>
 
 namespace ludarium {
 
@@ -27,10 +28,6 @@ QString imageFolder(const QString &collectionPath, const QString &platform, Imag
 QString mediaFolder(const QString &collectionPath, const char *media, const QString &platform) {
     return isSafeName(platform) ? QStringLiteral("%1/%2/%3").arg(collectionPath, QLatin1StringView(media), platform)
                                 : QString();
-}
-
-QString imageKey(const Game &game, ImageType type) {
-    return game.id + QLatin1Char('_') + rawValue(type);
 }
 
 QString videoKey(const Game &game) {
@@ -104,26 +101,38 @@ std::optional<QString> ArtworkFinder::findImageURLCached(const Game &game, Image
     return find(game, type, collectionPath, [&](const QString &path, bool) { return folders.value(path); });
 }
 
+std::optional<QString> ArtworkFinder::KnownImages::url(ImageType type) const {
+    const auto hit =
+        std::find_if(found.begin(), found.end(), [=](const FoundImage &image) { return image.type == type; });
+    return hit == found.end() ? std::nullopt : std::optional(hit->url);
+}
+
+void ArtworkFinder::KnownImages::set(ImageType type, const std::optional<QString> &url) {
+    lookedFor |= quint16(1 << int(type));
+    found.removeIf([=](const FoundImage &image) { return image.type == type; });
+    if (url)
+        found.append({type, *url});
+}
+
 std::optional<FoundImage> ArtworkFinder::firstOf(const ImageTypes &preference, const Game &game,
                                                  const std::function<std::optional<QString>(ImageType)> &look) {
     for (const ImageType type : preference) {
-        const QString key = imageKey(game, type);
         std::optional<QString> url;
         bool known = false;
         int generation = 0;
         {
             const QMutexLocker lock(&m_urlCacheLock);
             generation = m_generation;
-            const auto kept = m_imageURLCache.constFind(key);
-            known = kept != m_imageURLCache.cend();
+            const auto kept = m_imageURLCache.constFind(game.id);
+            known = kept != m_imageURLCache.cend() && kept->knows(type);
             if (known)
-                url = *kept;
+                url = kept->url(type);
         }
         if (!known) {
             url = look(type);
             const QMutexLocker lock(&m_urlCacheLock);
             if (generation == m_generation)
-                m_imageURLCache.insert(key, url);
+                m_imageURLCache[game.id].set(type, url);
         }
         if (url)
             return FoundImage{type, *url};
@@ -141,8 +150,17 @@ std::optional<FoundImage> ArtworkFinder::coverflowImageURL(const Game &game, con
 
 std::optional<FoundImage> ArtworkFinder::bestListedImageURL(const Game &game, const QString &collectionPath,
                                                             const Folders &folders) {
-    return firstOf(gridPreference, game,
-                   [&](ImageType type) { return findImageURLCached(game, type, collectionPath, folders); });
+    for (const ImageType type : gridPreference) {
+        const std::optional<QString> url = findImageURLCached(game, type, collectionPath, folders);
+        {
+            const QMutexLocker lock(&m_urlCacheLock);
+            if (folders.generation == m_generation)
+                m_imageURLCache[game.id].set(type, url);
+        }
+        if (url)
+            return FoundImage{type, *url};
+    }
+    return std::nullopt;
 }
 
 std::optional<QString> ArtworkFinder::boxFrontURL(const Game &game, const QString &collectionPath) const {
@@ -158,7 +176,7 @@ std::optional<QString> ArtworkFinder::boxFrontURL(const Game &game, const QStrin
 QList<FoundImage> ArtworkFinder::allImages(const Game &game, const QString &collectionPath) {
     const QStringList prefixes = ArtworkNames::galleryPrefixes(game);
     const auto isOfGame = [&](const QString &name) {
-        const QStringView base = QStringView(name).left(name.lastIndexOf(QLatin1Char('.')));
+        const QString base = ArtworkNames::composed(name.left(name.lastIndexOf(QLatin1Char('.'))));
         return std::any_of(prefixes.begin(), prefixes.end(),
                            [&](const QString &prefix) { return base.startsWith(prefix); });
     };
@@ -185,9 +203,9 @@ QList<FoundImage> ArtworkFinder::allImages(const Game &game, const QString &coll
     return found;
 }
 
-std::optional<QString> ArtworkFinder::fileNamed(const QString &folder, const QStringList &names,
-                                                const QStringList &extensions, bool alsoSafe) {
-    const ImageDirectories::Entry entry = folder.isNull() ? nullptr : m_directories.plain(folder);
+std::optional<QString> ArtworkFinder::fileNamed(const QString &folder, const ImageDirectories::Entry &entry,
+                                                const QStringList &names, const QStringList &extensions,
+                                                bool alsoSafe) {
     if (!entry)
         return std::nullopt;
     for (const QString &name : names)
@@ -212,7 +230,8 @@ std::optional<QString> ArtworkFinder::videoURL(const Game &game, const QString &
         if (const auto kept = m_videoURLCache.constFind(videoKey(game)); kept != m_videoURLCache.cend())
             return *kept;
     }
-    std::optional<QString> url = fileNamed(mediaFolder(collectionPath, "Videos", game.platform),
+    const QString folder = mediaFolder(collectionPath, "Videos", game.platform);
+    std::optional<QString> url = fileNamed(folder, folder.isNull() ? nullptr : m_directories.plain(folder),
                                            ArtworkNames::mediaCandidates(game), ArtworkNames::videoExtensions(), true);
     const QMutexLocker lock(&m_urlCacheLock);
     if (generation == m_generation)
@@ -224,16 +243,17 @@ std::optional<QString> ArtworkFinder::manualURL(const Game &game, const QString 
     if (std::optional<QString> named = namedFile(collectionPath, game.manualPath))
         return named;
     const QString name = game.gameFolderName();
-    return name.isEmpty() ? std::nullopt
-                          : fileNamed(mediaFolder(collectionPath, "Manuals", game.platform), {name},
-                                      ArtworkNames::manualExtensions(), false);
+    const QString folder = mediaFolder(collectionPath, "Manuals", game.platform);
+    if (name.isEmpty() || folder.isNull())
+        return std::nullopt;
+    return fileNamed(folder, m_directories.plainOfNow(folder), {name}, ArtworkNames::manualExtensions(), false);
 }
 
 std::optional<QString> ArtworkFinder::musicURL(const Game &game, const QString &collectionPath) {
     if (std::optional<QString> named = namedFile(collectionPath, game.musicPath))
         return named;
     const QString folder = mediaFolder(collectionPath, "Music", game.platform);
-    const ImageDirectories::Entry entry = folder.isNull() ? nullptr : m_directories.plain(folder);
+    const ImageDirectories::Entry entry = folder.isNull() ? nullptr : m_directories.plainOfNow(folder);
     if (!entry)
         return std::nullopt;
     for (const QString &name : ArtworkNames::mediaCandidates(game)) {
@@ -245,7 +265,7 @@ std::optional<QString> ArtworkFinder::musicURL(const Game &game, const QString &
                 }))
                 return below(folder, *hit);
         }
-        if (std::optional<QString> file = fileNamed(folder, {name}, ArtworkNames::musicFileExtensions(), false))
+        if (std::optional<QString> file = fileNamed(folder, entry, {name}, ArtworkNames::musicFileExtensions(), false))
             return file;
     }
     return std::nullopt;
@@ -269,17 +289,21 @@ ArtworkFinder::Folders ArtworkFinder::preScanImageDirectories(const GameList &ga
     for (const GamePtr &game : games)
         platforms.insert(game->platform);
     Folders folders;
+    {
+        const QMutexLocker lock(&m_urlCacheLock);
+        folders.generation = m_generation;
+    }
     for (const QString &platform : std::as_const(platforms))
         for (const ImageType type : imageTypes) {
             if (stop.stop_requested())
                 return folders;
             const QString path = imageFolder(collectionPath, platform, type);
-            const ImageDirectories::Entry top = path.isNull() ? nullptr : m_directories.images(path);
+            const ImageDirectories::Entry top = path.isNull() ? nullptr : m_directories.imagesAnew(path);
             if (!top)
                 continue;
             folders.insert(path, top);
             for (const QString &region : top->subdirs)
-                if (ImageDirectories::Entry entry = m_directories.plain(below(path, region)))
+                if (ImageDirectories::Entry entry = m_directories.plainAnew(below(path, region)))
                     folders.insert(below(path, region), std::move(entry));
         }
     return folders;
@@ -301,9 +325,9 @@ QStringList ArtworkFinder::clearFound(const Game &game, const QString &collectio
     QStringList known;
     const QMutexLocker lock(&m_urlCacheLock);
     ++m_generation;
-    for (const ImageType type : imageTypes)
-        if (const std::optional<QString> url = m_imageURLCache.take(imageKey(game, type)))
-            known.append(*url);
+    const KnownImages images = m_imageURLCache.take(game.id);
+    for (const FoundImage &image : images.found)
+        known.append(image.url);
     m_videoURLCache.remove(videoKey(game));
     return known;
 }

@@ -25,7 +25,9 @@ struct FoundImage {
 class ArtworkFinder {
   public:
     /// The folders that a run over many games has listed beforehand.
-    using Folders = QHash<QString, ImageDirectories::Entry>;
+    struct Folders : QHash<QString, ImageDirectories::Entry> {
+        int generation = 0; ///< what is found in folders that were listed before a clearing is not kept
+    };
 
     std::optional<QString> findImageURL(const Game &game, ImageType type, const QString &collectionPath);
     /// The same over listed folders only, without a look at the disk; a folder that is not among them holds nothing.
@@ -49,7 +51,7 @@ class ArtworkFinder {
     /// The tracks to play, in order.
     QStringList musicFiles(const Game &game, const QString &collectionPath);
 
-    /// Lists the folders of the ten kinds, regions included, for every platform of the games.
+    /// Lists the folders of the ten kinds, regions included, for every platform of the games, as they are now.
     Folders preScanImageDirectories(const GameList &games, const QString &collectionPath,
                                     const std::stop_token &stop = {});
 
@@ -59,17 +61,26 @@ class ArtworkFinder {
     QStringList clearFound(const Game &game, const QString &collectionPath);
 
   private:
+    /// What is known of one game's pictures. Most games of a large collection lack most kinds.
+    struct KnownImages {
+        quint16 lookedFor = 0; ///< a bit for each kind
+        QList<FoundImage> found;
+
+        bool knows(ImageType type) const { return lookedFor >> int(type) & 1; }
+        std::optional<QString> url(ImageType type) const;
+        void set(ImageType type, const std::optional<QString> &url);
+    };
     using FolderSource = std::function<ImageDirectories::Entry(const QString &path, bool region)>;
     std::optional<QString> find(const Game &game, ImageType type, const QString &collectionPath,
                                 const FolderSource &source) const;
     std::optional<FoundImage> firstOf(const ImageTypes &preference, const Game &game,
                                       const std::function<std::optional<QString>(ImageType)> &look);
-    std::optional<QString> fileNamed(const QString &folder, const QStringList &names, const QStringList &extensions,
-                                     bool alsoSafe);
+    static std::optional<QString> fileNamed(const QString &folder, const ImageDirectories::Entry &entry,
+                                            const QStringList &names, const QStringList &extensions, bool alsoSafe);
 
     ImageDirectories m_directories;
-    QMutex m_urlCacheLock; ///< guards what follows; never held while the disk is looked at
-    QHash<QString, std::optional<QString>> m_imageURLCache;
+    QMutex m_urlCacheLock;                       ///< guards what follows; never held while the disk is looked at
+    QHash<QString, KnownImages> m_imageURLCache; ///< by the game's id
     QHash<QString, std::optional<QString>> m_videoURLCache;
     QSet<QString> m_missingLogged;
     int m_generation = 0; ///< of the two caches: an answer that was looked for before a clearing is not kept

@@ -60,8 +60,12 @@ QString lowerExtension(const QString &fileName) {
     return dot < 0 ? QString() : fileName.mid(dot + 1).toLower();
 }
 
+QString composed(const QString &name) {
+    return name.normalized(QString::NormalizationForm_C);
+}
+
 QString folded(const QString &name) {
-    return name.toLower().normalized(QString::NormalizationForm_C);
+    return composed(name.toLower());
 }
 
 QString safeName(QString name) {
@@ -108,7 +112,7 @@ QStringList mediaCandidates(const Game &game) {
 }
 
 QStringList galleryPrefixes(const Game &game) {
-    const QString prefix = game.title + QLatin1Char('-');
+    const QString prefix = composed(game.title) + QLatin1Char('-');
     QStringList prefixes{prefix, replaced(prefix, QStringLiteral(":"), '_'),
                          replaced(prefix, QStringLiteral(":/"), '-')};
     prefixes.removeDuplicates();

@@ -21,7 +21,9 @@ const QStringList &trackExtensions();
 
 /// Behind the last "."; empty without one. Lower case.
 QString lowerExtension(const QString &fileName);
-/// The form in which names are compared: lower case and composed, as macOS writes accents as characters of their own.
+/// Composed, as macOS writes accents as characters of their own.
+QString composed(const QString &name);
+/// The form in which names are compared: lower case and composed.
 QString folded(const QString &name);
 /// What no file system takes replaced by "_".
 QString safeName(QString name);

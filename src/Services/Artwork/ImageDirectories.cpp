@@ -17,15 +17,21 @@ bool isPicture(const QString &name) {
 
 /// Null when there is no such folder.
 std::shared_ptr<DirCacheEntry> scan(const QString &path, bool pictures) {
+    const QDateTime modified = QFileInfo(path).lastModified();
     const std::optional<QStringList> names = listFolder(path);
     if (!names && !QFileInfo::exists(path))
         return nullptr;
     auto entry = std::make_shared<DirCacheEntry>();
+    entry->modified = modified;
+    constexpr qint64 coarsestTimes = 2; // seconds, of FAT
+    entry->settled = modified.secsTo(QDateTime::currentDateTime()) > coarsestTimes;
     if (!names) {
         Log::warning(QStringLiteral("Folder cannot be listed: %1").arg(path));
         return entry;
     }
     for (const QString &name : *names) {
+        if (name.startsWith(QLatin1StringView("._")))
+            continue; // what macOS keeps beside a file on disks of other systems, under the same extension
         const bool picture = isPicture(name);
         if (picture)
             entry->files.append(name);
@@ -55,12 +61,12 @@ QString DirCacheEntry::findLoosely(const QString &wanted) const {
     return files[next - m_starts.begin() - 1];
 }
 
-ImageDirectories::Entry ImageDirectories::entry(const QString &path, bool pictures) {
+ImageDirectories::Entry ImageDirectories::entry(const QString &path, bool pictures, bool anew) {
     std::shared_ptr<Slot> slot;
     {
         const QMutexLocker lock(&m_mutex);
         std::shared_ptr<Slot> &kept = m_slots[path];
-        if (!kept)
+        if (!kept || anew)
             kept = std::make_shared<Slot>();
         slot = kept;
     }
@@ -72,6 +78,11 @@ ImageDirectories::Entry ImageDirectories::entry(const QString &path, bool pictur
             m_slots.remove(path);
     }
     return slot->entry;
+}
+
+ImageDirectories::Entry ImageDirectories::plainOfNow(const QString &path) {
+    const Entry kept = plain(path);
+    return kept && (!kept->settled || kept->modified != QFileInfo(path).lastModified()) ? plainAnew(path) : kept;
 }
 
 void ImageDirectories::clear() {

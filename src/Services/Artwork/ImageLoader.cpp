@@ -97,6 +97,8 @@ Bitmap ImageLoader::decode(const QString &url, int longestSide, const std::stop_
 template<typename Load>
 Bitmap ImageLoader::loadOnce(ImageMemoryCache &cache, const QString &key, const std::stop_token &stop,
                              const Load &load) {
+    if (Bitmap kept = cache.object(key); !kept.isNull())
+        return kept;
     int generation = 0;
     {
         const QMutexLocker lock(&m_loadingLock);
@@ -171,6 +173,8 @@ void ImageLoader::recordLoadTime(double seconds) {
 }
 
 void ImageLoader::showPreCache(bool running, double progress, const QString &status) {
+    if (running == m_isPreCaching && progress == m_preCacheProgress && status == m_preCacheStatus)
+        return;
     m_isPreCaching = running;
     m_preCacheProgress = progress;
     m_preCacheStatus = status;
@@ -243,8 +247,6 @@ QCoro::Task<> ImageLoader::backgroundPreCacheThumbnails(GameList games, QString 
 }
 
 void ImageLoader::cancelPreCache() {
-    if (!m_preCacheTask)
-        return;
     m_preCacheStop.request_stop();
     m_preCacheTask.reset();
     showPreCache(false, m_preCacheProgress, QString());

@@ -1,17 +1,51 @@
 #include "Services/Artwork/ImageMemoryCache.h"
 
+#include <algorithm>
+
 namespace ludarium {
 
-Bitmap ImageMemoryCache::object(const QString &key) {
-    const QMutexLocker lock(&m_mutex);
-    const auto found = m_byKey.constFind(key);
-    if (found == m_byKey.cend())
-        return {};
-    m_entries.splice(m_entries.begin(), m_entries, *found);
-    return m_entries.front().image;
+namespace {
+
+QByteArray withoutAlpha(const Bitmap &image) {
+    QByteArray packed(image.pixels.size() / 4 * 3, Qt::Uninitialized);
+    const char *from = image.pixels.constData();
+    char *to = packed.data();
+    for (const char *const end = to + packed.size(); to != end; from += 4, to += 3)
+        std::copy_n(from, 3, to);
+    return packed;
 }
 
-void ImageMemoryCache::insert(const QString &key, const Bitmap &image) {
+QByteArray withAlpha(const QByteArray &packed) {
+    QByteArray pixels(packed.size() / 3 * 4, Qt::Uninitialized);
+    const char *from = packed.constData();
+    char *to = pixels.data();
+    for (const char *const end = to + pixels.size(); to != end; from += 3, to += 4) {
+        std::copy_n(from, 3, to);
+        to[3] = char(255);
+    }
+    return pixels;
+}
+
+} // namespace
+
+Bitmap ImageMemoryCache::object(const QString &key) {
+    Bitmap image;
+    {
+        const QMutexLocker lock(&m_mutex);
+        const auto found = m_byKey.constFind(key);
+        if (found == m_byKey.cend())
+            return {};
+        m_entries.splice(m_entries.begin(), m_entries, *found);
+        image = m_entries.front().image;
+    }
+    if (image.opaque)
+        image.pixels = withAlpha(image.pixels);
+    return image;
+}
+
+void ImageMemoryCache::insert(const QString &key, Bitmap image) {
+    if (image.opaque && !image.isNull())
+        image.pixels = withoutAlpha(image);
     const QMutexLocker lock(&m_mutex);
     if (const auto old = m_byKey.constFind(key); old != m_byKey.cend())
         erase(*old);

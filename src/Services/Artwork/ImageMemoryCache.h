@@ -10,7 +10,8 @@
 namespace ludarium {
 
 /// Decoded pictures by key, the least recently used dropped first. Bounded by number and by bytes, where a picture
-/// counts width × height × 4; one that is larger than the whole bound is not kept. Any thread.
+/// counts width × height × 4; one that is larger than the whole bound is not kept. Opaque pictures, nearly all, are
+/// kept without their alpha, so that they take a quarter less than they count. Any thread.
 class ImageMemoryCache {
   public:
     ImageMemoryCache(qsizetype countLimit, qint64 totalCostLimit)
@@ -18,7 +19,7 @@ class ImageMemoryCache {
 
     /// Null when it is not there.
     Bitmap object(const QString &key);
-    void insert(const QString &key, const Bitmap &image);
+    void insert(const QString &key, Bitmap image);
     void remove(const QString &key);
     /// Removes every key that begins so.
     void removePrefix(const QString &prefix);
@@ -30,7 +31,7 @@ class ImageMemoryCache {
   private:
     struct Entry {
         QString key;
-        Bitmap image;
+        Bitmap image; ///< of an opaque one, `pixels` are packed
     };
     using Entries = std::list<Entry>;
     void erase(Entries::iterator entry);

@@ -19,6 +19,8 @@ Item {
     required property bool downloadable
     required property int variants
 
+    // The same game's picture for this view, which prefers boxes in space.
+    readonly property string box: cover.replace("image://cover/", "image://coverflow/")
     readonly property ListView view: ListView.view as ListView
     readonly property real slot: (view as CoverflowList)?.slot ?? 1
     readonly property real coverWidth: (view as CoverflowList)?.coverWidth ?? 0
@@ -70,7 +72,7 @@ Item {
             id: art
 
             anchors.fill: parent
-            source: cell.cover
+            source: cell.box
             title: cell.title
             initials: cell.initials
             hue: cell.hue
@@ -100,7 +102,7 @@ Item {
                 CoverArt {
                     width: body.width
                     height: body.height
-                    source: cell.cover
+                    source: cell.box
                     title: cell.title
                     initials: cell.initials
                     hue: cell.hue

@@ -155,12 +155,23 @@ TEST_F(Artwork, SearchesListedFoldersWithoutTheDisk) {
     EXPECT_EQ(other.bestListedImageURL(*games[1], collection(), folders)->type, ImageType::disc);
     EXPECT_FALSE(other.bestListedImageURL(*games[2], collection(), folders));
     EXPECT_FALSE(other.findImageURLCached(*games[0], ImageType::boxFront, collection(), folders));
+
+    EXPECT_FALSE(finder.bestAvailableImageURL(*games[2], collection()));
+    put({"Images/MS-DOS/Banner/Nothing.gif"});
+    finder.bestListedImageURL(*games[2], collection(), folders);
+    EXPECT_FALSE(finder.bestAvailableImageURL(*games[2], collection())) << "a miss of before";
+    finder.bestListedImageURL(*games[2], collection(), finder.preScanImageDirectories(games, collection()));
+    EXPECT_EQ(finder.bestAvailableImageURL(*games[2], collection())->type, ImageType::banner) << "listed anew";
+    finder.clearFound();
+    finder.bestListedImageURL(*games[2], collection(), folders);
+    EXPECT_TRUE(finder.bestAvailableImageURL(*games[2], collection())) << "older than the clearing";
 }
 
 TEST_F(Artwork, ShowsEveryNumberedPictureOfAGameKindAfterKind) {
     put({"Images/MS-DOS/Box - Front/What: If-02.jpg", "Images/MS-DOS/Box - Front/What_ If-01.jpg",
          "Images/MS-DOS/Box - Front/Europe/What- If-01.PNG", "Images/MS-DOS/Box - Front/What: If.jpg",
          "Images/MS-DOS/Box - Front/What: If-notes.txt", "Images/MS-DOS/Box - Front/what: if-01.jpg",
+         "Images/MS-DOS/Disc/Cafe\u0301-01.jpg", "Images/MS-DOS/Disc/._Cafe\u0301-02.jpg",
          "Images/MS-DOS/Disc/What: If-01.jpg", "Images/MS-DOS/Box - Back/What: If-01.jpg"});
     ArtworkFinder finder;
     QStringList found;
@@ -169,6 +180,8 @@ TEST_F(Artwork, ShowsEveryNumberedPictureOfAGameKindAfterKind) {
     EXPECT_EQ(found, (QStringList{text("Box Art Europe/What- If-01.PNG"), text("Box Art What: If-02.jpg"),
                                   text("Box Art What_ If-01.jpg"), text("Box Back What: If-01.jpg"),
                                   text("Disc What: If-01.jpg")}));
+    EXPECT_EQ(finder.allImages(named("Caf\u00e9"), collection()).size(), 1) << "an accent written in either way";
+    EXPECT_FALSE(finder.findImageURL(named("Caf\u00e9-02"), ImageType::disc, collection())) << "no picture";
     EXPECT_EQ(relative(finder.boxFrontURL(named("What: If"), collection())),
               text("Images/MS-DOS/Box - Front/What: If.jpg"));
 }
@@ -211,6 +224,11 @@ TEST_F(Artwork, FindsVideosManualsAndMusic) {
     game.manualPath = text("..\\outside.pdf");
     game.musicPath = text("Music\\MS-DOS");
     m_host.put(text("/outside.pdf"));
+    const Game late = named("Late Music");
+    ArtworkFinder lasting;
+    EXPECT_FALSE(lasting.musicURL(late, collection()));
+    put({"Music/MS-DOS/Late Music.ogg"});
+    EXPECT_TRUE(lasting.musicURL(late, collection())) << "what was not there is looked for again";
     EXPECT_EQ(find(text("manual")), text("Manuals/MS-DOS/quarry94.pdf")) << "nothing outside the collection";
     EXPECT_EQ(find(text("music")), text("Music/MS-DOS/Quarry: II, The (1994).xm")) << "a folder is no file";
 }

@@ -102,6 +102,14 @@ TEST(ImageMemoryCache, DropsTheLeastRecentlyUsedBeyondEitherBound) {
     EXPECT_EQ(cache.totalCost(), 4 * one) << "the same key replaces";
     cache.removePrefix(text("a_"));
     EXPECT_EQ(cache.totalCost(), one);
+
+    Bitmap glass = quarters(3, 3);
+    glass.opaque = false;
+    glass.pixels[7] = 0;
+    for (const Bitmap &image : {quarters(3, 3), glass}) {
+        cache.insert(text("c"), image);
+        EXPECT_EQ(cache.object(text("c")).pixels, image.pixels) << "whatever form they are kept in";
+    }
 }
 
 TEST(LoadTimes, AskOnceWhenTheMedianOfTheLastTwentyIsSlow) {
