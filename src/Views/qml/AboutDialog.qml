@@ -13,7 +13,6 @@ Popup {
     modal: true
     focus: true
 
-    onOpened: closeButton.takeFocus()
     T.Overlay.modal: Scrim {}
     background: Rectangle {
         color: Theme.surface
@@ -52,11 +51,11 @@ Popup {
             wrapMode: Text.Wrap
         }
         AppButton {
-            id: closeButton
-
             anchors.horizontalCenter: parent.horizontalCenter
             text: qsTr("Close")
             focus: true
+            // The only one to press; its ring says so.
+            onActiveFocusChanged: focusReason = Qt.TabFocusReason
             onClicked: about.close()
         }
     }
