@@ -132,6 +132,7 @@ int runDesktop(const DesktopOptions &options) {
     openFirstCollection(state, options.folder);
     // A picture shows the library, not a question.
     desktop.start()->setAsking(!picture);
+    desktop.thumbnails()->setAsking(!picture);
     desktop.start()->setNotice(composition.settingsNotice());
     desktop.start()->begin();
 

@@ -56,8 +56,11 @@ SqliteSettingsStore::~SqliteSettingsStore() {
 void SqliteSettingsStore::open() {
     m_problem.clear();
     try {
-        if (!QFileInfo::exists(m_folder) && QDir().mkpath(m_folder))
+        if (!QFileInfo::exists(m_folder)) {
+            if (!QDir().mkpath(m_folder))
+                throw SqliteError(SQLITE_CANTOPEN, QString::fromLocal8Bit(std::strerror(errno)));
             QFile::setPermissions(m_folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        }
         const bool alone = lock(true);
         if (!alone && !lock(false))
             throw SqliteError(SQLITE_BUSY, m_lock < 0 ? QString::fromLocal8Bit(std::strerror(errno))

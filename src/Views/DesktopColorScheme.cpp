@@ -1,6 +1,7 @@
 #include "Views/DesktopColorScheme.h"
 
-#include <QDBusConnection>
+#include "Host/AppLogger.h"
+
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -22,16 +23,17 @@ constexpr uint lightScheme = 2;
 
 } // namespace
 
-DesktopColorScheme::DesktopColorScheme(QObject *parent) : QObject(parent) {
+DesktopColorScheme::DesktopColorScheme(QDBusConnection bus, QObject *parent) : QObject(parent) {
     qApp->installEventFilter(this);
     // There the palette is the system's from the first moment on; elsewhere it may be nobody's choice.
     if (QGuiApplication::platformName() == QLatin1StringView("cocoa"))
         QMetaObject::invokeMethod(this, &DesktopColorScheme::followPalette, Qt::QueuedConnection);
-    QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())
         return;
-    bus.connect(portalService, portalPath, portalInterface, QStringLiteral("SettingChanged"), this,
-                SLOT(settingChanged(QString, QString, QDBusVariant)));
+    // The whole message: a slot that takes a QDBusVariant is refused as long as nothing has made Qt register that type.
+    if (!bus.connect(portalService, portalPath, portalInterface, QStringLiteral("SettingChanged"), this,
+                     SLOT(settingChanged(QDBusMessage))))
+        Log::warning(QStringLiteral("⚠️ A change of the desktop's colours will not be noticed"));
     QDBusMessage question =
         QDBusMessage::createMethodCall(portalService, portalPath, portalInterface, QStringLiteral("Read"));
     question << QString(appearanceGroup) << QString(colorSchemeKey);
@@ -49,9 +51,10 @@ DesktopColorScheme::DesktopColorScheme(QObject *parent) : QObject(parent) {
     });
 }
 
-void DesktopColorScheme::settingChanged(const QString &group, const QString &key, const QDBusVariant &value) {
-    if (group == appearanceGroup && key == colorSchemeKey)
-        setScheme(value.variant().toUInt());
+void DesktopColorScheme::settingChanged(const QDBusMessage &message) {
+    const QVariantList told = message.arguments();
+    if (told.size() == 3 && told[0].toString() == appearanceGroup && told[1].toString() == colorSchemeKey)
+        setScheme(told[2].value<QDBusVariant>().variant().toUInt());
 }
 
 void DesktopColorScheme::setScheme(uint scheme) {

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QDBusVariant>
+#include <QDBusConnection>
+#include <QDBusMessage>
 #include <QObject>
 
 namespace ludarium {
@@ -11,7 +12,7 @@ namespace ludarium {
 class DesktopColorScheme : public QObject {
     Q_OBJECT
   public:
-    explicit DesktopColorScheme(QObject *parent = nullptr);
+    explicit DesktopColorScheme(QDBusConnection bus = QDBusConnection::sessionBus(), QObject *parent = nullptr);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
 
@@ -19,7 +20,7 @@ class DesktopColorScheme : public QObject {
     void darkChanged(bool dark);
 
   private Q_SLOTS:
-    void settingChanged(const QString &group, const QString &key, const QDBusVariant &value);
+    void settingChanged(const QDBusMessage &message);
 
   private:
     void setScheme(uint scheme);

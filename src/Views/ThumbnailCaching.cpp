@@ -17,7 +17,7 @@ namespace ludarium {
 ThumbnailCaching::ThumbnailCaching(AppState &state, QObject *parent) : QObject(parent), m_state(state) {
     connect(&state.imageLoader(), &ImageLoader::preCacheChanged, this, &ThumbnailCaching::changed);
     connect(&state.host().notifications, &NotificationCenter::posted, this, [this](const QString &name) {
-        if (name == Notifications::slowLoadDetected)
+        if (m_asking && name == Notifications::slowLoadDetected)
             spawn(offer(), "offering to cache thumbnails");
     });
 }

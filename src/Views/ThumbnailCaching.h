@@ -25,6 +25,8 @@ class ThumbnailCaching : public QObject {
     double progress() const; ///< 0 to 1
     QString status() const;
 
+    /// Without asking, slow covers raise no question.
+    void setAsking(bool asking) { m_asking = asking; }
     /// Turns the copies on and makes them all.
     Q_INVOKABLE void start();
     Q_INVOKABLE void cancel();
@@ -40,6 +42,7 @@ class ThumbnailCaching : public QObject {
     QCoro::Task<> copyAll();
 
     AppState &m_state;
+    bool m_asking = true;
 };
 
 } // namespace ludarium

@@ -81,8 +81,8 @@ TEST_F(PackageTest, IsWholeAndStartsFromWhereItWasUnpacked) {
          {"share/applications/com.ludarium.app.desktop", "share/metainfo/com.ludarium.app.metainfo.xml",
           "share/icons/hicolor/scalable/apps/com.ludarium.app.svg",
           "share/icons/hicolor/symbolic/apps/com.ludarium.app-symbolic.svg",
-          "share/icons/hicolor/48x48/apps/com.ludarium.app.png", "share/man/man1/ludarium.1",
-          "share/man/man1/ludarium-cli.1", "share/bash-completion/completions/ludarium-cli"})
+          "share/icons/hicolor/48x48/apps/com.ludarium.app.png", "share/man/man1/ludarium.1.gz",
+          "share/man/man1/ludarium-cli.1.gz", "share/bash-completion/completions/ludarium-cli"})
         EXPECT_TRUE(QFile::exists(installed(path))) << path;
     tool("desktop-file-validate", {installed("share/applications/com.ludarium.app.desktop")});
     tool("appstreamcli", {QStringLiteral("validate"), QStringLiteral("--no-net"),

@@ -104,20 +104,25 @@ void premultiply(Bitmap &image) {
 
 Bitmap decodeImage(const QByteArray &data, int longestSide, const std::stop_token &stop) {
     Bitmap image;
-    if (data.startsWith("\xff\xd8"))
+    int orientation = 1; // of a JPEG file, its decoder has taken care
+    if (data.startsWith("\xff\xd8")) {
         image = imaging::decodeJpeg(data, longestSide, stop);
-    else if (data.startsWith("\x89PNG"))
+    } else if (data.startsWith("\x89PNG")) {
         image = imaging::decodePng(data);
-    else if (data.startsWith("GIF8"))
+        orientation = imaging::chunkOrientation(data);
+    } else if (data.startsWith("GIF8")) {
         image = imaging::decodeGif(data);
-    else if (data.startsWith("RIFF") && data.mid(8, 4) == "WEBP")
+    } else if (data.startsWith("RIFF") && data.mid(8, 4) == "WEBP") {
         image = imaging::decodeWebp(data, longestSide);
-    else
+        orientation = imaging::chunkOrientation(data);
+    } else {
         throw ImageError(ImageError::Case::broken, "not a picture of a known format");
+    }
     if (image.isNull() || stop.stop_requested())
         return {};
     const QSize size = imaging::fitted(image.width, image.height, longestSide);
-    return scaled(image, size.width(), size.height());
+    // Turning is cheaper on the smaller picture.
+    return imaging::upright(scaled(image, size.width(), size.height()), orientation);
 }
 
 Bitmap decodeImageFile(const QString &path, int longestSide, const std::stop_token &stop) {

@@ -23,6 +23,8 @@ Bitmap decodeWebp(const QByteArray &data, int longestSide);
 
 /// The orientation, 1 to 8, that the bytes of an EXIF segment give, those after "Exif\0\0"; 1 without one.
 int exifOrientation(const uchar *bytes, size_t count);
+/// The same of a whole PNG or WebP file, which keeps them in a chunk of its own.
+int chunkOrientation(const QByteArray &file);
 /// The picture turned and mirrored as the orientation says.
 Bitmap upright(const Bitmap &image, int orientation);
 

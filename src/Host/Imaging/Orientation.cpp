@@ -1,5 +1,6 @@
 #include "Host/Imaging/ImageFormats.h"
 
+#include <QtEndian>
 #include <cstring>
 
 namespace ludarium::imaging {
@@ -22,6 +23,30 @@ int exifOrientation(const uchar *bytes, size_t count) {
             const unsigned value = two(at + 8);
             return value >= 1 && value <= 8 ? int(value) : 1;
         }
+    return 1;
+}
+
+int chunkOrientation(const QByteArray &file) {
+    // PNG: after 8 bytes, the length with its highest byte first, a name, the bytes and a sum. WebP: after 12 bytes, a
+    // name, the length with its lowest byte first, and the bytes, filled up to an even number.
+    const bool png = file.startsWith("\x89PNG");
+    const auto *bytes = reinterpret_cast<const uchar *>(file.constData());
+    const auto size = size_t(file.size());
+    constexpr size_t head = 8;
+    constexpr size_t sum = 4;
+    for (size_t at = png ? 8 : 12; at + head <= size;) {
+        const uchar *length = bytes + at + (png ? 0 : 4);
+        const uchar *name = bytes + at + (png ? 4 : 0);
+        const size_t count = png ? qFromBigEndian<quint32>(length) : qFromLittleEndian<quint32>(length);
+        if (count > size - at - head)
+            return 1;
+        if (std::memcmp(name, png ? "eXIf" : "EXIF", 4) == 0) {
+            // Some programs write the mark of a JPEG file before it.
+            const size_t mark = count >= 6 && std::memcmp(bytes + at + head, "Exif\0\0", 6) == 0 ? 6 : 0;
+            return exifOrientation(bytes + at + head + mark, count - mark);
+        }
+        at += head + count + (png ? sum : count % 2);
+    }
     return 1;
 }
 

@@ -40,7 +40,7 @@ HintArea {
         contentItem: ActionFace {
             text: action.text
             iconName: action.iconName
-            ink: action.checked ? Theme.accent : button.hovered || !button.enabled ? Theme.text : Theme.textSecondary
+            ink: action.checked ? Theme.accent : Theme.text
         }
         background: Rectangle {
             radius: Theme.radius
