@@ -56,8 +56,12 @@ AppWindow {
                 checked: true
                 font.pixelSize: Theme.textBody
                 Accessible.name: text
-                Keys.onReturnPressed: click()
-                Keys.onEnterPressed: click()
+                Keys.onReturnPressed: flip()
+                Keys.onEnterPressed: flip()
+                function flip() {
+                    toggle();
+                    toggled();
+                }
                 indicator: Rectangle {
                     y: (parent.height - height) / 2
                     implicitWidth: 18
