@@ -34,7 +34,11 @@ QImage CoverImageProvider::produce(const QString &id, QSize size, const std::sto
     const QSize box = size.isEmpty() ? defaultBox : size;
     // QML asks in pixels of the screen, of which a point has up to two; the thumbnail has two for each point.
     const QSize points((box.width() + 1) / 2, (box.height() + 1) / 2);
-    return framed(imageOf(m_images.thumbnailNow(found->url, points, stop)), box, box.width() * cornerShare);
+    return framed(imageOf(m_images.thumbnailNow(found->url, points, stop)), box, cornerRadius(box.width()));
+}
+
+double CoverImageProvider::cornerRadius(int width) {
+    return width * cornerShare;
 }
 
 QImage CoverImageProvider::framed(QImage picture, QSize box, double radius) {

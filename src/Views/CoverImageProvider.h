@@ -19,6 +19,8 @@ class CoverImageProvider : public PictureProvider {
     CoverImageProvider(ImageLoader &images, std::shared_ptr<CoverStore> store, Place place = Place::grid);
     ~CoverImageProvider() override;
 
+    /// Of the corners of a cover so many pixels wide.
+    static double cornerRadius(int width);
     /// The picture scaled to fit `box`, with round corners of `radius` pixels.
     static QImage framed(QImage picture, QSize box, double radius);
 

@@ -6,6 +6,7 @@
 #include "Host/Workspace.h"
 #include "Services/Artwork/ImageLoader.h"
 #include "Services/Library/GameLibrary.h"
+#include "Views/BadgeImageProvider.h"
 #include "Views/CoverImageProvider.h"
 #include "Views/DesktopColorScheme.h"
 #include "Views/GalleryImageProvider.h"
@@ -68,6 +69,7 @@ void Desktop::installInto(QQmlEngine &engine) {
     engine.addImageProvider(QStringLiteral("gallery"), gallery);
     m_pictureProviders = {covers, coverflow, gallery};
     engine.addImageProvider(QStringLiteral("icon"), new IconImageProvider);
+    engine.addImageProvider(QStringLiteral("badge"), new BadgeImageProvider);
     engine.addImageProvider(QStringLiteral("placeholder"), new PlaceholderImageProvider);
 }
 

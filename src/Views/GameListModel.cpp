@@ -74,14 +74,12 @@ QVariant GameListModel::data(const QModelIndex &index, int role) const {
         return titleHue(shown->title);
     case favoriteRole:
         return any([](const GamePtr &game) { return game->isFavorite; });
-    case installedRole:
-        return any([](const GamePtr &game) { return game->isInstalled; });
-    case compressedRole:
-        return any([](const GamePtr &game) { return game->isCompressed && !game->isInstalled; });
-    case downloadableRole:
-        return any([](const GamePtr &game) { return game->isDownloadable && !game->isInstalled; });
     case variantsRole:
         return m_grouped ? int(m_groups[index.row()].variants.size()) : 1;
+    case badgesRole:
+        return coverBadges(variants(index.row()));
+    case spokenRole:
+        return spokenText(shown->title, data(index, platformRole).toString(), variants(index.row()));
     default:
         return {};
     }
@@ -103,10 +101,9 @@ QHash<int, QByteArray> GameListModel::roleNames() const {
             {initialsRole, "initials"},
             {hueRole, "hue"},
             {favoriteRole, "favorite"},
-            {installedRole, "installed"},
-            {compressedRole, "compressed"},
-            {downloadableRole, "downloadable"},
-            {variantsRole, "variants"}};
+            {variantsRole, "variants"},
+            {badgesRole, "badges"},
+            {spokenRole, "spoken"}};
 }
 
 GamePtr GameListModel::game(int row) const {

@@ -33,11 +33,10 @@ class GameListModel : public QAbstractListModel {
         coverRole,
         initialsRole,
         hueRole,
-        favoriteRole, ///< of a group, whether one of its games has it; so also the next three
-        installedRole,
-        compressedRole,
-        downloadableRole,
-        variantsRole ///< number of games of a group, 1 for a game
+        favoriteRole, ///< of a group, whether one of its games is
+        variantsRole, ///< number of games of a group, 1 for a game
+        badgesRole,   ///< the marks of its cover, see BadgeImageProvider; empty without one
+        spokenRole    ///< all that a cell shows, for a screen reader
     };
 
     explicit GameListModel(std::shared_ptr<CoverStore> covers, QObject *parent = nullptr);

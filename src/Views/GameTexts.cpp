@@ -1,9 +1,27 @@
 #include "Views/GameTexts.h"
 
+#include <QCoreApplication>
 #include <QLocale>
 #include <algorithm>
 
 namespace ludarium {
+
+namespace {
+
+enum class Status { none, downloadable, compressed, installed };
+
+bool hasAny(const GameList &games, bool Game::*flag) {
+    return std::any_of(games.begin(), games.end(), [&](const GamePtr &game) { return (*game).*flag; });
+}
+
+Status bestStatus(const GameList &games) {
+    return hasAny(games, &Game::isInstalled)      ? Status::installed
+           : hasAny(games, &Game::isCompressed)   ? Status::compressed
+           : hasAny(games, &Game::isDownloadable) ? Status::downloadable
+                                                  : Status::none;
+}
+
+} // namespace
 
 QString platformsText(const GameGroup &group) {
     QStringList platforms = group.availablePlatforms();
@@ -34,14 +52,48 @@ QString playTimeText(double seconds) {
 }
 
 QString statusText(const GameList &games) {
-    const auto any = [&](bool Game::*flag) {
-        return std::any_of(games.begin(), games.end(), [&](const GamePtr &game) { return (*game).*flag; });
-    };
-    if (any(&Game::isInstalled))
-        return QStringLiteral("Installed");
-    if (any(&Game::isCompressed))
-        return QStringLiteral("Compressed");
-    return any(&Game::isDownloadable) ? QStringLiteral("Downloadable") : QString();
+    switch (bestStatus(games)) {
+    case Status::installed:
+        return QCoreApplication::translate("GameTexts", "Installed");
+    case Status::compressed:
+        return QCoreApplication::translate("GameTexts", "Compressed");
+    case Status::downloadable:
+        return QCoreApplication::translate("GameTexts", "Downloadable");
+    case Status::none:
+        return {};
+    }
+    return {};
+}
+
+QString coverBadges(const GameList &games) {
+    QStringList badges;
+    switch (bestStatus(games)) {
+    case Status::installed:
+        badges.append(QStringLiteral("check"));
+        break;
+    case Status::compressed:
+        badges.append(QStringLiteral("archive"));
+        break;
+    case Status::downloadable:
+        badges.append(QStringLiteral("download"));
+        break;
+    case Status::none:
+        break;
+    }
+    if (games.size() > 1)
+        badges.append(QStringLiteral("stack:%L1").arg(games.size()));
+    return badges.join(u'+');
+}
+
+QString spokenText(const QString &title, const QString &platform, const GameList &games) {
+    QStringList parts{title, platform};
+    if (games.size() > 1)
+        parts.append(QCoreApplication::translate("GameTexts", "%L1 variants").arg(games.size()));
+    if (hasAny(games, &Game::isFavorite))
+        parts.append(QCoreApplication::translate("GameTexts", "Favorite"));
+    parts.append(statusText(games));
+    parts.removeAll(QString());
+    return parts.join(QStringLiteral(", "));
 }
 
 } // namespace ludarium

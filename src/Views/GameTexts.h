@@ -15,5 +15,10 @@ QString dateText(const std::optional<QDateTime> &date);
 QString playTimeText(double seconds);
 /// What can be done with the best of these games: "Installed" before "Compressed" before "Downloadable".
 QString statusText(const GameList &games);
+/// What stands on the cover of these games, as `BadgeImageProvider` reads it: what can be done with the best of them,
+/// and how many they are.
+QString coverBadges(const GameList &games);
+/// All that a cell of these games shows in one sentence: its title, platform, variants, favourite and status.
+QString spokenText(const QString &title, const QString &platform, const GameList &games);
 
 } // namespace ludarium

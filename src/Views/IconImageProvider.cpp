@@ -8,18 +8,21 @@ namespace ludarium {
 
 QImage IconImageProvider::requestImage(const QString &id, QSize *size, const QSize &requestedSize) {
     const QSize wanted = requestedSize.isEmpty() ? QSize(24, 24) : requestedSize;
-    QImage image(wanted, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
     if (size)
         *size = wanted;
-    const qsizetype slash = id.indexOf(QLatin1Char('/'));
-    QFile file(QStringLiteral(":/qml/Ludarium/icons/%1.svg").arg(id.left(slash)));
+    return drawn(id.section(u'/', 0, 0), QColor(u'#' + id.section(u'/', 1)), wanted);
+}
+
+QImage IconImageProvider::drawn(const QString &name, const QColor &color, QSize size) {
+    QImage image(size, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QFile file(QStringLiteral(":/qml/Ludarium/icons/%1.svg").arg(name));
     if (!file.open(QIODevice::ReadOnly)) {
-        qWarning("No icon is called \"%s\"", qUtf8Printable(id.left(slash)));
+        qWarning("No icon is called \"%s\"", qUtf8Printable(name));
         return image;
     }
     QByteArray drawing = file.readAll();
-    drawing.replace("currentColor", "#" + id.mid(slash + 1).toUtf8());
+    drawing.replace("currentColor", color.name().toLatin1());
     QSvgRenderer renderer(drawing);
     renderer.setAspectRatioMode(Qt::KeepAspectRatio);
     QPainter painter(&image);

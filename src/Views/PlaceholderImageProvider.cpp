@@ -1,5 +1,7 @@
 #include "Views/PlaceholderImageProvider.h"
 
+#include "Views/CoverImageProvider.h"
+
 #include <QPainter>
 #include <QPainterPath>
 
@@ -7,8 +9,6 @@ namespace ludarium {
 
 namespace {
 
-/// As the pictures of games have them.
-constexpr double cornerShare = 0.047;
 constexpr double spineShare = 0.055;
 constexpr QSize defaultSize(168, 224);
 
@@ -25,7 +25,7 @@ QImage PlaceholderImageProvider::requestImage(const QString &id, QSize *size, co
         *size = wanted;
     const float hue = float(((id.toInt() % tints) + tints) % tints) / tints;
     const QRectF box(0, 0, wanted.width(), wanted.height());
-    const double radius = box.width() * cornerShare;
+    const double radius = CoverImageProvider::cornerRadius(wanted.width());
 
     QImage image(wanted, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);

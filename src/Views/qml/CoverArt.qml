@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Window
 import Ludarium
 
 // The picture of a game with its own proportions, standing on the lower edge; until it is there, and where there is
@@ -8,9 +7,10 @@ Item {
     id: art
 
     required property string source
-    required property string title
     required property string initials
     required property real hue
+    // Width of the item in pixels of the screen; nothing is asked for while it is 0.
+    required property int requestWidth
     property alias verticalAlignment: picture.verticalAlignment
 
     readonly property bool hasPicture: picture.status === Image.Ready && picture.implicitWidth > 1
@@ -19,83 +19,63 @@ Item {
     readonly property real coverHeight: hasPicture ? picture.paintedHeight : height
     readonly property real coverX: (width - coverWidth) / 2
     readonly property real coverY: picture.verticalAlignment === Image.AlignTop ? 0 : height - coverHeight
-    // What is asked for is exactly what is shown, so that nothing is scaled twice; but not every width that the
-    // dragged edge of a window goes through.
-    property int requestWidth: 0
 
-    onWidthChanged: requestWidth === 0 ? settled.triggered() : settled.restart()
-
-    Timer {
-        id: settled
-
-        interval: 150
-        onTriggered: art.requestWidth = Math.round(art.width * Screen.devicePixelRatio)
+    onHasPictureChanged: {
+        if (hasPicture) {
+            fade.restart();
+        } else {
+            fade.stop();
+            picture.opacity = 0;
+        }
     }
 
     Image {
-        id: placeholder
+        id: ground
 
-        anchors.fill: parent
+        width: art.width
+        height: art.height
+        visible: picture.opacity < 1
         source: art.requestWidth > 0 ? "image://placeholder/" + Math.round(art.hue * 36) : ""
         sourceSize.width: art.requestWidth
         sourceSize.height: Math.round(art.requestWidth * 4 / 3)
-        opacity: art.hasPicture ? 0 : 1
-        visible: opacity > 0
         Accessible.ignored: true
-
-        Behavior on opacity {
-            NumberAnimation {
-                duration: Theme.slow
-            }
-        }
-
-        AppText {
-            anchors.centerIn: parent
-            anchors.horizontalCenterOffset: parent.width * 0.03
-            anchors.verticalCenterOffset: -parent.height * 0.06
-            text: art.initials
-            color: Theme.coverText
-            font.pixelSize: Math.max(14, parent.width * 0.26)
-            font.weight: Font.DemiBold
-            opacity: 0.94
-            Accessible.ignored: true
-        }
-        AppText {
-            anchors.left: parent.left
-            anchors.right: parent.right
-            anchors.bottom: parent.bottom
-            anchors.margins: Theme.space12
-            anchors.leftMargin: Theme.space12 + Math.round(parent.width * 0.06)
-            visible: parent.width > 80
-            text: art.title
-            color: Theme.coverText
-            font.pixelSize: Theme.textCaption
-            horizontalAlignment: Text.AlignHCenter
-            wrapMode: Text.Wrap
-            maximumLineCount: 2
-            opacity: 0.85
-            Accessible.ignored: true
-        }
     }
-
+    AppText {
+        x: art.width * 0.03
+        width: art.width
+        height: art.height * 0.88
+        visible: ground.visible
+        text: art.initials
+        color: Theme.coverText
+        font.pixelSize: Math.max(14, art.width * 0.26)
+        font.weight: Font.DemiBold
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+        elide: Text.ElideNone
+        opacity: 0.94
+        Accessible.ignored: true
+    }
     Image {
         id: picture
 
-        anchors.fill: parent
+        width: art.width
+        height: art.height
         asynchronous: true
+        // What is asked for is exactly what is shown, so that nothing is scaled twice.
         source: art.requestWidth > 0 ? art.source : ""
         sourceSize.width: art.requestWidth
         sourceSize.height: Math.round(art.requestWidth * 4 / 3)
         fillMode: Image.PreserveAspectFit
         verticalAlignment: Image.AlignBottom
-        smooth: true
-        opacity: art.hasPicture ? 1 : 0
+        opacity: 0
         Accessible.ignored: true
+    }
+    NumberAnimation {
+        id: fade
 
-        Behavior on opacity {
-            NumberAnimation {
-                duration: Theme.slow
-            }
-        }
+        target: picture
+        property: "opacity"
+        to: 1
+        duration: Theme.slow
     }
 }

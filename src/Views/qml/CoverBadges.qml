@@ -1,46 +1,32 @@
 import QtQuick
 import Ludarium
 
-// What the cover of a game tells of it: whether it can be played at once, whether it is a favourite, and how many
-// variants stand behind it.
+// What the cover of a game tells of it: whether it can be played at once, how many variants stand behind it, and whether
+// it is a favourite.
 Item {
-    id: badges
+    id: marks
 
+    required property string badges
     required property bool favorite
-    required property bool installed
-    required property bool compressed
-    required property bool downloadable
-    required property int variants
+    required property real pixelRatio
+    readonly property int size: Math.round(22 * Math.min(Theme.textScale, 1.4))
 
-    Row {
+    Image {
         x: Theme.space8
         y: Theme.space8
-        spacing: Theme.space4
-
-        Badge {
-            visible: badges.installed
-            iconName: "check"
-            ink: Theme.badgeGood
-        }
-        Badge {
-            visible: badges.compressed && !badges.installed
-            iconName: "archive"
-        }
-        Badge {
-            visible: badges.downloadable && !badges.installed && !badges.compressed
-            iconName: "download"
-        }
-        Badge {
-            visible: badges.variants > 1
-            iconName: "stack"
-            text: qsTr("%L1").arg(badges.variants)
-        }
+        width: implicitWidth / marks.pixelRatio
+        height: marks.size
+        source: marks.badges === "" ? "" : Theme.badgeSource + marks.badges
+        sourceSize.height: Math.round(marks.size * marks.pixelRatio)
+        Accessible.ignored: true
     }
-    Badge {
-        x: badges.width - width - Theme.space8
+    Image {
+        x: marks.width - width - Theme.space8
         y: Theme.space8
-        visible: badges.favorite
-        iconName: "favorite"
-        ink: Theme.badgeStar
+        width: marks.size
+        height: marks.size
+        source: marks.favorite ? Theme.badgeStarSource : ""
+        sourceSize.height: Math.round(marks.size * marks.pixelRatio)
+        Accessible.ignored: true
     }
 }

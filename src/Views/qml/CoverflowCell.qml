@@ -14,10 +14,9 @@ Item {
     required property string initials
     required property real hue
     required property bool favorite
-    required property bool installed
-    required property bool compressed
-    required property bool downloadable
     required property int variants
+    required property string badges
+    required property string spoken
 
     // The same game's picture for this view, which prefers boxes in space.
     readonly property string box: cover.replace("image://cover/", "image://coverflow/")
@@ -34,7 +33,7 @@ Item {
     height: view ? view.height : 0
     z: 1000 - Math.abs(distance)
     Accessible.role: Accessible.ListItem
-    Accessible.name: qsTr("%1, %2").arg(title).arg(platform)
+    Accessible.name: spoken
     Accessible.selected: selected
 
     Item {
@@ -73,21 +72,18 @@ Item {
 
             anchors.fill: parent
             source: cell.box
-            title: cell.title
             initials: cell.initials
             hue: cell.hue
+            requestWidth: (cell.view as CoverflowList)?.requestWidth ?? 0
         }
         CoverBadges {
             x: art.coverX
             y: art.coverY
             width: art.coverWidth
-            height: art.coverHeight
             visible: Math.abs(cell.distance) < 0.5
+            badges: cell.badges
             favorite: cell.favorite
-            installed: cell.installed
-            compressed: cell.compressed
-            downloadable: cell.downloadable
-            variants: cell.variants
+            pixelRatio: (cell.view as CoverflowList)?.pixelRatio ?? 1
         }
         Item {
             y: body.height + 3
@@ -103,9 +99,9 @@ Item {
                     width: body.width
                     height: body.height
                     source: cell.box
-                    title: cell.title
                     initials: cell.initials
                     hue: cell.hue
+                    requestWidth: art.requestWidth
                     transform: Scale {
                         origin.y: body.height / 2
                         yScale: -1

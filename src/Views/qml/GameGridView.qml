@@ -1,8 +1,10 @@
 import QtQuick
+import QtQuick.Window
 import QtQuick.Controls.Basic
 import Ludarium
 
-GridView {
+// The games as a grid of covers.
+Flickable {
     id: grid
 
     // The part of the width that cells of the wanted size fill, in the middle of the view; these depend on the size
@@ -15,31 +17,81 @@ GridView {
         App.browse.gridSize;
         return App.browse.gridColumns(gridWidth);
     }
+    readonly property real cellWidth: Math.max(1, Math.floor((gridWidth - Theme.space16) / columns))
     readonly property real coverWidth: cellWidth - Theme.space16
+    readonly property real cellHeight: Math.round(coverWidth * 4 / 3) + Theme.space16 + Theme.space8 + Math.round(2.9 * Theme.textBody)
 
     // At `item`, or at the mouse when there is none.
     signal menuWanted(item: Item)
 
-    model: App.browse.games
+    function itemAtIndex(row: int): Item {
+        return pool.itemAtIndex(row);
+    }
+    function showSelection() {
+        if (App.browse.currentRow < 0)
+            return;
+        // With the ring of the selection, which stands out over its cell.
+        const top = pool.y + pool.topOf(App.browse.currentRow) - Theme.space16;
+        if (contentY > top)
+            contentY = top;
+        else if (contentY + height < top + Theme.space16 + cellHeight)
+            contentY = top + Theme.space16 + cellHeight - height;
+    }
+
     clip: true
-    leftMargin: Theme.space16 + Math.floor((width - gridWidth) / 2)
-    topMargin: Theme.space16
-    bottomMargin: Theme.space16
+    contentWidth: width
+    contentHeight: pool.implicitHeight + Theme.space16 + Theme.space16
     boundsBehavior: Flickable.StopAtBounds
-    // A cell that leaves the screen becomes one that comes: making one anew takes a few milliseconds.
-    reuseItems: true
-    keyNavigationEnabled: false
-    highlightFollowsCurrentItem: false
-    currentIndex: -1
-    cacheBuffer: cellHeight
-    cellWidth: Math.max(1, Math.floor((gridWidth - Theme.space16) / columns))
-    cellHeight: Math.round(coverWidth * 4 / 3) + Theme.space16 + Theme.space8 + Math.round(2.9 * Theme.textBody)
     activeFocusOnTab: true
     Accessible.role: Accessible.List
     Accessible.name: qsTr("Games")
 
-    delegate: GameCell {}
     ScrollBar.vertical: AppScrollBar {}
+
+    CellPool {
+        id: pool
+
+        x: Theme.space16 + Math.floor((grid.width - grid.gridWidth) / 2)
+        y: Theme.space16
+        width: columns * cellWidth
+        height: implicitHeight
+        model: App.browse.games
+        columns: grid.columns
+        cellWidth: grid.cellWidth
+        cellHeight: grid.cellHeight
+        viewTop: grid.contentY - y
+        viewHeight: grid.height
+        delegate: GameCell {
+            grid: shared // qmllint disable unqualified
+        }
+    }
+    GridState {
+        id: shared
+
+        cellWidth: grid.cellWidth
+        cellHeight: grid.cellHeight
+        coverWidth: grid.coverWidth
+        focused: grid.activeFocus
+        hoveredIndex: mouse.hoveredIndex
+        pixelRatio: grid.Screen.devicePixelRatio
+        onCoverWidthChanged: requestWidth === 0 ? resized.triggered() : resized.restart()
+        onPixelRatioChanged: resized.restart()
+    }
+    // Not every width that the dragged edge of a window goes through is asked for.
+    Timer {
+        id: resized
+
+        interval: 150
+        onTriggered: shared.requestWidth = Math.round(shared.coverWidth * shared.pixelRatio)
+    }
+    GridMouse {
+        id: mouse
+
+        grid: grid
+        pool: pool
+        coverWidth: grid.coverWidth
+        onMenuWanted: grid.menuWanted(null)
+    }
 
     GameKeys {
         id: keys
@@ -50,23 +102,12 @@ GridView {
     }
     Keys.onPressed: event => keys.handle(event)
 
-    function showSelection() {
-        if (App.browse.currentRow < 0)
-            return;
-        positionViewAtIndex(App.browse.currentRow, GridView.Contain);
-        // The ring of the selection stands out over its cell.
-        const item = itemAtIndex(App.browse.currentRow);
-        if (item && item.y - topMargin < contentY)
-            contentY = item.y - topMargin;
-    }
     Timer {
         id: settled
 
         interval: 0
         onTriggered: grid.showSelection()
     }
-    // A new margin alone does not move what is on screen.
-    onLeftMarginChanged: contentX = -leftMargin
     // A change of the columns moves every cell.
     onWidthChanged: settled.restart()
     onCellHeightChanged: settled.restart()

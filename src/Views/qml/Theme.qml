@@ -56,6 +56,9 @@ QtObject {
     readonly property color badgeGood: "#8ce5a8"
     readonly property color badgeStar: "#ffd166"
 
+    readonly property string badgeSource: "image://badge/" + badge.toString().slice(1) + "/" + coverText.toString().slice(1) + "/" + badgeGood.toString().slice(1) + "/"
+    readonly property string badgeStarSource: "image://badge/" + badge.toString().slice(1) + "/" + badgeStar.toString().slice(1) + "/" + badgeGood.toString().slice(1) + "/favorite"
+
     // Placeholder covers: the title's own hue, dark enough for white letters whatever it is.
     function coverColor(hue: real): color {
         return Qt.hsla(hue, 0.3, 0.27, 1);

@@ -283,6 +283,28 @@ TestCase {
         window.detailShown = true;
         compare(places, [true, true, true, true]);
     }
+    function test_aCellThatLeavesTheViewBecomesOneThatComes() {
+        const model = App.browse.games;
+        const cells = () => findAll(view(), item => item instanceof GameCell && item.visible);
+        const wrong = [];
+        let most = 0;
+        const seen = new Set();
+        for (const place of [0, 0.1, 0.15, 0.6, 1, 0.95, 0]) {
+            view().contentY = place * (view().contentHeight - view().height);
+            waitForRendering(view());
+            most = Math.max(most, findAll(view(), item => item instanceof GameCell).length);
+            for (const cell of cells()) {
+                seen.add(cell.index);
+                if (cell.title !== model.data(model.index(cell.index, 0)) || view().itemAtIndex(cell.index) !== cell)
+                    wrong.push(cell.index);
+            }
+            for (let y = 30; y < view().height - 30; y += 40)
+                if (!cells().some(cell => cell.mapToItem(view(), 0, 0).y <= y && cell.mapToItem(view(), 0, cell.height).y >= y))
+                    wrong.push("nothing at " + y);
+        }
+        compare(wrong, []);
+        verify(seen.size > most, "no cell was another game's before");
+    }
     function test_theSliderSetsTheSizeOfTheCells() {
         const slider = find(window.contentItem, item => item instanceof GridSizeSlider);
         // With as much room as there is: cells are widened to fill a row, which can hide a step.

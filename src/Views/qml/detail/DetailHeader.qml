@@ -1,4 +1,5 @@
 import QtQuick
+import QtQuick.Window
 import Ludarium
 
 // What stands behind the game, fading into the pane, with its cover and its logo in front.
@@ -64,7 +65,7 @@ Item {
         width: 126
         height: 168
         source: App.detail.cover
-        title: App.detail.title
+        requestWidth: Math.round(width * Screen.devicePixelRatio)
         initials: App.detail.initials
         hue: App.detail.hue
     }
