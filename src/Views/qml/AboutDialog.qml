@@ -54,6 +54,8 @@ Popup {
             anchors.horizontalCenter: parent.horizontalCenter
             text: qsTr("Close")
             focus: true
+            // The only one to press; its ring says so.
+            onActiveFocusChanged: focusReason = Qt.TabFocusReason
             onClicked: about.close()
         }
     }

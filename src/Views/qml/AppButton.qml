@@ -20,6 +20,12 @@ Button {
     font.weight: primary ? Font.DemiBold : Font.Normal
     Accessible.name: text
 
+    // With its ring, also where it had the focus already when what it stands in was opened.
+    function takeFocus() {
+        forceActiveFocus(Qt.TabFocusReason);
+        focusReason = Qt.TabFocusReason;
+    }
+
     Keys.onReturnPressed: clicked()
     Keys.onEnterPressed: clicked()
 

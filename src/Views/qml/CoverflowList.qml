@@ -33,6 +33,8 @@ ListView {
     // Covers beyond the edges reach into the view.
     cacheBuffer: Math.round(coverWidth)
     clip: true
+    Accessible.role: Accessible.List
+    Accessible.name: qsTr("Games")
     delegate: CoverflowCell {}
     onCoverWidthChanged: requestWidth === 0 ? resized.triggered() : resized.restart()
     onPixelRatioChanged: resized.restart()

@@ -29,9 +29,6 @@ FocusScope {
         row.highlightMoveDuration = Qt.binding(() => Theme.slow);
     }
 
-    Accessible.role: Accessible.List
-    Accessible.name: qsTr("Games")
-
     CoverflowList {
         id: row
 

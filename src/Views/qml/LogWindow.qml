@@ -28,6 +28,7 @@ AppWindow {
 
     ColumnLayout {
         anchors.fill: parent
+        Keys.onEscapePressed: window.close()
         spacing: 0
 
         RowLayout {
@@ -55,6 +56,12 @@ AppWindow {
                 checked: true
                 font.pixelSize: Theme.textBody
                 Accessible.name: text
+                Keys.onReturnPressed: flip()
+                Keys.onEnterPressed: flip()
+                function flip() {
+                    toggle();
+                    toggled();
+                }
                 indicator: Rectangle {
                     y: (parent.height - height) / 2
                     implicitWidth: 18
@@ -108,6 +115,8 @@ AppWindow {
             boundsBehavior: Flickable.StopAtBounds
             reuseItems: true
             activeFocusOnTab: true
+            currentIndex: -1
+            keyNavigationEnabled: false
             Accessible.role: Accessible.List
             Accessible.name: qsTr("Log lines")
             ScrollBar.vertical: AppScrollBar {}
@@ -118,6 +127,29 @@ AppWindow {
 
                 interval: 0
                 onTriggered: lines.positionViewAtEnd()
+            }
+            function scroll(by: real) {
+                contentY = Math.max(originY, Math.min(originY + contentHeight - height, contentY + by));
+            }
+            Keys.onUpPressed: scroll(-Theme.rowHeight)
+            Keys.onDownPressed: scroll(Theme.rowHeight)
+            Keys.onPressed: event => {
+                event.accepted = true;
+                if (event.key === Qt.Key_PageUp)
+                    scroll(-height);
+                else if (event.key === Qt.Key_PageDown)
+                    scroll(height);
+                else if (event.key === Qt.Key_Home)
+                    positionViewAtBeginning();
+                else if (event.key === Qt.Key_End)
+                    positionViewAtEnd();
+                else
+                    event.accepted = false;
+            }
+            FocusRing {
+                parent: lines
+                visible: lines.activeFocus
+                anchors.margins: 2
             }
             function follow() {
                 if (followBox.checked)
@@ -138,6 +170,8 @@ AppWindow {
                 elide: Text.ElideNone
                 font.family: App.appearance.fixedFamily
                 font.pixelSize: Theme.textSmall
+                Accessible.role: Accessible.ListItem
+                Accessible.name: line
                 color: level === "error" ? Theme.danger : level === "warn" ? Theme.warning : level === "debug" ? Theme.textSecondary : Theme.text
             }
         }

@@ -21,11 +21,18 @@ AbstractButton {
             App.browse.sortOrder = order;
     }
 
+    // The rows are what the keyboard finds when it comes back to the table.
+    onActiveFocusChanged: {
+        if (!activeFocus)
+            focus = false;
+    }
     // The keyboard's way of dragging the edge.
     function widen(by: real) {
         App.browse.table.setWidth(column, columnWidth + by);
         App.browse.table.save();
     }
+    Keys.onReturnPressed: clicked()
+    Keys.onEnterPressed: clicked()
     Keys.onPressed: event => {
         if (event.modifiers === Qt.ControlModifier && (event.key === Qt.Key_Left || event.key === Qt.Key_Right)) {
             cell.widen(event.key === Qt.Key_Left ? -Theme.space16 : Theme.space16);

@@ -9,7 +9,7 @@ FocusScope {
     Keys.onEscapePressed: App.thumbnails.cancel()
 
     function focusCancel() {
-        cancelButton.forceActiveFocus();
+        cancelButton.takeFocus();
     }
 
     Column {

@@ -161,6 +161,12 @@ TestCase {
         compare(App.browse.sortOrder, "Year");
         mouseClick(control("Platform"));
         compare(App.browse.sortOrder, "Year");
+        App.browse.currentRow = 0;
+        control("Rating").forceActiveFocus(Qt.TabFocusReason);
+        keyClick(Qt.Key_Return);
+        compare(App.browse.sortOrder, "Rating");
+        verify(!App.launch.launching);
+        App.browse.sortOrder = "Year";
         compare(control("Year, sorted").sorted, true);
     }
     function test_aColumnIsDraggedByItsEdgeAndByKeys() {

@@ -336,17 +336,4 @@ TestCase {
         verify(games().activeFocus);
         verify(!App.launch.launching);
     }
-    function test_everyControlHasAName() {
-        App.browse.currentRow = 0;
-        wait(50);
-        const nameless = [];
-        const look = item => {
-            if (item.visible && item.hasOwnProperty("checkable") && !item.Accessible.ignored && item.Accessible.name === "")
-                nameless.push(String(item));
-            for (let i = 0; i < item.children.length; ++i)
-                look(item.children[i]);
-        };
-        look(window.contentItem);
-        compare(nameless, []);
-    }
 }

@@ -18,6 +18,8 @@ ListView {
     model: App.detail.media
     Accessible.role: Accessible.List
     Accessible.name: qsTr("Pictures")
+    // Its pictures come after it.
+    onActiveFocusChanged: currentIndex = Math.max(0, currentIndex)
     Keys.onReturnPressed: opened(currentIndex)
     Keys.onEnterPressed: opened(currentIndex)
     Keys.onSpacePressed: opened(currentIndex)

@@ -12,7 +12,7 @@ FocusScope {
     signal next
 
     function focusNext() {
-        nextButton.forceActiveFocus(Qt.TabFocusReason);
+        nextButton.takeFocus();
     }
 
     focus: true

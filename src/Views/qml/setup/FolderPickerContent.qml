@@ -7,7 +7,7 @@ FocusScope {
     signal cancelled
 
     function focusFirst() {
-        select.forceActiveFocus(Qt.TabFocusReason);
+        select.takeFocus();
     }
 
     focus: true
