@@ -54,7 +54,10 @@ Desktop::Desktop(AppState &state, QmlDialogs &dialogs, AppLogger &logger, QObjec
     libraryErrorChanged();
 }
 
-Desktop::~Desktop() = default;
+Desktop::~Desktop() {
+    for (const auto &requests : m_pictureRequests)
+        requests->finish();
+}
 
 void Desktop::installInto(QQmlEngine &engine) {
     QQmlEngine::setObjectOwnership(this, QQmlEngine::CppOwnership);
@@ -67,7 +70,7 @@ void Desktop::installInto(QQmlEngine &engine) {
     engine.addImageProvider(QStringLiteral("cover"), covers);
     engine.addImageProvider(QStringLiteral("coverflow"), coverflow);
     engine.addImageProvider(QStringLiteral("gallery"), gallery);
-    m_pictureProviders = {covers, coverflow, gallery};
+    m_pictureRequests = {covers->requests(), coverflow->requests(), gallery->requests()};
     engine.addImageProvider(QStringLiteral("icon"), new IconImageProvider);
     engine.addImageProvider(QStringLiteral("badge"), new BadgeImageProvider);
     engine.addImageProvider(QStringLiteral("placeholder"), new PlaceholderImageProvider);
@@ -75,8 +78,8 @@ void Desktop::installInto(QQmlEngine &engine) {
 
 int Desktop::pendingPictures() const {
     int pending = m_detail.isLookingForPictures() ? 1 : 0;
-    for (const PictureProvider *provider : m_pictureProviders)
-        pending += provider->pending();
+    for (const auto &requests : m_pictureRequests)
+        pending += requests->pending();
     return pending;
 }
 

@@ -12,6 +12,7 @@
 #include "Views/LibraryStatus.h"
 #include "Views/LogModel.h"
 #include "Views/LogUpload.h"
+#include "Views/PictureProvider.h"
 #include "Views/PlatformCommands.h"
 #include "Views/QmlDialogs.h"
 #include "Views/SettingsCatalog.h"
@@ -24,11 +25,11 @@
 #include <QQmlEngine>
 #include <QUrl>
 #include <memory>
+#include <vector>
 
 namespace ludarium {
 
 class DesktopColorScheme;
-class PictureProvider;
 
 /// Everything that the window is fed from, under the name `App`: one view model for each part of it, and the commands
 /// that belong to no part.
@@ -117,7 +118,7 @@ class Desktop : public QObject {
     AppState &m_state;
     QmlDialogs &m_dialogs;
     std::shared_ptr<CoverStore> m_coverStore;
-    QList<PictureProvider *> m_pictureProviders; ///< the engine's
+    std::vector<std::shared_ptr<PictureProvider::Requests>> m_pictureRequests;
     Browse m_browse;
     SidebarModel m_sidebar;
     PlatformCommands m_platforms;

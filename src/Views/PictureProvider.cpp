@@ -39,9 +39,9 @@ class PictureProvider::Job : public QRunnable {
     void run() override {
         const std::stop_token stop = m_response.stop();
         QImage image;
-        if (!stop.stop_requested() && !m_provider.m_stop.stop_requested())
+        if (!stop.stop_requested() && !m_provider.m_requests->m_stop.stop_requested())
             image = m_provider.produce(m_id, m_size, stop);
-        --m_provider.m_pending;
+        --m_provider.m_requests->m_pending;
         m_response.answer(std::move(image));
     }
 
@@ -52,23 +52,23 @@ class PictureProvider::Job : public QRunnable {
     QSize m_size;
 };
 
-PictureProvider::PictureProvider() {
+PictureProvider::Requests::Requests() {
     m_pool.setMaxThreadCount(qBound(2, QThread::idealThreadCount(), 4));
+}
+
+void PictureProvider::Requests::finish() {
+    m_stop.request_stop();
+    m_pool.waitForDone();
 }
 
 PictureProvider::~PictureProvider() {
     finish();
 }
 
-void PictureProvider::finish() {
-    m_stop.request_stop();
-    m_pool.waitForDone();
-}
-
 QQuickImageResponse *PictureProvider::requestImageResponse(const QString &id, const QSize &requestedSize) {
     auto *response = new Response;
-    ++m_pending;
-    m_pool.start(new Job(*this, *response, id, requestedSize), ++m_sequence);
+    ++m_requests->m_pending;
+    m_requests->m_pool.start(new Job(*this, *response, id, requestedSize), ++m_sequence);
     return response;
 }
 

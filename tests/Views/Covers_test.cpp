@@ -13,10 +13,15 @@
 #include <QDir>
 #include <QFile>
 #include <QImage>
+#include <QQmlComponent>
+#include <QQmlEngine>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QUrl>
+#include <chrono>
 #include <cmath>
 #include <gtest/gtest.h>
+#include <thread>
 
 namespace ludarium::test {
 
@@ -106,12 +111,47 @@ TEST(CoverImageProvider, AnswersEveryRequestAlsoWhatWasCancelled) {
             responses.last()->cancel();
     }
     ASSERT_TRUE(waitUntil([&] { return answered == 40; }));
-    EXPECT_EQ(provider.pending(), 0);
+    EXPECT_EQ(provider.requests()->pending(), 0);
     const auto widthOf = [](const std::shared_ptr<QQuickImageResponse> &response) {
         return std::unique_ptr<QQuickTextureFactory>(response->textureFactory())->textureSize().width();
     };
     EXPECT_GT(widthOf(responses.first()), 100);
     EXPECT_EQ(widthOf(responses.last()), 1) << "no picture is one transparent pixel";
+}
+
+TEST(PictureProvider, MakesNothingMoreOnceItsRequestsAreEndedThoughTheEngineIsGone) {
+    struct Slow : PictureProvider {
+        explicit Slow(std::atomic<int> &making, std::atomic<int> &made) : m_making(making), m_made(made) {}
+        ~Slow() override { finish(); }
+        QImage produce(const QString &, QSize size, const std::stop_token &) override {
+            ++m_making;
+            std::this_thread::sleep_for(std::chrono::milliseconds(200));
+            ++m_made;
+            return QImage(size, QImage::Format_RGB32);
+        }
+        std::atomic<int> &m_making, &m_made;
+    };
+    std::atomic<int> making = 0, made = 0;
+    std::shared_ptr<PictureProvider::Requests> requests;
+    {
+        QQmlEngine engine;
+        auto *slow = new Slow(making, made);
+        requests = slow->requests();
+        engine.addImageProvider(QStringLiteral("slow"), slow);
+        QQmlComponent component(&engine);
+        component.setData("import QtQuick\nItem { Repeater { model: 12; Image { asynchronous: true\n"
+                          "source: 'image://slow/' + index; sourceSize: Qt.size(4, 4) } } }",
+                          {});
+        const std::unique_ptr<QObject> images(component.create());
+        ASSERT_TRUE(waitUntil([&] { return making > 0; }));
+    }
+    requests->finish();
+    EXPECT_EQ(making, made);
+    EXPECT_EQ(requests->pending(), 0);
+    const int after = making;
+    EXPECT_LT(after, 12) << "what waited is given up";
+    QTest::qWait(250);
+    EXPECT_EQ(making, after);
 }
 
 TEST(CoverImageProvider, AnswersWhileTheDiskIsAwayAndShowsThePictureWhenItIsBack) {
@@ -183,7 +223,7 @@ TEST(GalleryImageProvider, ServesAnyPathAtTheSizeThatIsAskedFor) {
         const QUrl url(GalleryImageProvider::url(file));
         const std::unique_ptr<QQuickImageResponse> response(
             provider.requestImageResponse(url.toString(QUrl::RemoveScheme | QUrl::RemoveAuthority).mid(1), asked));
-        ASSERT_TRUE(waitUntil([&] { return provider.pending() == 0; }));
+        ASSERT_TRUE(waitUntil([&] { return provider.requests()->pending() == 0; }));
         QThread::msleep(20); // the answer follows the count
         EXPECT_EQ(std::unique_ptr<QQuickTextureFactory>(response->textureFactory())->textureSize(), given);
     }
