@@ -4,6 +4,7 @@
 #include "Host/Gamepad.h"
 #include "Host/Heap.h"
 #include "Host/HostPaths.h"
+#include "Host/InterruptWatch.h"
 #include "Host/SingleInstance.h"
 #include "Views/Desktop.h"
 #include "Views/DesktopNotification.h"
@@ -136,6 +137,10 @@ int runDesktop(const DesktopOptions &options) {
                      });
     desktop.start()->setNotice(composition.settingsNotice());
     desktop.start()->begin();
+
+    // The end of a desktop session is a SIGTERM: it closes the program as its own command does.
+    InterruptWatch ending({SIGINT, SIGTERM, SIGHUP});
+    QObject::connect(&ending, &InterruptWatch::interrupted, &desktop, &QCoreApplication::quit);
 
     Gamepad gamepad;
     std::unique_ptr<GamepadKeys> gamepadKeys;

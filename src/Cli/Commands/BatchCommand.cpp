@@ -5,11 +5,11 @@
 #include "Cli/CommandOptions.h"
 #include "Cli/Commands/Commands.h"
 #include "Cli/GameChoice.h"
-#include "Cli/InterruptWatch.h"
 #include "Cli/JsonText.h"
 #include "Cli/Output.h"
 #include "Cli/TerminalText.h"
 #include "Host/Async.h"
+#include "Host/InterruptWatch.h"
 #include "Services/Library/BatchOperationsManager.h"
 #include "Services/Library/GameLibrary.h"
 

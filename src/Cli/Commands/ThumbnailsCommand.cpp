@@ -4,10 +4,10 @@
 #include "Cli/CommandContext.h"
 #include "Cli/Commands/Commands.h"
 #include "Cli/GameFilter.h"
-#include "Cli/InterruptWatch.h"
 #include "Cli/JsonText.h"
 #include "Cli/Output.h"
 #include "Cli/Table.h"
+#include "Host/InterruptWatch.h"
 #include "Services/Artwork/ImageLoader.h"
 #include "Services/Library/GameLibrary.h"
 

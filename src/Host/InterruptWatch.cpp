@@ -1,8 +1,7 @@
-#include "Cli/InterruptWatch.h"
+#include "Host/InterruptWatch.h"
 
 #include <QSocketNotifier>
 #include <cerrno>
-#include <csignal>
 #include <fcntl.h>
 #include <system_error>
 #include <unistd.h>
@@ -23,9 +22,9 @@ void tellEventLoop(int) {
 
 } // namespace
 
-InterruptWatch::InterruptWatch() {
+InterruptWatch::InterruptWatch(QList<int> signalNumbers) : m_signalNumbers(std::move(signalNumbers)) {
     if (::pipe2(pipeEnds, O_CLOEXEC | O_NONBLOCK) != 0)
-        throw std::system_error(errno, std::generic_category(), "Cannot watch for Ctrl-C");
+        throw std::system_error(errno, std::generic_category(), "Cannot watch for signals");
     auto *notifier = new QSocketNotifier(pipeEnds[0], QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, [this] {
         char bytes[16];
@@ -36,11 +35,13 @@ InterruptWatch::InterruptWatch() {
     struct sigaction action {};
     action.sa_handler = tellEventLoop;
     action.sa_flags = SA_RESTART;
-    ::sigaction(SIGINT, &action, nullptr);
+    for (const int number : m_signalNumbers)
+        ::sigaction(number, &action, nullptr);
 }
 
 InterruptWatch::~InterruptWatch() {
-    ::signal(SIGINT, SIG_DFL);
+    for (const int number : m_signalNumbers)
+        ::signal(number, SIG_DFL);
     delete findChild<QSocketNotifier *>(); // before its descriptor closes
     ::close(pipeEnds[0]);
     ::close(pipeEnds[1]);
