@@ -1,6 +1,9 @@
 #include "Views/PictureProvider.h"
 
+#include "Host/ThreadPriority.h"
+
 #include <QRunnable>
+#include <utility>
 
 namespace ludarium {
 
@@ -37,6 +40,10 @@ class PictureProvider::Job : public QRunnable {
     Job(PictureProvider &provider, Response &response, QString id, QSize size)
         : m_provider(provider), m_response(response), m_id(std::move(id)), m_size(size) {}
     void run() override {
+        // Drawing the window comes before decoding.
+        static thread_local bool yielding = false;
+        if (!std::exchange(yielding, true))
+            lowerThreadPriority();
         const std::stop_token stop = m_response.stop();
         QImage image;
         if (!stop.stop_requested() && !m_provider.m_requests->m_stop.stop_requested())

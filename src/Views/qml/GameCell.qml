@@ -47,7 +47,7 @@ Item {
         y: cell.hovered ? -Theme.space4 : 0
         width: cell.grid.coverWidth
         height: Math.round(width * 4 / 3)
-        source: cell.cover
+        source: cell.grid.rushing ? "" : cell.cover
         initials: cell.initials
         hue: cell.hue
         requestWidth: cell.grid.requestWidth

@@ -38,6 +38,22 @@ Flickable {
             contentY = top + Theme.space16 + cellHeight - height;
     }
 
+    property real lastY: 0
+
+    onContentYChanged: {
+        if (Math.abs(contentY - lastY) > height) {
+            shared.rushing = true;
+            calm.restart();
+        }
+        lastY = contentY;
+    }
+    Timer {
+        id: calm
+
+        interval: 60
+        onTriggered: shared.rushing = false
+    }
+
     clip: true
     contentWidth: width
     contentHeight: pool.implicitHeight + Theme.space16 + Theme.space16

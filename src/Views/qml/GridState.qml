@@ -10,4 +10,6 @@ QtObject {
     property real pixelRatio: 1
     // Of pictures, in pixels of the screen.
     property int requestWidth: 0
+    // While whole pages fly by nothing is asked for.
+    property bool rushing: false
 }
