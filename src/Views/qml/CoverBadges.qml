@@ -12,8 +12,9 @@ Item {
     readonly property int size: Math.round(22 * Math.min(Theme.textScale, 1.4))
 
     Image {
+        // Titles of boxes stand at their top.
         x: Theme.space8
-        y: Theme.space8
+        y: marks.height - height - Theme.space8
         width: implicitWidth / marks.pixelRatio
         height: marks.size
         source: marks.badges === "" ? "" : Theme.badgeSource + marks.badges

@@ -80,6 +80,7 @@ Item {
             x: art.coverX
             y: art.coverY
             width: art.coverWidth
+            height: art.coverHeight
             visible: Math.abs(cell.distance) < 0.5
             badges: cell.badges
             favorite: cell.favorite

@@ -63,6 +63,7 @@ Item {
         x: cell.coverX
         y: cell.coverY
         width: cell.coverWidth
+        height: cell.coverHeight
         badges: cell.badges
         favorite: cell.favorite
         pixelRatio: cell.grid.pixelRatio
