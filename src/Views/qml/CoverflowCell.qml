@@ -134,7 +134,7 @@ Item {
             }
             onDoubleClicked: {
                 App.browse.currentRow = cell.index;
-                App.launch.playSelected();
+                App.launch.checkVersionsAndLaunch();
             }
         }
     }

@@ -48,7 +48,7 @@ MouseArea {
         if (row < 0)
             return;
         choose(row);
-        App.launch.playSelected();
+        App.launch.checkVersionsAndLaunch();
     }
 
     Rectangle {
@@ -69,7 +69,7 @@ MouseArea {
         text: qsTr("Play %1").arg(mouse.hovered?.title ?? "")
         onClicked: {
             mouse.choose(mouse.hovered.index);
-            App.launch.playSelected();
+            App.launch.checkVersionsAndLaunch();
         }
     }
 }

@@ -137,7 +137,7 @@ Item {
         }
         onDoubleClicked: {
             row.choose();
-            App.launch.playSelected();
+            App.launch.checkVersionsAndLaunch();
         }
     }
 }
