@@ -86,8 +86,9 @@ QByteArray withOrientation(const QByteArray &jpeg, char orientation) {
     return QByteArray(jpeg).insert(2, segment);
 }
 
-/// A JPEG whose last scan comes `repeats` times more.
-QByteArray manyScans(int repeats) {
+/// A JPEG of so many four-part pixels a side, `setUp` after the defaults.
+template<typename SetUp, typename Row>
+QByteArray writtenJpeg(int side, J_COLOR_SPACE colors, const SetUp &setUp, const Row &row) {
     jpeg_compress_struct info{};
     jpeg_error_mgr errors{};
     info.err = jpeg_std_error(&errors);
@@ -95,21 +96,29 @@ QByteArray manyScans(int repeats) {
     uchar *bytes = nullptr;
     unsigned long size = 0;
     jpeg_mem_dest(&info, &bytes, &size);
-    info.image_width = info.image_height = 64;
+    info.image_width = info.image_height = JDIMENSION(side);
     info.input_components = 4;
-    info.in_color_space = JCS_EXT_BGRX;
+    info.in_color_space = colors;
     jpeg_set_defaults(&info);
-    jpeg_simple_progression(&info);
+    setUp(info);
     jpeg_start_compress(&info, TRUE);
-    Bitmap image = quarters(64, 64);
     while (info.next_scanline < info.image_height) {
-        JSAMPROW row = image.row(int(info.next_scanline));
-        jpeg_write_scanlines(&info, &row, 1);
+        JSAMPROW line = row(int(info.next_scanline));
+        jpeg_write_scanlines(&info, &line, 1);
     }
     jpeg_finish_compress(&info);
     QByteArray data(reinterpret_cast<const char *>(bytes), qsizetype(size));
     jpeg_destroy_compress(&info);
     std::free(bytes);
+    return data;
+}
+
+/// A JPEG whose last scan comes `repeats` times more.
+QByteArray manyScans(int repeats) {
+    Bitmap image = quarters(64, 64);
+    QByteArray data = writtenJpeg(
+        64, JCS_EXT_BGRX, [](jpeg_compress_struct &info) { jpeg_simple_progression(&info); },
+        [&](int y) { return image.row(y); });
     const qsizetype scan = data.lastIndexOf("\xff\xda");
     const QByteArray last = data.mid(scan, data.size() - 2 - scan);
     return data.insert(data.size() - 2, last.repeated(repeats));
@@ -137,30 +146,12 @@ QByteArray deepPng() {
 
 /// Cyan, magenta, yellow and black, inverted as usual.
 QByteArray inkJpeg() {
-    jpeg_compress_struct info{};
-    jpeg_error_mgr errors{};
-    info.err = jpeg_std_error(&errors);
-    jpeg_create_compress(&info);
-    uchar *bytes = nullptr;
-    unsigned long size = 0;
-    jpeg_mem_dest(&info, &bytes, &size);
-    info.image_width = info.image_height = 16;
-    info.input_components = 4;
-    info.in_color_space = JCS_CMYK;
-    jpeg_set_defaults(&info);
-    jpeg_set_quality(&info, 100, TRUE);
-    info.write_Adobe_marker = TRUE;
-    jpeg_start_compress(&info, TRUE);
     QByteArray inks = QByteArray::fromHex("fa7d3fcc").repeated(16); // the colours over 204, of 255, of black
-    while (info.next_scanline < info.image_height) {
-        auto *row = reinterpret_cast<JSAMPROW>(inks.data());
-        jpeg_write_scanlines(&info, &row, 1);
-    }
-    jpeg_finish_compress(&info);
-    const QByteArray data(reinterpret_cast<const char *>(bytes), qsizetype(size));
-    jpeg_destroy_compress(&info);
-    std::free(bytes);
-    return data;
+    const auto setUp = [](jpeg_compress_struct &info) {
+        jpeg_set_quality(&info, 100, TRUE);
+        info.write_Adobe_marker = TRUE;
+    };
+    return writtenJpeg(16, JCS_CMYK, setUp, [&](int) { return reinterpret_cast<JSAMPROW>(inks.data()); });
 }
 
 QByteArray pngOfSize(quint32 width, quint32 height) {
