@@ -131,6 +131,7 @@ Flickable {
     Connections {
         target: App.browse
         function onListReplaced() {
+            grid.contentY = 0;
             settled.restart();
         }
         function onScrollWanted() {

@@ -305,6 +305,18 @@ TestCase {
         compare(wrong, []);
         verify(seen.size > most, "no cell was another game's before");
     }
+    function test_anotherListBeginsAtItsTopUnlessItHoldsTheSelection() {
+        App.browse.currentRow = -1;
+        view().contentY = view().contentHeight - view().height;
+        App.browse.sortOrder = "Year";
+        tryCompare(view(), "contentY", 0);
+        App.browse.currentRow = App.browse.games.count - 1;
+        tryVerify(() => view().contentY > 0);
+        App.browse.sortOrder = "Title";
+        wait(50);
+        const cell = view().itemAtIndex(App.browse.currentRow);
+        verify(cell && cell.mapToItem(view(), 0, 0).y >= 0 && cell.mapToItem(view(), 0, cell.height - 16).y <= view().height);
+    }
     function test_theSliderSetsTheSizeOfTheCells() {
         const slider = find(window.contentItem, item => item instanceof GridSizeSlider);
         // With as much room as there is: cells are widened to fill a row, which can hide a step.
