@@ -11,14 +11,13 @@ Item {
     required property real hue
     // Width of the item in pixels of the screen; nothing is asked for while it is 0.
     required property int requestWidth
-    property alias verticalAlignment: picture.verticalAlignment
 
     readonly property bool hasPicture: picture.status === Image.Ready && picture.implicitWidth > 1
     // The part of the item that the cover takes.
     readonly property real coverWidth: hasPicture ? picture.paintedWidth : width
     readonly property real coverHeight: hasPicture ? picture.paintedHeight : height
     readonly property real coverX: (width - coverWidth) / 2
-    readonly property real coverY: picture.verticalAlignment === Image.AlignTop ? 0 : height - coverHeight
+    readonly property real coverY: height - coverHeight
 
     onHasPictureChanged: {
         if (hasPicture) {

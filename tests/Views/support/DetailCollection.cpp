@@ -1,5 +1,7 @@
 #include "support/DetailCollection.h"
 
+#include "support/FixtureCollection.h"
+
 #include <QDir>
 #include <QFile>
 #include <QPainter>
@@ -8,13 +10,6 @@
 namespace ludarium::test {
 
 namespace {
-
-void put(const QString &path, const QByteArray &content) {
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        throw std::runtime_error("cannot write " + path.toStdString());
-}
 
 void draw(const QString &path, QSize size, const QColor &color, const QString &text, bool clear = false) {
     QImage image(size, QImage::Format_ARGB32);
@@ -111,25 +106,28 @@ void DetailCollection::write(const QString &folder) {
     for (int i = 3; i <= 40; ++i)
         games += application(i, QStringLiteral("Chart of the bay, sheet %1").arg(i),
                              QStringLiteral("eXo\\charts\\sheet%1.txt").arg(i));
-    put(folder + QStringLiteral("/Data/Platforms/MS-DOS.xml"), head + games + "</LaunchBox>\n");
-    put(folder + QStringLiteral("/Data/Platforms/ScummVM.xml"),
-        head + game(8, QStringLiteral("Copper Meridian"), QStringLiteral("ScummVM"), known()) + "</LaunchBox>\n");
-    put(folder + QStringLiteral("/Data/Platforms.xml"),
+    FixtureCollection::put(folder + QStringLiteral("/Data/Platforms/MS-DOS.xml"), head + games + "</LaunchBox>\n");
+    FixtureCollection::put(folder + QStringLiteral("/Data/Platforms/ScummVM.xml"),
+                           head + game(8, QStringLiteral("Copper Meridian"), QStringLiteral("ScummVM"), known()) +
+                               "</LaunchBox>\n");
+    FixtureCollection::put(
+        folder + QStringLiteral("/Data/Platforms.xml"),
         head + "  <Platform>\n    <Name>MS-DOS</Name>\n  </Platform>\n  <Platform>\n    <Name>ScummVM</Name>\n  "
                "</Platform>\n</LaunchBox>\n");
     for (int i = 1; i <= 8; ++i)
-        put(QStringLiteral("%1/eXo/eXoDOS/!dos/det%2/dosbox.conf").arg(folder).arg(i), "[autoexec]\n");
+        FixtureCollection::put(QStringLiteral("%1/eXo/eXoDOS/!dos/det%2/dosbox.conf").arg(folder).arg(i),
+                               "[autoexec]\n");
     const QString extras = folder + QStringLiteral("/eXo/eXoDOS/!dos/det1/Extras/");
     for (const char *name : {"Letter from the publisher.txt", "Map of the bay.png", "Trailer.mp4", "Walkthrough.uhs",
                              "Advertisement.pdf", "Interview.mp3", "Old/Setup.exe", "Sources.7z"})
-        put(extras + QString::fromLatin1(name), QByteArray(2048, 'x'));
-    put(folder + QStringLiteral("/Manuals/MS-DOS/winter.pdf"), "%PDF-1.4\n");
-    put(folder + QStringLiteral("/Videos/MS-DOS/Winter Lantern.mp4"), "video");
-    put(folder + QStringLiteral("/Music/MS-DOS/Winter Lantern.mp3"), "music");
+        FixtureCollection::put(extras + QString::fromLatin1(name), QByteArray(2048, 'x'));
+    FixtureCollection::put(folder + QStringLiteral("/Manuals/MS-DOS/winter.pdf"), "%PDF-1.4\n");
+    FixtureCollection::put(folder + QStringLiteral("/Videos/MS-DOS/Winter Lantern.mp4"), "video");
+    FixtureCollection::put(folder + QStringLiteral("/Music/MS-DOS/Winter Lantern.mp3"), "music");
     // Versions are told apart by the folders of the installed game.
     const QString data = folder + QStringLiteral("/eXo/eXoDOS/det4/");
     for (const char *name : {"EGA/GAME.EXE", "EGA/MT32/X.DRV", "EGA/ADLIB/X.DRV", "talkie/GAME.EXE"})
-        put(data + QString::fromLatin1(name), "MZ");
+        FixtureCollection::put(data + QString::fromLatin1(name), "MZ");
     writePictures(folder);
 }
 

@@ -12,13 +12,6 @@ namespace ludarium::test {
 
 namespace {
 
-void put(const QString &path, const QByteArray &content) {
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        throw std::runtime_error("cannot write " + path.toStdString());
-}
-
 QByteArray gameXml(const FixtureCollection::Entry &entry, int number) {
     const QString folder = QStringLiteral("fix%1").arg(number);
     QString xml =
@@ -78,7 +71,7 @@ void writePlaylists(const QString &folder, const QByteArray &head) {
         for (const char *game : games)
             xml += QByteArray("  <PlaylistGame>\n    <GameId>") + game + "</GameId>\n    <PlaylistId>" + id +
                    "</PlaylistId>\n  </PlaylistGame>\n";
-        put(folder + QLatin1StringView(name) + QStringLiteral(".xml"), xml + "</LaunchBox>\n");
+        FixtureCollection::put(folder + QLatin1StringView(name) + QStringLiteral(".xml"), xml + "</LaunchBox>\n");
     };
     playlist("list-rain", "Rainy Evenings", "list-short", {"fixture-1", "fixture-2", "fixture-2", "gone"});
     playlist("list-short", "Short Ones", "", {"fixture-3"});
@@ -86,6 +79,13 @@ void writePlaylists(const QString &folder, const QByteArray &head) {
 }
 
 } // namespace
+
+void FixtureCollection::put(const QString &path, const QByteArray &content) {
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        throw std::runtime_error("cannot write " + path.toStdString());
+}
 
 const QList<FixtureCollection::Entry> &FixtureCollection::entries() {
     static const QList<Entry> list = [] {

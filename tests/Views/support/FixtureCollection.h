@@ -22,6 +22,8 @@ class FixtureCollection {
 
     /// Writes the collection below `folder`, which is made.
     static void write(const QString &folder, const QList<Entry> &games = entries());
+    /// Writes one file and makes its folder; throws when that fails.
+    static void put(const QString &path, const QByteArray &content);
 };
 
 /// Spins the event loop until `condition` holds or `milliseconds` have passed; whether it held.
