@@ -1,4 +1,5 @@
 #include "Cli/CommandLine.h"
+#include "support/BuildFolders.h"
 
 #include <QFile>
 #include <QRegularExpression>
@@ -22,7 +23,7 @@ const HelpFile helpFiles[] = {
 };
 
 QString content(const char *path) {
-    QFile file(QStringLiteral(LUDARIUM_SOURCE_DIR "/") + QString::fromUtf8(path));
+    QFile file(inSources(path));
     EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path;
     return QString::fromUtf8(file.readAll());
 }

@@ -1,3 +1,5 @@
+#include "support/BuildFolders.h"
+
 #include <QDirIterator>
 #include <QFile>
 #include <QRegularExpression>
@@ -105,8 +107,8 @@ TEST(CoroutineRules, AreKnownToTheChecker) {
 
 TEST(CoroutineRules, HoldInEverySourceFile) {
     int awaits = 0;
-    QDirIterator files(QStringLiteral(LUDARIUM_SOURCE_DIR "/src"), {QStringLiteral("*.h"), QStringLiteral("*.cpp")},
-                       QDir::Files, QDirIterator::Subdirectories);
+    QDirIterator files(inSources("src"), {QStringLiteral("*.h"), QStringLiteral("*.cpp")}, QDir::Files,
+                       QDirIterator::Subdirectories);
     while (files.hasNext()) {
         QFile file(files.next());
         ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << file.fileName().toStdString();

@@ -1,3 +1,5 @@
+#include "support/BuildFolders.h"
+
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -123,7 +125,7 @@ TEST(IncludeRules, AreKnownToTheChecker) {
 }
 
 TEST(IncludeRules, HoldInEverySourceFile) {
-    const QString source = QStringLiteral(LUDARIUM_SOURCE_DIR "/src");
+    const QString source = inSources("src");
     QStringList problems;
     int includes = 0;
     QDirIterator files(source, {QStringLiteral("*.h"), QStringLiteral("*.cpp")}, QDir::Files,

@@ -3,6 +3,7 @@
 #include "Host/HostPaths.h"
 #include "Host/Settings.h"
 #include "Host/SqliteSettingsStore.h"
+#include "support/BuildFolders.h"
 
 #include <QCryptographicHash>
 #include <QDateTime>
@@ -87,7 +88,7 @@ void CliRun::trustInstalled() const {
 }
 
 QString CliRun::program() {
-    return QStringLiteral(LUDARIUM_BINARY_DIR "/bin/ludarium-cli");
+    return inBuild("bin/ludarium-cli");
 }
 
 QStringList CliRun::arguments(const QStringList &rest) const {

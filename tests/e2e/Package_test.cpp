@@ -1,5 +1,6 @@
 #include "demo/DemoCollection.h"
 #include "e2e/CliRun.h"
+#include "support/BuildFolders.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -29,12 +30,12 @@ class PackageTest : public testing::Test {
         for (const char *tool : {"cpack", "dpkg-deb", "dpkg-shlibdeps", "desktop-file-validate", "appstreamcli"})
             if (QStandardPaths::findExecutable(QString::fromLatin1(tool)).isEmpty())
                 GTEST_SKIP() << tool << " is not installed";
-        if (!QFile::exists(QStringLiteral(LUDARIUM_BINARY_DIR "/bin/ludarium")))
+        if (!QFile::exists(inBuild("bin/ludarium")))
             GTEST_SKIP() << "the desktop program is not built";
-        const CliResult made = cli.runProgram(
-            QStringLiteral("cpack"),
-            {QStringLiteral("--config"), QStringLiteral(LUDARIUM_BINARY_DIR "/CPackConfig.cmake"), QStringLiteral("-B"),
-             folder.path(), QStringLiteral("-D"), QStringLiteral("CPACK_DEBIAN_COMPRESSION_TYPE=gzip")});
+        const CliResult made =
+            cli.runProgram(QStringLiteral("cpack"),
+                           {QStringLiteral("--config"), inBuild("CPackConfig.cmake"), QStringLiteral("-B"),
+                            folder.path(), QStringLiteral("-D"), QStringLiteral("CPACK_DEBIAN_COMPRESSION_TYPE=gzip")});
         ASSERT_EQ(made.status, 0) << (made.output + made.errors).toStdString();
         const QStringList packages = QDir(folder.path()).entryList({QStringLiteral("ludarium_*.deb")});
         ASSERT_EQ(packages.size(), 1);
@@ -62,7 +63,7 @@ class PackageTest : public testing::Test {
 QSet<QString> qmlPackages() {
     static const QRegularExpression import(QStringLiteral("^import (Qt[\\w.]+)"), QRegularExpression::MultilineOption);
     QSet<QString> packages;
-    QDirIterator files(QStringLiteral(LUDARIUM_SOURCE_DIR "/src/Views/qml"), {QStringLiteral("*.qml")}, QDir::Files,
+    QDirIterator files(inSources("src/Views/qml"), {QStringLiteral("*.qml")}, QDir::Files,
                        QDirIterator::Subdirectories);
     while (files.hasNext()) {
         const QString text = QString::fromUtf8(contentOf(files.next()));

@@ -1,6 +1,7 @@
 #include "e2e/VirtualScreen.h"
 
 #include "e2e/WindowRun.h"
+#include "support/BuildFolders.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -124,7 +125,7 @@ QImage VirtualScreen::picture() const {
 }
 
 void VirtualScreen::save(const char *name) const {
-    const QDir folder(QStringLiteral(LUDARIUM_BINARY_DIR "/screenshots"));
+    const QDir folder(inBuild("screenshots"));
     folder.mkpath(QStringLiteral("."));
     EXPECT_TRUE(picture().save(folder.filePath(QString::fromLatin1(name) + QStringLiteral(".png"))));
 }

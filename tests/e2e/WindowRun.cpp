@@ -1,6 +1,7 @@
 #include "e2e/WindowRun.h"
 
 #include "Host/HostPaths.h"
+#include "support/BuildFolders.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -41,7 +42,7 @@ bool WindowRun::isBuilt() {
 }
 
 QString WindowRun::program() {
-    return QStringLiteral(LUDARIUM_BINARY_DIR "/bin/ludarium");
+    return inBuild("bin/ludarium");
 }
 
 void WindowRun::start(const QStringList &arguments) {

@@ -3,6 +3,7 @@
 #include "Host/SafeFiles.h"
 #include "Services/Dos/GameVersionDetector.h"
 #include "Services/Dos/VersionDatabaseResource.h"
+#include "support/BuildFolders.h"
 
 #include <QFile>
 #include <QJsonArray>
@@ -98,7 +99,7 @@ TEST(VersionDatabase, RefusesWhatIsNotWholeAndSaysWhere) {
 }
 
 TEST(EmbeddedVersionDatabase, IsTheFileOfTheSources) {
-    QFile file(QStringLiteral(LUDARIUM_SOURCE_DIR "/Tools/GameVersionDatabase.json"));
+    QFile file(inSources("Tools/GameVersionDatabase.json"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(embeddedVersionDatabase(), file.readAll());
 }

@@ -1,5 +1,6 @@
 #include "support/Picture.h"
 
+#include "support/BuildFolders.h"
 #include "support/DesktopFixture.h"
 
 #include <QDir>
@@ -10,7 +11,7 @@ namespace ludarium::test {
 
 void takePicture(DesktopFixture &fixture, QQuickWindow &window, const QString &name) {
     const QImage image = fixture.picture(window);
-    const QString folder = QStringLiteral(LUDARIUM_BINARY_DIR "/screenshots");
+    const QString folder = inBuild("screenshots");
     QDir().mkpath(folder);
     ASSERT_TRUE(image.save(folder + QLatin1Char('/') + name + QStringLiteral(".png")));
     QSet<QRgb> colors;
