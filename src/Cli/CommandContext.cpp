@@ -3,13 +3,13 @@
 #include "App/AppState.h"
 #include "App/Composition.h"
 #include "Cli/CliError.h"
+#include "Cli/Output.h"
+#include "Cli/TerminalText.h"
 #include "Host/Settings.h"
 #include "Host/SettingsStore.h"
 #include "Models/LaunchError.h"
 #include "Services/Launch/GameLauncher.h"
 #include "Services/Library/GameLibrary.h"
-
-#include <QFileInfo>
 
 namespace ludarium {
 
@@ -38,7 +38,7 @@ QString CommandContext::collectionPath() {
     if (!m_options.collection.isEmpty())
         return m_options.collection;
     const QString remembered = host().settings.value(Settings::collectionPath);
-    if (remembered.isEmpty() || !QFileInfo::exists(remembered))
+    if (remembered.isEmpty())
         throw LaunchError(LaunchError::Case::noCollectionPath);
     return remembered;
 }
@@ -48,8 +48,13 @@ QCoro::Task<GameLibrary *> CommandContext::loadLibrary() {
     const QString collection = collectionPath();
     GameLibrary &library = appState().gameLibrary();
     co_await library.loadCollection(collection);
+    const QString away = library.unavailable();
     if (!library.errorMessage().isEmpty())
-        throw CliError(library.errorMessage());
+        throw CliError(away.isEmpty() ? library.errorMessage() : away + u' ' + library.errorMessage());
+    if (!away.isEmpty()) {
+        m_errors.line(QStringLiteral("ludarium-cli: %1 Games are told as they were last seen.").arg(oneLine(away)));
+        m_errors.flush();
+    }
     co_return &library;
 }
 

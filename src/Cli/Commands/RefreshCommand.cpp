@@ -27,7 +27,7 @@ class RefreshCommand : public Command {
         timer.start();
         const QString collection = context.collectionPath();
         if (m_clearCache)
-            context.appState().gameLibrary().clearCache();
+            context.appState().gameLibrary().clearCache(collection);
         GameLibrary *library = co_await context.loadLibrary();
         // A full load has looked at the disk; behind a load from the cache the look goes on, and is waited for here.
         if (library->loadedFromCache())

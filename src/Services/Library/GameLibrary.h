@@ -3,6 +3,7 @@
 #include "Models/Game.h"
 #include "Models/Platform.h"
 #include "Models/Playlist.h"
+#include "Services/Library/CollectionPresence.h"
 #include "Services/Library/LibraryCache.h"
 #include "Services/Library/LibraryIndex.h"
 #include "Services/Library/LibraryServices.h"
@@ -26,6 +27,7 @@ class GameLibrary : public QObject {
     Q_PROPERTY(QString loadingStatus READ loadingStatus NOTIFY loadingChanged)
     Q_PROPERTY(double loadingProgress READ loadingProgress NOTIFY loadingChanged)
     Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY errorMessageChanged)
+    Q_PROPERTY(QString unavailable READ unavailable NOTIFY unavailableChanged)
   public:
     explicit GameLibrary(Host &host, LibraryServices services = {}, QObject *parent = nullptr);
 
@@ -35,7 +37,8 @@ class GameLibrary : public QObject {
     /// Whether a load brings `index` with it, for a caller that browses at once; otherwise the first use makes it.
     void setIndexedAtLoad(bool wanted) { m_indexedAtLoad = wanted; }
     void clearCollectionData();
-    void clearCache();
+    /// The next load of a collection reads its files. While the collection cannot be looked at the cache stays.
+    void clearCache(const QString &collection);
     /// Makes the next start a first one: forgets the collection's folder, the first run and everything that the user
     /// did with games. Throws SettingsError, with nothing forgotten, when the store cannot keep that.
     void resetForTesting();
@@ -68,6 +71,10 @@ class GameLibrary : public QObject {
     bool loadedFromCache() const { return m_loadedFromCache; }
     /// Empty when the last load went well.
     QString errorMessage() const { return m_errorMessage; }
+    /// A sentence that names the folder of the collection that could not be looked at lately (unplugged, not mounted)
+    /// and why; empty when there is none. The games then stand as they were last seen. Another load of
+    /// `collectionURL` looks again.
+    QString unavailable() const { return m_unavailable; }
 
     // What the user does. Each is in the settings store when the call returns; when the store cannot keep it,
     // nothing changes and `userDataRefused` tells why.
@@ -107,6 +114,7 @@ class GameLibrary : public QObject {
     void isLoadingChanged();
     void loadingChanged();
     void errorMessageChanged();
+    void unavailableChanged();
 
   private:
     struct Loaded;
@@ -115,7 +123,8 @@ class GameLibrary : public QObject {
     QCoro::Task<bool> mayUseReadOnly(QString collection);
     QCoro::Task<> offerSetup(QString collection);
     QCoro::Task<> offerRepair(QString collection);
-    QCoro::Task<> finishCacheLoad(CachedCollectionData data);
+    QCoro::Task<bool> loadUnavailable(QString collection, CollectionPresence presence);
+    QCoro::Task<> finishCacheLoad(CachedCollectionData data, bool verify);
     QCoro::Task<> fullLoad(QString collection);
     QCoro::Task<> step(QString status, double progress);
     std::function<std::shared_ptr<const LibraryIndex>(const GameList &games)> indexBuilder() const;
@@ -134,6 +143,7 @@ class GameLibrary : public QObject {
     void setLoading(bool loading);
     void setStatus(const QString &status, double progress);
     void setErrorMessage(const QString &message);
+    void setUnavailable(const QString &text);
 
     Host &m_host;
     LibraryServices m_services;
@@ -142,6 +152,7 @@ class GameLibrary : public QObject {
     QSet<QString> m_installedIds;
     QSet<QString> m_compressedIds;
     QString m_collection;
+    QString m_shownCollection; ///< whose games `m_games` are
     GameList m_games;
     QHash<QString, qsizetype> m_positions;
     mutable std::shared_ptr<const LibraryIndex> m_index;
@@ -159,6 +170,7 @@ class GameLibrary : public QObject {
     QString m_loadingStatus;
     double m_loadingProgress = 0;
     QString m_errorMessage;
+    QString m_unavailable;
 };
 
 } // namespace ludarium

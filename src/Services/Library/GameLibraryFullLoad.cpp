@@ -7,6 +7,7 @@
 #include "Host/NotificationCenter.h"
 #include "Host/Settings.h"
 #include "Host/SettingsStore.h"
+#include "Services/Library/DiskLook.h"
 #include "Services/Library/LaunchBoxParser.h"
 #include "Services/Library/LoadSteps.h"
 #include "Services/Library/LoadedRecords.h"
@@ -49,10 +50,12 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
     auto parsePlatforms = [collection] { return LaunchBoxParser().parsePlatforms(collection); };
     QList<Platform> platforms = co_await runOnPool(parsePlatforms);
     requireAlive(self);
-    m_allPlatforms = platforms.isEmpty() ? Platform::defaultPlatforms() : std::move(platforms);
-    const QList<Platform> allPlatforms = m_allPlatforms; // of this load, whatever another makes of the member
-    m_platforms = m_allPlatforms;
-    Q_EMIT platformsChanged();
+    const QList<Platform> allPlatforms = platforms.isEmpty() ? Platform::defaultPlatforms() : std::move(platforms);
+    // Platforms without games are better than none, but not than those of the games that are shown.
+    if (m_games.isEmpty()) {
+        m_platforms = allPlatforms;
+        Q_EMIT platformsChanged();
+    }
 
     co_await step(QStringLiteral("Parsing game metadata... This can take 2-5 minutes for large collections. Please be "
                                  "patient."),
@@ -72,6 +75,9 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
         QElapsedTimer parsing;
         parsing.start();
         LaunchBoxParser::Games parsed = LaunchBoxParser().parseGamesWithAdditionalApps(collection, progress);
+        // What was read of a collection that is gone by now may be half of it.
+        if (const CollectionPresence presence = CollectionPresence::look(collection); presence.isAway())
+            throw CollectionAway(presence.collection);
         Loaded result{std::move(parsed.games), std::move(parsed.additionalApplications)};
         const qsizetype dropped =
             result.games.removeIf([](const GamePtr &game) { return isWindows9x(game->platform); });
@@ -129,8 +135,13 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
         GameList games;
         QSet<QString> installed;
         QSet<QString> compressed;
+        QString unavailable;
     };
-    auto checkDisk = [games = std::move(loaded.games), services, skip, collection]() mutable {
+    const auto known = [installed = m_installedIds, compressed = m_compressedIds](const Game &game) {
+        const bool isInstalled = installed.contains(game.id);
+        return GameStatus{.isInstalled = isInstalled, .isCompressed = !isInstalled && compressed.contains(game.id)};
+    };
+    auto checkDisk = [games = std::move(loaded.games), services, skip, collection, known]() mutable {
         QElapsedTimer checking;
         checking.start();
         Checked result;
@@ -138,7 +149,11 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
             for (GamePtr &game : games)
                 changeable(game).isInstalled = true;
         } else if (services.checkStatus) {
-            const QList<GameStatus> statuses = services.checkStatus(games, collection);
+            const DiskLook look = DiskLook::take(services, games, collection, known);
+            result.unavailable = look.unavailable;
+            if (look.isAway)
+                throw CollectionAway(look.unavailable);
+            const QList<GameStatus> &statuses = look.statuses;
             qsizetype downloadable = 0;
             for (qsizetype i = 0; i < games.size(); ++i) {
                 Game &game = changeable(games[i]);
@@ -164,6 +179,7 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
     };
     Checked checked = co_await runOnPool(checkDisk);
     requireAlive(self);
+    setUnavailable(checked.unavailable);
     if (!skip && services.checkStatus) {
         m_installedIds = checked.installed;
         m_compressedIds = checked.compressed;
@@ -181,7 +197,7 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
         QList<Platform> platforms;
     };
     auto applyUserData = [games = std::move(checked.games), user, installedIds, buildIndex = indexBuilder(),
-                          all = m_allPlatforms]() mutable {
+                          allPlatforms]() mutable {
         QElapsedTimer applying;
         applying.start();
         PlatformTest isROM(&Platform::isRetroArchPlatformName);
@@ -200,7 +216,7 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
         Applied result;
         QFuture<std::shared_ptr<const LibraryIndex>> index = QtConcurrent::run([&] { return buildIndex(games); });
         result.metadata = MetadataIndexes::build(games);
-        result.platforms = platformsWithPlayableGames(all, games);
+        result.platforms = platformsWithPlayableGames(allPlatforms, games);
         result.positions = positionsOf(games);
         result.index = index.result();
         result.games = std::move(games);
@@ -209,6 +225,8 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
     Applied applied = co_await runOnPool(applyUserData);
     requireAlive(self);
     publish(std::move(applied.games), std::move(applied.positions), applied.index);
+    m_shownCollection = collection;
+    m_allPlatforms = allPlatforms;
     m_platforms = applied.platforms;
     const GameList published = m_games;
     Q_EMIT platformsChanged();

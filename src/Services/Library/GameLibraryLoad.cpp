@@ -46,10 +46,23 @@ QCoro::Task<> GameLibrary::loadCollection(QString collection) {
     m_collection = collection;
     setLoading(true);
     setErrorMessage({});
+    if (collection != m_shownCollection)
+        setUnavailable({});
     const UserData::Values user = m_userData.values();
     QString failure;
+    QString away;
     try {
         co_await step(QStringLiteral("Checking collection..."), 0);
+        auto look = [collection] { return CollectionPresence::look(collection); };
+        const CollectionPresence presence = co_await runOnPool(look);
+        requireAlive(self);
+        const bool shown = presence.isAway() && co_await loadUnavailable(collection, presence);
+        if (!self)
+            co_return;
+        if (shown) {
+            setLoading(false);
+            co_return;
+        }
         const bool prepared = co_await prepare(collection);
         if (!self || !prepared)
             co_return;
@@ -62,16 +75,20 @@ QCoro::Task<> GameLibrary::loadCollection(QString collection) {
             co_return;
         m_loadedFromCache = cached.has_value();
         if (cached)
-            co_await finishCacheLoad(std::move(*cached));
+            co_await finishCacheLoad(std::move(*cached), true);
         else
             co_await fullLoad(collection);
     } catch (const Abandoned &) {
         co_return;
+    } catch (const CollectionAway &error) {
+        failure = away = error.reason;
     } catch (...) {
         failure = currentExceptionText();
     }
     if (!self)
         co_return;
+    if (!away.isEmpty())
+        setUnavailable(away);
     // What the user did meanwhile was done to records that are gone.
     if (m_userData.values() != user)
         refreshAllFromUserData();
@@ -91,7 +108,34 @@ std::function<std::shared_ptr<const LibraryIndex>(const GameList &games)> GameLi
     };
 }
 
-QCoro::Task<> GameLibrary::finishCacheLoad(CachedCollectionData data) {
+/// What is known of a collection that cannot be looked at: what stands in memory, else what the cache holds. False when
+/// that is nothing and the folder is there.
+QCoro::Task<bool> GameLibrary::loadUnavailable(QString collection, CollectionPresence presence) {
+    const QPointer<GameLibrary> self(this);
+    if (m_shownCollection == collection && !m_games.isEmpty()) {
+        setUnavailable(presence.collection);
+        setStatus({}, 1.0);
+        co_return true;
+    }
+    co_await step(QStringLiteral("Checking for cached data..."), m_loadingProgress);
+    auto loadCache = [cache = m_cache, collection, today = now()] { return cache.load(collection, today); };
+    std::optional<CachedCollectionData> cached = co_await runOnPool(loadCache);
+    requireAlive(self);
+    if (!cached && presence.holdsOther)
+        co_return false;
+    setUnavailable(presence.collection);
+    m_loadedFromCache = cached.has_value();
+    if (cached) {
+        co_await finishCacheLoad(std::move(*cached), false);
+        co_return true;
+    }
+    setStatus(QStringLiteral("Validation failed"), m_loadingProgress);
+    setErrorMessage(QStringLiteral("Invalid collection. Expected folders: Data/, eXo/, Images/"));
+    co_return true;
+}
+
+/// With `verify` the disk is looked at afterwards.
+QCoro::Task<> GameLibrary::finishCacheLoad(CachedCollectionData data, bool verify) {
     const QPointer<GameLibrary> self(this);
     const QString collection = data.collectionPath;
     co_await step(QStringLiteral("Loading from cache (fast!)..."), 0.5);
@@ -124,6 +168,7 @@ QCoro::Task<> GameLibrary::finishCacheLoad(CachedCollectionData data) {
     m_allPlatforms = std::move(data.platforms);
     co_await step(QStringLiteral("Using cached installation data..."), 0.8);
     publish(std::move(refreshed.games), std::move(refreshed.positions), refreshed.index);
+    m_shownCollection = collection;
     m_platforms = std::move(refreshed.platforms);
     co_await step(QStringLiteral("Building indexes..."), 0.9);
     m_metadata = std::move(refreshed.metadata);
@@ -135,6 +180,8 @@ QCoro::Task<> GameLibrary::finishCacheLoad(CachedCollectionData data) {
     if (m_services.indexForDesktopSearch && m_host.settings.value(Settings::spotlightIndexingEnabled))
         m_services.indexForDesktopSearch(m_games, collection);
     setLoading(false);
+    if (!verify)
+        co_return;
     Log::info(QStringLiteral("🔄 Starting background filesystem verification (non-blocking)..."));
     spawn(checkInstalledStatusSilent(collection), "verifying the installation status");
 }

@@ -112,7 +112,7 @@ QCoro::Task<> GameLibrary::offerSetup(QString collection) {
         Log::error(QStringLiteral("Collection setup failed: %1").arg(failure));
         co_return;
     }
-    clearCache();
+    clearCache(collection);
     Log::info(QStringLiteral("✅ Cache cleared after setup to force re-parsing"));
 }
 

@@ -58,7 +58,7 @@ QCoro::Task<> GameLibrary::removePlatform(QString name) {
     co_await runOnPool(remove);
     if (!self || collection != m_collection)
         co_return;
-    clearCache();
+    clearCache(collection);
     const auto isIt = [&](const Platform &platform) { return platform.name == name; };
     m_allPlatforms.removeIf(isIt);
     m_platforms.removeIf(isIt);
@@ -91,7 +91,13 @@ QCoro::Task<> GameLibrary::removePlatform(QString name) {
     Q_EMIT platformsChanged();
 }
 
-void GameLibrary::clearCache() {
+void GameLibrary::clearCache(const QString &collection) {
+    // The cache is all that is known of a collection that cannot be read again.
+    const CollectionPresence presence = CollectionPresence::look(collection);
+    if (presence.isAway() && !presence.holdsOther) {
+        Log::warning(QStringLiteral("⚠️ The cache is kept: %1").arg(presence.collection));
+        return;
+    }
     m_cache.clear();
 }
 

@@ -5,6 +5,7 @@
 #include "Services/Library/GameLibrary.h"
 #include "support/TestHost.h"
 
+#include <QDir>
 #include <QRandomGenerator>
 #include <gtest/gtest.h>
 
@@ -110,6 +111,7 @@ class LibraryBrowserTest : public testing::Test {
     /// Puts games into a library through its cache, the shortest honest road.
     void fill(const GameList &games, const QList<Playlist> &playlists = {}) {
         const QString folder = host.scratch();
+        QDir(folder).mkpath(QStringLiteral("Data"));
         LibraryServices services;
         services.mt32Titles = [] { return QSet<QString>{QStringLiteral("star quest")}; };
         services.checkStatus = [](const GameList &list, const QString &) {
