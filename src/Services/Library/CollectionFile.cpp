@@ -158,12 +158,14 @@ std::vector<XmlPart> xmlParts(const CollectionFile &file, qint64 partSize) {
 }
 
 XmlPartSource::XmlPartSource(const CollectionFile &file, XmlPart part)
-    : m_file(file), m_part(std::move(part)), m_block(std::make_unique<char[]>(blockSize)),
+    : m_file(file), m_part(std::move(part)),
+      m_blockSize(std::clamp<qint64>(m_part.end - m_part.begin, 1, largestBlock)),
+      m_block(std::make_unique_for_overwrite<char[]>(size_t(m_blockSize))),
       m_rest(m_part.head.constData(), size_t(m_part.head.size())) {}
 
 qint64 XmlPartSource::read(char *buffer, qint64 size) {
     if (m_rest.empty() && m_stage == Stage::body) {
-        const qint64 wanted = std::min(blockSize, m_part.end - m_part.begin);
+        const qint64 wanted = std::min(m_blockSize, m_part.end - m_part.begin);
         const qint64 count = wanted > 0 ? m_file.readAt(m_part.begin, m_block.get(), wanted) : 0;
         m_part.begin += count;
         m_rest = {m_block.get(), size_t(count)};

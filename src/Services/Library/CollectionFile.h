@@ -54,10 +54,11 @@ class XmlPartSource : public XmlSource {
     qint64 read(char *buffer, qint64 size) override;
 
   private:
-    static constexpr qint64 blockSize = 128 * 1024;
+    static constexpr qint64 largestBlock = 128 * 1024;
 
     const CollectionFile &m_file;
     XmlPart m_part;
+    qint64 m_blockSize; ///< a small file takes a small block
     std::unique_ptr<char[]> m_block;
     std::string_view m_rest; ///< of the head, the block or the tail
     enum class Stage { body, tail } m_stage = Stage::body;

@@ -2,10 +2,12 @@
 
 #include "Host/AppLogger.h"
 #include "Host/SafeFiles.h"
+#include "Host/ShareOut.h"
 #include "Services/Library/CollectionFile.h"
 #include "Services/Library/GamesFileReader.h"
 #include "Services/Library/PlatformsSink.h"
 #include "Services/Library/PlaylistsSink.h"
+#include "Services/Library/RepeatedLines.h"
 
 #include <QDir>
 #include <QFile>
@@ -235,21 +237,40 @@ QList<Playlist> LaunchBoxParser::parsePlaylists(const QString &collection) const
     const QStringList names = xmlFileNames(folder);
     Log::info(QStringLiteral("📋 Found %1 playlist XML files").arg(names.size()));
 
-    QList<Playlist> playlists;
-    QHash<QString, QStringList> gamesOfPlaylist;
-    for (const QString &name : names) {
+    struct File {
         PlaylistFileContent content;
+        QString problem;
+    };
+    std::vector<File> files(size_t(names.size()));
+    const auto read = [&](size_t i) {
         try {
             PlaylistsSink sink;
-            readDocument(folder + QLatin1Char('/') + name, sink);
-            content = sink.takeContent();
+            readDocument(folder + QLatin1Char('/') + names[qsizetype(i)], sink);
+            files[i].content = sink.takeContent();
         } catch (const std::exception &error) {
-            Log::warning(QStringLiteral("Warning: Could not parse playlist ") + name + QStringLiteral(": ") +
-                         reasonText(error));
+            files[i].problem = reasonText(error);
+        }
+    };
+    shareOut(files.size(), read);
+
+    QList<Playlist> playlists;
+    QHash<QString, QStringList> gamesOfPlaylist;
+    RepeatedLines warnings(LogLevel::Warning);
+    for (size_t i = 0; i < files.size(); ++i) {
+        if (!files[i].problem.isNull()) {
+            Log::warning(QStringLiteral("Warning: Could not parse playlist ") + names[qsizetype(i)] +
+                         QStringLiteral(": ") + files[i].problem);
             continue;
         }
-        for (const QString &warning : content.warnings)
-            Log::warning(warning);
+        PlaylistFileContent &content = files[i].content;
+        for (const QString &warning : std::as_const(content.warnings))
+            warnings.add(warning, warning);
+        for (auto it = content.emptyLinks.cbegin(); it != content.emptyLinks.cend(); ++it) {
+            const QString warning = QStringLiteral("⚠️ PlaylistGame with empty playlistId! Available keys: %1")
+                                        .arg(QString::fromUtf8(it.key()));
+            for (qsizetype n = 0; n < it.value(); ++n)
+                warnings.add(warning, warning);
+        }
 
         // A file describes one playlist: its links and filters are its first playlist's, whatever ids they name.
         if (!content.playlists.isEmpty() && !content.games.isEmpty()) {
@@ -264,10 +285,12 @@ QList<Playlist> LaunchBoxParser::parsePlaylists(const QString &collection) const
     }
 
     Log::info(QStringLiteral("📋 Attaching games to playlists..."));
+    RepeatedLines skipped(LogLevel::Info);
     for (Playlist &playlist : playlists) {
         const auto ids = gamesOfPlaylist.constFind(playlist.id);
+        const QString line = QStringLiteral("     - Skipping static gameIds (will be filtered later)");
         if (playlist.autoPopulate)
-            Log::info(QStringLiteral("     - Skipping static gameIds (will be filtered later)"));
+            skipped.add(line, line);
         else if (ids != gamesOfPlaylist.cend())
             playlist.gameIds = *ids;
     }

@@ -1,7 +1,5 @@
 #include "Services/Library/PlaylistsSink.h"
 
-#include "Models/FieldText.h"
-
 namespace ludarium {
 
 bool PlaylistsSink::beginRecord(std::string_view name) {
@@ -22,7 +20,9 @@ int PlaylistsSink::field(std::string_view name) {
     case Kind::playlist:
         return PlaylistDecoder::field(name);
     case Kind::game:
-        m_keys.append(ludarium::fieldText(name));
+        if (!m_keys.isEmpty())
+            m_keys += ", ";
+        m_keys.append(name.data(), qsizetype(name.size()));
         return PlaylistGameDecoder::field(name);
     case Kind::filter:
         return PlaylistFilterDecoder::field(name);
@@ -52,8 +52,7 @@ void PlaylistsSink::endRecord() {
     case Kind::game:
         m_content.games.append(m_game.finish());
         if (m_content.games.last().playlistId.isEmpty())
-            m_content.warnings.append(QStringLiteral("⚠️ PlaylistGame with empty playlistId! Available keys: %1")
-                                          .arg(m_keys.join(QLatin1String(", "))));
+            ++m_content.emptyLinks[m_keys];
         break;
     case Kind::filter:
         m_content.filters.append(m_filter.finish());

@@ -4,6 +4,8 @@
 #include "Models/RecordDecoder.h"
 #include "Services/Library/XmlRecords.h"
 
+#include <QByteArray>
+#include <QHash>
 #include <QList>
 #include <QStringList>
 #include <utility>
@@ -16,6 +18,7 @@ struct PlaylistFileContent {
     QList<PlaylistGame> games;
     QList<PlaylistFilter> filters;
     QStringList warnings;
+    QHash<QByteArray, qsizetype> emptyLinks; ///< links without a playlist id, by the keys that they have
 };
 
 /// The playlists of one document. A field that cannot be read takes its default.
@@ -32,7 +35,7 @@ class PlaylistsSink : public XmlRecordSink {
 
   private:
     enum class Kind { playlist, game, filter } m_kind = Kind::playlist;
-    QStringList m_keys; ///< of the current PlaylistGame
+    QByteArray m_keys; ///< of the current PlaylistGame
     PlaylistDecoder m_playlist;
     PlaylistGameDecoder m_game;
     PlaylistFilterDecoder m_filter;

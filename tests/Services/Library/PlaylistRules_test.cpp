@@ -2,9 +2,13 @@
 
 #include "GameFactory.h"
 
+#include <QRandomGenerator>
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace ludarium::test {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -48,7 +52,10 @@ INSTANTIATE_TEST_SUITE_P(
                     RuleCase{"CommunityRating", "Equals", "4.6", true}, RuleCase{"MaxPlayers", "EqualTo", "2", true},
                     RuleCase{"Installed", "IsTrue", nullptr, true}, RuleCase{"Favourite", "IsFalse", nullptr, true},
                     RuleCase{"Joystick", "IsTrue", nullptr, true}, RuleCase{"Lightgun", "IsTrue", nullptr, false},
-                    RuleCase{"VideoType", "IsFalse", nullptr, true}, RuleCase{"Title", "Sounds like", "x", false}));
+                    RuleCase{"VideoType", "IsFalse", nullptr, true}, RuleCase{"Title", "Sounds like", "x", false},
+                    // An empty text begins and ends every text, that of a missing field too.
+                    RuleCase{"Developer", "StartsWith", nullptr, true}, RuleCase{"Series", "EndsWith", "", true},
+                    RuleCase{"PlayMode", "StartsWith", "", true}, RuleCase{"MaxPlayers", "EndsWith", "", true}));
 
 TEST(PlaylistFilters, FillOnlyDynamicPlaylistsAndNeedEveryRule) {
     Playlist fixed;
@@ -68,6 +75,51 @@ TEST(PlaylistFilters, FillOnlyDynamicPlaylistsAndNeedEveryRule) {
     EXPECT_EQ(filled[1].gameIds, (QStringList{QStringLiteral("g"), QStringLiteral("h")}));
     EXPECT_EQ(filled[2].gameIds, QStringList{QStringLiteral("g")});
     EXPECT_TRUE(filled[3].gameIds.isEmpty());
+}
+
+TEST(PlaylistFilters, FindInABigLibraryWhatEachRuleFindsInOneGame) {
+    QRandomGenerator random(7);
+    const auto of = [&](const QStringList &texts) { return texts[random.bounded(texts.size())]; };
+    const QStringList genres{u"Action"_s, u"Action; ÄRCADE"_s, u"Puzzle"_s, u""_s, QString(), u"Racing;Action"_s};
+    const QStringList words{u"Fjord"_s, u"lightgun"_s, u"Ötzi"_s, u"raiders"_s};
+    GameList games;
+    for (int i = 0; i < 500; ++i)
+        games.append(
+            makeGame(QString::number(i), of(words) + u' ' + of(words), of({u"MS-DOS"_s, u"Arcade"_s}), [&](Game &game) {
+                game.genre = of(genres);
+                game.playMode = of(genres);
+                game.notes = of(words).toUtf8();
+                if (random.bounded(2) != 0)
+                    game.releaseYear = 1990 + int(random.bounded(3));
+                game.isFavorite = random.bounded(4) == 0;
+                if (random.bounded(2) != 0)
+                    game.communityRating = double(random.bounded(4)) / 2;
+            }));
+    const QStringList keys{u"Title"_s, u"Platform"_s, u"Genre"_s,    u"PlayMode"_s, u"Year"_s,
+                           u"Notes"_s, u"Favorite"_s, u"LightGun"_s, u"Rating"_s,   u"Overview"_s};
+    const QStringList comparisons{u"EqualTo"_s, u"NotEqualTo"_s, u"Contains"_s,   u"NotContains"_s,
+                                  u"IsTrue"_s,  u"IsFalse"_s,    u"StartsWith"_s, u"EndsWith"_s};
+    const QStringList values{u"action"_s, u"äRCADE"_s, u"MS-DOS"_s, u"1991"_s, u""_s, u"ö"_s, u"true"_s, u"1.5"_s};
+    QList<Playlist> playlists;
+    for (int i = 0; i < 300; ++i) {
+        Playlist playlist;
+        playlist.autoPopulate = true;
+        for (int rules = 1 + int(random.bounded(3)); rules > 0; --rules)
+            playlist.filters.append({of(values), of(keys), of(comparisons)});
+        playlists.append(playlist);
+    }
+    const QList<Playlist> filled = applyPlaylistFilters(playlists, games);
+    qsizetype found = 0;
+    for (const Playlist &playlist : filled) {
+        QStringList expected;
+        for (const GamePtr &game : games)
+            if (std::all_of(playlist.filters.begin(), playlist.filters.end(),
+                            [&](const PlaylistFilter &filter) { return matchesFilter(*game, filter); }))
+                expected.append(game->id);
+        ASSERT_EQ(playlist.gameIds, expected) << playlist.filters[0].fieldKey.toStdString();
+        found += expected.size();
+    }
+    EXPECT_GT(found, 1'000);
 }
 
 } // namespace ludarium::test
