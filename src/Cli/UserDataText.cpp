@@ -16,9 +16,9 @@ const QStringList &progressWords() {
     return words;
 }
 
-void requireStored(bool stored) {
-    if (!stored)
-        throw CliError(QStringLiteral("The change could not be stored. See: ludarium-cli log"));
+void requireStored(const QString &refusal) {
+    if (!refusal.isEmpty())
+        throw CliError(refusal);
 }
 
 void printUserData(CommandContext &context, const GameLibrary &library, const Game &game, const QString &line) {

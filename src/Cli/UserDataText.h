@@ -10,8 +10,8 @@ class GameLibrary;
 /// The words for how far the user has come, in the order of GameProgress: "notPlayed", "playing", …
 const QStringList &progressWords();
 
-/// Throws CliError unless a change has been stored.
-void requireStored(bool stored);
+/// Throws CliError with the reason why a change was refused; an empty one is none.
+void requireStored(const QString &refusal);
 
 /// Prints what the user has given a game as one document; with text output the line alone.
 void printUserData(CommandContext &context, const GameLibrary &library, const Game &game, const QString &line);

@@ -2,8 +2,11 @@
 
 #include <QFile>
 #include <QString>
+#include <ctime>
+#include <unistd.h>
 #ifdef Q_OS_MACOS
 #include <sys/sysctl.h>
+#include <sys/time.h>
 #include <sys/types.h>
 #endif
 
@@ -21,6 +24,12 @@ std::optional<qint64> processStartTime(qint64 pid) {
     return qint64(start.tv_sec) * 1'000'000 + start.tv_usec;
 }
 
+double secondsSinceProcessStart(qint64 startTime) {
+    timeval now{};
+    ::gettimeofday(&now, nullptr); // the system moves the recorded starts when its clock is set
+    return static_cast<double>(qint64(now.tv_sec) * 1'000'000 + now.tv_usec - startTime) / 1e6;
+}
+
 #else
 
 std::optional<qint64> processStartTime(qint64 pid) {
@@ -34,6 +43,13 @@ std::optional<qint64> processStartTime(qint64 pid) {
     if (fields.size() < 20 || fields[0] == "Z" || fields[0] == "X")
         return std::nullopt;
     return fields[19].toLongLong();
+}
+
+double secondsSinceProcessStart(qint64 startTime) {
+    timespec now{};
+    ::clock_gettime(CLOCK_BOOTTIME, &now);
+    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) / 1e9 -
+           static_cast<double>(startTime) / static_cast<double>(::sysconf(_SC_CLK_TCK));
 }
 
 #endif

@@ -9,4 +9,7 @@ namespace ludarium {
 /// macOS. None for a pid without a process and for one that has ended but is not reaped.
 std::optional<qint64> processStartTime(qint64 pid);
 
+/// Seconds since such a start time, told by a clock that nobody sets and that goes on while the machine sleeps.
+double secondsSinceProcessStart(qint64 startTime);
+
 } // namespace ludarium

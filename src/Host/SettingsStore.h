@@ -28,10 +28,14 @@ class SettingsStore : public QObject {
     virtual void setRawValue(const QString &key, const QVariant &value) = 0;
     virtual void remove(const QString &key) = 0;
     virtual QStringList keys() const = 0;
+    /// One entry of a map, without the rest of it; invalid when there is none.
+    virtual QVariant rawEntry(const QString &key, const QString &entry) const = 0;
     /// One entry of a map, written alone. An invalid value removes the entry.
     virtual void setRawEntry(const QString &key, const QString &entry, const QVariant &value) = 0;
 
-    /// Runs `changes` as one transaction: all of its writes are kept or none.
+    /// Runs `changes` as one transaction: all of its writes are kept or none. What it reads is what the store holds
+    /// at that moment, with what other processes have written, and nobody else writes until it is done: what depends
+    /// on the value before (a count, a list) is read, changed and written inside of one.
     virtual void transaction(const std::function<void()> &changes) = 0;
 
     /// Moves a value that cannot be understood to "{key}.corrupt-{time}", so that the next write does not destroy what
@@ -55,6 +59,9 @@ class SettingsStore : public QObject {
     bool contains(const Setting<T> &setting) const {
         return rawValue(QString::fromUtf8(setting.key)).isValid();
     }
+    /// The stored entry of a map, or none when it is absent or of another type.
+    template<typename V>
+    std::optional<V> entry(const Setting<QMap<QString, V>> &setting, const QString &entry) const;
     template<typename V>
     void setEntry(const Setting<QMap<QString, V>> &setting, const QString &entry, const V &value) {
         setRawEntry(QString::fromUtf8(setting.key), entry, QVariant::fromValue(value));
@@ -108,6 +115,12 @@ std::optional<T> SettingsStore::storedValue(const Setting<T> &setting) const {
             return std::nullopt;
         return raw.value<T>();
     }
+}
+
+template<typename V>
+std::optional<V> SettingsStore::entry(const Setting<QMap<QString, V>> &setting, const QString &entry) const {
+    const QVariant raw = rawEntry(QString::fromUtf8(setting.key), entry);
+    return detail::holds<V>(raw) ? std::optional(raw.value<V>()) : std::nullopt;
 }
 
 template<typename T>

@@ -41,6 +41,14 @@ QStringList SqliteSettingsStore::keys() const {
     return keys;
 }
 
+QVariant SqliteSettingsStore::rawEntry(const QString &key, const QString &entry) const {
+    noticeForeignChanges();
+    const auto stored = m_values.constFind(key);
+    if (stored == m_values.cend() || stored->typeId() != QMetaType::QVariantMap)
+        return {};
+    return static_cast<const QVariantMap *>(stored->constData())->value(entry);
+}
+
 void SqliteSettingsStore::noticeForeignChanges() const {
     Q_ASSERT(thread() == QThread::currentThread());
     if (!m_database || m_depth > 0)

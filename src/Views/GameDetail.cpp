@@ -125,7 +125,7 @@ bool GameDetail::keepNotes() {
     m_writingPause.stop();
     if (!m_game || !m_writtenNotes || *m_writtenNotes == m_state.gameLibrary().userData().notes(m_game->id))
         return true;
-    return m_state.gameLibrary().setNotes(m_game->id, *m_writtenNotes);
+    return m_state.gameLibrary().setNotes(m_game->id, *m_writtenNotes).isEmpty();
 }
 
 void GameDetail::saveNotes() {

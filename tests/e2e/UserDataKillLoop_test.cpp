@@ -49,7 +49,7 @@ struct Change {
 void make(const Change &change, UserData &data) {
     switch (change.kind) {
     case 0:
-        return data.toggleFavorite(change.id);
+        return data.setFavorite(change.id, !data.favoriteIds().contains(change.id));
     case 1:
         return data.setNotes(change.id, change.note);
     case 2:

@@ -31,6 +31,10 @@ QStringList MemorySettings::keys() const {
     return m_values.keys();
 }
 
+QVariant MemorySettings::rawEntry(const QString &key, const QString &entry) const {
+    return m_values.value(key).toMap().value(entry);
+}
+
 void MemorySettings::setRawEntry(const QString &key, const QString &entry, const QVariant &value) {
     QVariantMap map = m_values.value(key).toMap();
     if (value.isValid())

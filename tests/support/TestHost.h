@@ -55,6 +55,7 @@ class MemorySettings : public SettingsStore {
     void setRawValue(const QString &key, const QVariant &value) override;
     void remove(const QString &key) override;
     QStringList keys() const override;
+    QVariant rawEntry(const QString &key, const QString &entry) const override;
     void setRawEntry(const QString &key, const QString &entry, const QVariant &value) override;
     void transaction(const std::function<void()> &changes) override;
     using SettingsStore::remove;

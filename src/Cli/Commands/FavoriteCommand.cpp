@@ -23,10 +23,7 @@ class FavoriteCommand : public Command {
     QCoro::Task<int> run(CommandContext &context) override {
         GameLibrary *library = co_await context.loadLibrary();
         const GamePtr game = chooseGame(context, *library, m_game);
-        const UserData &user = library->userData();
-        if (user.favoriteIds().contains(game->id) == m_off)
-            library->toggleFavorite(game->id);
-        requireStored(user.favoriteIds().contains(game->id) != m_off);
+        requireStored(library->setFavorites({game->id}, !m_off));
         printUserData(
             context, *library, *game,
             (m_off ? QStringLiteral("%1 is no favorite.") : QStringLiteral("%1 is a favorite.")).arg(game->title));

@@ -34,10 +34,8 @@ class NoteCommand : public Command {
     QCoro::Task<int> run(CommandContext &context) override {
         GameLibrary *library = co_await context.loadLibrary();
         const GamePtr game = chooseGame(context, *library, m_game);
-        if (m_clear || !m_text.isNull()) {
-            library->setNotes(game->id, m_text);
-            requireStored(library->userData().notes(game->id) == m_text);
-        }
+        if (m_clear || !m_text.isNull())
+            requireStored(library->setNotes(game->id, m_text));
         if (context.json())
             printUserData(context, *library, *game, {});
         else if (m_clear)

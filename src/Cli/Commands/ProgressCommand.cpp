@@ -23,11 +23,8 @@ class ProgressCommand : public Command {
     QCoro::Task<int> run(CommandContext &context) override {
         GameLibrary *library = co_await context.loadLibrary();
         const GamePtr game = chooseGame(context, *library, m_game);
-        if (!m_progress.isNull()) {
-            const auto progress = GameProgress(progressWords().indexOf(m_progress));
-            library->setProgress(game->id, progress);
-            requireStored(library->game(game->id)->gameProgress == progress);
-        }
+        if (!m_progress.isNull())
+            requireStored(library->setProgress(game->id, GameProgress(progressWords().indexOf(m_progress))));
         printUserData(
             context, *library, *game,
             QStringLiteral("%1: %2").arg(game->title, gameProgressText(library->game(game->id)->gameProgress)));

@@ -23,10 +23,8 @@ class RateCommand : public Command {
     QCoro::Task<int> run(CommandContext &context) override {
         GameLibrary *library = co_await context.loadLibrary();
         const GamePtr game = chooseGame(context, *library, m_game);
-        if (m_rating) {
-            library->setRating(game->id, *m_rating);
-            requireStored(library->userData().rating(game->id) == *m_rating);
-        }
+        if (m_rating)
+            requireStored(library->setRating(game->id, *m_rating));
         const int rating = library->userData().rating(game->id);
         printUserData(context, *library, *game,
                       rating > 0 ? QStringLiteral("%1: %2 of 5").arg(game->title).arg(rating)

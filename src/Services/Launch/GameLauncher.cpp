@@ -4,12 +4,14 @@
 #include "Host/Async.h"
 #include "Host/Clock.h"
 #include "Host/Host.h"
+#include "Host/SafeFiles.h"
 #include "Host/Workspace.h"
 #include "Models/LaunchCancelled.h"
 #include "Models/LaunchError.h"
 #include "Services/Launch/AdditionalApp.h"
 #include "Services/Launch/DosRoute.h"
 #include "Services/Launch/GameFolders.h"
+#include "Services/Launch/LaunchClaim.h"
 #include "Services/Launch/VideoFolder.h"
 #include "Services/Runners/CollectionDocument.h"
 
@@ -127,11 +129,25 @@ void GameLauncher::setSetupStatus(const QString &status) {
     Q_EMIT launchStateChanged();
 }
 
+void GameLauncher::refuse(const QString &reason) {
+    Log::warning(u"Launch refused: %1"_s.arg(reason));
+    m_launchError = reason;
+    Q_EMIT launchStateChanged();
+}
+
 QCoro::Task<> GameLauncher::launch(GamePtr game, LaunchMode mode, std::optional<GameVersionOption> version) {
     const QString collection = d->collection;
     if (collection.isEmpty()) {
         Log::error(u"Launch failed: No collection path set"_s);
         throw LaunchError(LaunchError::Case::noCollectionPath);
+    }
+    const LaunchClaim claim(d->host.paths.state(), game->id);
+    if (!claim.isHeld() || (runningTest && runningTest(game->id))) {
+        if (mode == LaunchMode::play)
+            m_lastProcess.reset();
+        const QString text = claim.isHeld() ? u"%1 is running already."_s : u"%1 is being started already."_s;
+        refuse(text.arg(singleLine(game->title)));
+        co_return;
     }
     Log::info(u"=== LAUNCH START ==="_s);
     Log::info(u"Game: %1"_s.arg(game->title));

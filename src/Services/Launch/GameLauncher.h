@@ -69,6 +69,10 @@ class GameLauncher : public QObject {
     /// The process that the last `play` started, when it can be watched.
     std::optional<ProcessId> lastProcess() const { return m_lastProcess; }
 
+    /// Whether a game runs at this moment, started by whichever program; then no mode that would start something in its
+    /// folder is begun.
+    std::function<bool(const QString &gameId)> runningTest;
+
     /// Called after a `play` flow that started a game, for the play-session tracker.
     std::function<void(GamePtr, std::optional<ProcessId>)> onStarted;
 
@@ -87,6 +91,7 @@ class GameLauncher : public QObject {
 
   private:
     using Started = std::optional<ProcessId>;
+    void refuse(const QString &reason);
     QCoro::Task<Started> runFlow(GamePtr game, LaunchMode mode, std::optional<GameVersionOption> version,
                                  QString collection);
     QCoro::Task<Started> launchGame(GamePtr game, std::optional<GameVersionOption> version, QString collection);

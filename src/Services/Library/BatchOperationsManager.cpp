@@ -262,9 +262,8 @@ QCoro::Task<Outcome> BatchOperationsManager::uninstall(GamePtr game, QString col
 Outcome BatchOperationsManager::setFavorite(const Game &game, bool favorite) {
     if (game.isFavorite == favorite)
         return {Status::skipped, favorite ? u"Already a favorite"_s : u"Not a favorite"_s};
-    m_library->toggleFavorite(game.id);
-    if (m_library->userData().favoriteIds().contains(game.id) != favorite)
-        return {Status::failed, u"The change could not be stored"_s};
+    if (const QString refusal = m_library->setFavorites({game.id}, favorite); !refusal.isEmpty())
+        return {Status::failed, refusal};
     return {Status::completed, favorite ? u"Added to favorites"_s : u"Removed from favorites"_s};
 }
 

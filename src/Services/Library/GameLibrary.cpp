@@ -75,15 +75,15 @@ void GameLibrary::replaceGame(qsizetype position, const std::function<void(Game 
 
 // --- What the user does
 
-bool GameLibrary::keep(const std::function<void()> &change) {
+QString GameLibrary::keep(const std::function<void()> &change) {
     try {
         change();
-        return true;
+        return {};
     } catch (const std::exception &error) {
         const QString reason = QString::fromUtf8(error.what());
         Log::error(QStringLiteral("❌ Failed to keep user data: %1").arg(reason));
         Q_EMIT userDataRefused(reason);
-        return false;
+        return reason;
     }
 }
 
@@ -91,6 +91,19 @@ void GameLibrary::refreshFromUserData(const QString &id) {
     const auto at = position(id);
     if (at && m_userData.values().differsFrom(*m_games[*at]))
         replaceGame(*at, [this](Game &game) { m_userData.values().applyTo(game); });
+}
+
+void GameLibrary::refreshFromUserData(const QStringList &ids) {
+    if (ids.size() == 1)
+        return refreshFromUserData(ids.constFirst());
+    GameList games = m_games;
+    for (const QString &id : ids)
+        if (const auto at = position(id); at && m_userData.values().differsFrom(*games[*at])) {
+            auto changed = std::make_shared<Game>(*games[*at]);
+            m_userData.values().applyTo(*changed);
+            games[*at] = std::move(changed);
+        }
+    publishChanged(std::move(games));
 }
 
 void GameLibrary::refreshAllFromUserData() {
@@ -106,41 +119,57 @@ void GameLibrary::refreshAllFromUserData() {
     Q_EMIT userDataChanged();
 }
 
-void GameLibrary::toggleFavorite(const QString &id) {
-    if (keep([&] { m_userData.toggleFavorite(id); }))
+QString GameLibrary::toggleFavorite(const QString &id) {
+    return setFavorites({id}, !m_userData.favoriteIds().contains(id));
+}
+
+QString GameLibrary::setFavorites(const QStringList &ids, bool favorite) {
+    const QString reason = keep([&] { m_userData.setFavorites(ids, favorite); });
+    if (reason.isEmpty())
+        refreshFromUserData(ids);
+    return reason;
+}
+
+QString GameLibrary::recordPlay(const QString &id, double seconds) {
+    const QString reason = keep([&] { m_userData.recordPlay(id, seconds, now()); });
+    if (reason.isEmpty()) {
         refreshFromUserData(id);
+        buildRecentlyPlayedList();
+    }
+    return reason;
 }
 
-void GameLibrary::recordPlay(const QString &id, double seconds) {
-    if (!keep([&] { m_userData.recordPlay(id, seconds, now()); }))
-        return;
-    refreshFromUserData(id);
-    buildRecentlyPlayedList();
-}
-
-void GameLibrary::addPlayTime(const QString &id, double seconds) {
-    if (!(seconds > 0) || !keep([&] { m_userData.addPlayTime(id, seconds); }))
-        return;
+QString GameLibrary::addPlayTime(const QString &id, double seconds) {
+    if (!(seconds > 0))
+        return {};
+    const QString reason = keep([&] { m_userData.addPlayTime(id, seconds); });
+    if (!reason.isEmpty())
+        return reason;
     refreshFromUserData(id);
     const GamePtr played = game(id);
     Log::info(QStringLiteral("⏱️ Added %1s play time to %2").arg(seconds).arg(played ? played->title : id));
+    return {};
 }
 
-bool GameLibrary::setNotes(const QString &id, const QString &text) {
-    if (!keep([&] { m_userData.setNotes(id, text); }))
-        return false;
-    Q_EMIT userDataChanged();
-    return true;
-}
-
-void GameLibrary::setRating(const QString &id, int rating) {
-    if (keep([&] { m_userData.setRating(id, rating); }))
+QString GameLibrary::setNotes(const QString &id, const QString &text) {
+    const QString reason = keep([&] { m_userData.setNotes(id, text); });
+    if (reason.isEmpty())
         Q_EMIT userDataChanged();
+    return reason;
 }
 
-void GameLibrary::setProgress(const QString &id, GameProgress progress) {
-    if (keep([&] { m_userData.setProgress(id, progress); }))
+QString GameLibrary::setRating(const QString &id, int rating) {
+    const QString reason = keep([&] { m_userData.setRating(id, rating); });
+    if (reason.isEmpty())
+        Q_EMIT userDataChanged();
+    return reason;
+}
+
+QString GameLibrary::setProgress(const QString &id, GameProgress progress) {
+    const QString reason = keep([&] { m_userData.setProgress(id, progress); });
+    if (reason.isEmpty())
         refreshFromUserData(id);
+    return reason;
 }
 
 void GameLibrary::buildRecentlyPlayedList() {

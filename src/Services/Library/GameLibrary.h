@@ -76,15 +76,16 @@ class GameLibrary : public QObject {
     /// `collectionURL` looks again.
     QString unavailable() const { return m_unavailable; }
 
-    // What the user does. Each is in the settings store when the call returns; when the store cannot keep it,
-    // nothing changes and `userDataRefused` tells why.
-    void toggleFavorite(const QString &id);
-    void recordPlay(const QString &id, double seconds);
-    void addPlayTime(const QString &id, double seconds);
-    /// False when the notes were not kept.
-    bool setNotes(const QString &id, const QString &text);
-    void setRating(const QString &id, int rating);
-    void setProgress(const QString &id, GameProgress progress);
+    // What the user does. Each is in the settings store when the call returns with an empty text; when the store
+    // cannot keep it, nothing changes, `userDataRefused` tells why and the call returns the same reason.
+    QString toggleFavorite(const QString &id);
+    /// All of them in one write of the store.
+    QString setFavorites(const QStringList &ids, bool favorite);
+    QString recordPlay(const QString &id, double seconds);
+    QString addPlayTime(const QString &id, double seconds);
+    QString setNotes(const QString &id, const QString &text);
+    QString setRating(const QString &id, int rating);
+    QString setProgress(const QString &id, GameProgress progress);
 
     /// Looks at the disk for one game and takes over what it finds.
     QCoro::Task<> updateGameStatus(QString id);
@@ -135,11 +136,12 @@ class GameLibrary : public QObject {
     void publishChanged(GameList games);
     void replaceGame(qsizetype position, const std::function<void(Game &)> &change);
     void refreshFromUserData(const QString &id);
+    void refreshFromUserData(const QStringList &ids);
     void refreshAllFromUserData();
     void buildRecentlyPlayedList();
     void loadStatusIds();
     void saveStatusIds();
-    bool keep(const std::function<void()> &change);
+    QString keep(const std::function<void()> &change);
     void setLoading(bool loading);
     void setStatus(const QString &status, double progress);
     void setErrorMessage(const QString &message);

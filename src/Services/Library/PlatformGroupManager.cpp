@@ -72,62 +72,97 @@ PlatformGroupManager::PlatformGroupManager(SettingsStore &settings, QObject *par
         m_groups = *groups;
     else
         settings.setAside(QString::fromUtf8(Settings::platformGroups.key));
+    connect(&settings, &SettingsStore::changed, this, &PlatformGroupManager::loadAgain);
 }
 
-// Each change is written first and taken over afterwards: a write that throws leaves memory and store alike.
-void PlatformGroupManager::save(QList<PlatformGroup> groups) {
-    m_settings.setValue(Settings::platformGroups, encodeGroups(groups));
+/// Another process may have written the groups; of what this one wrote nothing is new.
+void PlatformGroupManager::loadAgain(const QString &key) {
+    if (key != QLatin1StringView(Settings::platformGroups.key))
+        return;
+    Groups groups = decodeGroups(m_settings.value(Settings::platformGroups)).value_or(Groups());
+    if (groups == m_groups)
+        return;
     m_groups = std::move(groups);
     Q_EMIT groupsChanged();
+}
+
+void PlatformGroupManager::change(const std::function<bool(Groups &)> &edit) {
+    Groups groups;
+    bool edited = false;
+    m_settings.transaction([&] {
+        const auto stored = decodeGroups(m_settings.value(Settings::platformGroups));
+        if (!stored)
+            m_settings.setAside(QString::fromUtf8(Settings::platformGroups.key));
+        groups = stored.value_or(Groups());
+        edited = edit(groups);
+        if (edited)
+            m_settings.setValue(Settings::platformGroups, encodeGroups(groups));
+    });
+    // The store has told of its new value by now, unless that is the old one.
+    if (edited && groups != m_groups) {
+        m_groups = std::move(groups);
+        Q_EMIT groupsChanged();
+    }
 }
 
 QUuid PlatformGroupManager::createGroup(const QString &name) {
     PlatformGroup group;
     group.name = name;
-    save(m_groups + QList<PlatformGroup>{group});
+    change([&](Groups &groups) {
+        groups.append(group);
+        return true;
+    });
     return group.id;
 }
 
 void PlatformGroupManager::renameGroup(const QUuid &id, const QString &name) {
-    QList<PlatformGroup> groups = m_groups;
-    if (PlatformGroup *group = find(groups, id)) {
-        group->name = name;
-        save(std::move(groups));
-    }
+    change([&](Groups &groups) {
+        PlatformGroup *group = find(groups, id);
+        if (group)
+            group->name = name;
+        return group != nullptr;
+    });
 }
 
 void PlatformGroupManager::deleteGroup(const QUuid &id) {
-    QList<PlatformGroup> groups = m_groups;
-    groups.removeIf([&](const PlatformGroup &group) { return group.id == id; });
-    save(std::move(groups));
+    change([&](Groups &groups) {
+        return groups.removeIf([&](const PlatformGroup &group) { return group.id == id; }) > 0;
+    });
 }
 
 void PlatformGroupManager::setExpanded(const QUuid &id, bool expanded) {
-    QList<PlatformGroup> groups = m_groups;
-    if (PlatformGroup *group = find(groups, id)) {
-        group->isExpanded = expanded;
-        save(std::move(groups));
-    }
+    change([&](Groups &groups) {
+        PlatformGroup *group = find(groups, id);
+        if (group)
+            group->isExpanded = expanded;
+        return group != nullptr;
+    });
 }
 
 void PlatformGroupManager::moveGroup(const QUuid &id, qsizetype place) {
-    QList<PlatformGroup> groups = m_groups;
-    if (const PlatformGroup *group = find(groups, id)) {
-        groups.move(group - groups.constData(), std::clamp<qsizetype>(place, 0, groups.size() - 1));
-        save(std::move(groups));
-    }
+    change([&](Groups &groups) {
+        const PlatformGroup *group = find(groups, id);
+        if (group)
+            groups.move(group - groups.constData(), std::clamp<qsizetype>(place, 0, groups.size() - 1));
+        return group != nullptr;
+    });
 }
 
 void PlatformGroupManager::addPlatform(const QString &platform, const QUuid &id) {
-    QList<PlatformGroup> groups = withoutPlatform(m_groups, platform);
-    if (PlatformGroup *group = find(groups, id)) {
-        group->platformNames.append(platform);
-        save(std::move(groups));
-    }
+    change([&](Groups &groups) {
+        if (!find(groups, id))
+            return false;
+        groups = withoutPlatform(std::move(groups), platform);
+        find(groups, id)->platformNames.append(platform);
+        return true;
+    });
 }
 
 void PlatformGroupManager::removePlatformFromGroup(const QString &platform) {
-    save(withoutPlatform(m_groups, platform));
+    change([&](Groups &groups) {
+        groups = withoutPlatform(std::move(groups), platform);
+        return true;
+    });
 }
 
 QList<Platform> PlatformGroupManager::getUngroupedPlatforms(const QList<Platform> &platforms) const {

@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QStringList>
 #include <QUuid>
+#include <functional>
 
 namespace ludarium {
 
@@ -43,7 +44,10 @@ class PlatformGroupManager : public QObject {
     void groupsChanged();
 
   private:
-    void save(QList<PlatformGroup> groups);
+    using Groups = QList<PlatformGroup>;
+    /// Makes a change to the groups that the store holds; `edit` returns false when there is nothing to change.
+    void change(const std::function<bool(Groups &)> &edit);
+    void loadAgain(const QString &key);
 
     SettingsStore &m_settings;
     QList<PlatformGroup> m_groups;

@@ -42,7 +42,9 @@ const QStringList &PlaySessionTracker::emulatorProcessNames() {
 }
 
 PlaySessionTracker::PlaySessionTracker(Host &host, QObject *parent)
-    : QObject(parent), m_host(host), m_journal(host.paths.state() + QStringLiteral("/session.json")) {
+    : QObject(parent), m_host(host), m_running(std::make_unique<RunningGames>(host.processes, host.paths.state())),
+      m_journal(host.paths.state() + QStringLiteral("/session.json")) {
+    connect(m_running.get(), &RunningGames::changed, this, &PlaySessionTracker::runningChanged);
     m_timer.setInterval(tick);
     connect(&m_timer, &QTimer::timeout, this, [this] {
         m_duration = elapsed();
@@ -53,6 +55,11 @@ PlaySessionTracker::PlaySessionTracker(Host &host, QObject *parent)
 }
 
 PlaySessionTracker::~PlaySessionTracker() = default;
+
+bool PlaySessionTracker::isRunningNow(const QString &gameId) const {
+    m_running->look();
+    return m_running->contains(gameId);
+}
 
 double PlaySessionTracker::elapsed() const {
     return m_secondsBefore + std::chrono::duration<double>(m_host.clock.monotonic() - m_startedAt).count();

@@ -2,12 +2,14 @@
 
 #include "Host/ProcessRunner.h"
 #include "Models/Game.h"
+#include "Services/Library/RunningGames.h"
 #include "Services/Library/SessionJournal.h"
 
 #include <QCoro/QCoroTask>
 #include <QObject>
 #include <QTimer>
 #include <functional>
+#include <memory>
 
 namespace ludarium {
 
@@ -51,6 +53,14 @@ class PlaySessionTracker : public QObject {
     bool isWatching() const { return m_game && m_entry.process; }
     double currentSessionDuration() const { return m_duration; } ///< seconds, refreshed once a second
 
+    /// Whether a process of the game exists, whichever of our programs started it; a change comes with
+    /// `runningChanged` within a second. Cheap enough for every row of a list.
+    bool isRunning(const QString &gameId) const { return m_running->contains(gameId); }
+    /// The same, looked up at this moment, for who is about to start the game.
+    bool isRunningNow(const QString &gameId) const;
+    /// How long the game's process has existed; 0 without one.
+    double runningSeconds(const QString &gameId) const { return m_running->seconds(gameId); }
+
     /// Names that an emulator's process is known by.
     static const QStringList &emulatorProcessNames();
     /// The first process of a listing of "pid command" lines that is a known emulator.
@@ -59,6 +69,7 @@ class PlaySessionTracker : public QObject {
   Q_SIGNALS:
     void sessionChanged();
     void durationChanged();
+    void runningChanged();
 
   private:
     QCoro::Task<> monitor(quint64 session, std::optional<ProcessId> process);
@@ -69,6 +80,7 @@ class PlaySessionTracker : public QObject {
     bool isOpen(quint64 session) const { return m_game && m_session == session; }
 
     Host &m_host;
+    std::unique_ptr<RunningGames> m_running;
     SessionJournal m_journal;
     SessionJournal::Entry m_entry;
     GamePtr m_game;

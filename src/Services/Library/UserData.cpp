@@ -85,10 +85,24 @@ bool UserData::load(const QString &key) {
 
 template<typename Function>
 void UserData::change(const Function &write) {
-    m_settings.contains(Settings::favoriteGames); // a read notices what another process wrote
     m_writing = true;
     const auto done = qScopeGuard([this] { m_writing = false; });
     m_settings.transaction(write);
+}
+
+template<typename V>
+void UserData::writeEntry(const Setting<QMap<QString, V>> &setting, QHash<QString, V> &values, const QString &id,
+                          const std::optional<V> &value) {
+    change([&] {
+        if (value)
+            m_settings.setEntry(setting, id, *value);
+        else
+            m_settings.removeEntry(setting, id);
+    });
+    if (value)
+        values.insert(id, *value);
+    else
+        values.remove(id);
 }
 
 bool UserData::Values::knows(const QString &id) const {
@@ -110,15 +124,19 @@ bool UserData::Values::differsFrom(const Game &game) const {
            game.gameProgress != progressOf(progress, game.id);
 }
 
-// Each change is written first and taken over afterwards: a write that throws leaves memory and store alike.
+// Each change is written first and taken over afterwards: a write that throws leaves memory and store alike. What the
+// new value depends on is read inside the transaction, never from memory, which another process may have left behind.
 
-void UserData::toggleFavorite(const QString &id) {
+void UserData::setFavorites(const QStringList &ids, bool favorite) {
     QSet<QString> changed;
     change([&] {
-        changed = m_values.favorites;
-        if (!changed.remove(id))
-            changed.insert(id);
-        m_settings.setValue(Settings::favoriteGames, QStringList(changed.cbegin(), changed.cend()));
+        const QStringList stored = m_settings.value(Settings::favoriteGames);
+        changed = QSet<QString>(stored.cbegin(), stored.cend());
+        const qsizetype before = changed.size();
+        const QSet<QString> named(ids.cbegin(), ids.cend());
+        favorite ? changed.unite(named) : changed.subtract(named);
+        if (changed.size() != before)
+            m_settings.setValue(Settings::favoriteGames, QStringList(changed.cbegin(), changed.cend()));
     });
     m_values.favorites = std::move(changed);
 }
@@ -129,10 +147,10 @@ void UserData::recordPlay(const QString &id, double seconds, const QDateTime &no
     bool firstPlay = false;
     QStringList recent;
     change([&] {
-        count = m_values.playCounts.value(id) + 1;
-        time = m_values.playTimes.value(id) + seconds;
-        firstPlay = count == 1 && m_values.progress.value(id) == 0;
-        recent = m_values.recent;
+        count = m_settings.entry(Settings::playCounts, id).value_or(0) + 1;
+        time = m_settings.entry(Settings::playTimes, id).value_or(0) + seconds;
+        firstPlay = count == 1 && m_settings.entry(Settings::gameProgress, id).value_or(0) == 0;
+        recent = m_settings.value(Settings::recentlyPlayedIds);
         recent.removeAll(id);
         recent.prepend(id);
         if (recent.size() > recentLimit)
@@ -157,51 +175,24 @@ void UserData::addPlayTime(const QString &id, double seconds) {
         return;
     double time = 0;
     change([&] {
-        time = m_values.playTimes.value(id) + seconds;
+        time = m_settings.entry(Settings::playTimes, id).value_or(0) + seconds;
         m_settings.setEntry(Settings::playTimes, id, time);
     });
     m_values.playTimes.insert(id, time);
 }
 
 void UserData::setNotes(const QString &id, const QString &text) {
-    change([&] {
-        if (text.isEmpty())
-            m_settings.removeEntry(Settings::gameNotes, id);
-        else
-            m_settings.setEntry(Settings::gameNotes, id, text);
-    });
-    if (text.isEmpty())
-        m_values.notes.remove(id);
-    else
-        m_values.notes.insert(id, text);
+    writeEntry(Settings::gameNotes, m_values.notes, id, text.isEmpty() ? std::nullopt : std::optional(text));
 }
 
 void UserData::setRating(const QString &id, int rating) {
     const bool given = rating >= 1 && rating <= 5;
-    change([&] {
-        if (given)
-            m_settings.setEntry(Settings::gameRatings, id, static_cast<qint64>(rating));
-        else
-            m_settings.removeEntry(Settings::gameRatings, id);
-    });
-    if (given)
-        m_values.ratings.insert(id, rating);
-    else
-        m_values.ratings.remove(id);
+    writeEntry(Settings::gameRatings, m_values.ratings, id, given ? std::optional<qint64>(rating) : std::nullopt);
 }
 
 void UserData::setProgress(const QString &id, GameProgress progress) {
-    const qint64 number = static_cast<qint64>(progress);
-    change([&] {
-        if (number != 0)
-            m_settings.setEntry(Settings::gameProgress, id, number);
-        else
-            m_settings.removeEntry(Settings::gameProgress, id);
-    });
-    if (number != 0)
-        m_values.progress.insert(id, number);
-    else
-        m_values.progress.remove(id);
+    const auto number = static_cast<qint64>(progress);
+    writeEntry(Settings::gameProgress, m_values.progress, id, number != 0 ? std::optional(number) : std::nullopt);
 }
 
 } // namespace ludarium

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Host/Setting.h"
 #include "Models/GameProgress.h"
 
 #include <QDateTime>
@@ -15,8 +16,8 @@ class SettingsStore;
 struct Game;
 
 /// What the user did with games, keyed by game id: favourites, plays, notes, ratings, progress. It survives a change
-/// of collection and a rebuild of the cache. Every change is in the settings store when the call returns; a write
-/// that fails throws and leaves the data as it was. Main thread only.
+/// of collection and a rebuild of the cache. Every change is made to what the store holds at that moment, and is in
+/// the store when the call returns; a write that fails throws and leaves the data as it was. Main thread only.
 class UserData : public QObject {
     Q_OBJECT
   public:
@@ -72,7 +73,9 @@ class UserData : public QObject {
     };
     const Values &values() const { return m_values; }
 
-    void toggleFavorite(const QString &id);
+    /// All of them in one transaction.
+    void setFavorites(const QStringList &ids, bool favorite);
+    void setFavorite(const QString &id, bool favorite) { setFavorites({id}, favorite); }
     /// Counts a start of the game; the first one makes a game without progress `playing`.
     void recordPlay(const QString &id, double seconds, const QDateTime &now);
     void addPlayTime(const QString &id, double seconds);
@@ -89,9 +92,13 @@ class UserData : public QObject {
   private:
     /// Reads a key again, all for an empty one; whether it is one of user data.
     bool load(const QString &key);
-    /// Takes over what another process wrote, then runs `write` without taking its notices for somebody else's.
+    /// Runs `write` as one transaction of the store, without taking its notices for somebody else's.
     template<typename Function>
     void change(const Function &write);
+    /// Writes one entry, or removes it for none.
+    template<typename V>
+    void writeEntry(const Setting<QMap<QString, V>> &setting, QHash<QString, V> &values, const QString &id,
+                    const std::optional<V> &value);
 
     SettingsStore &m_settings;
     Values m_values;

@@ -3,6 +3,7 @@
 #include "Host/Settings.h"
 #include "Models/LaunchError.h"
 #include "Services/Emulators/EmulatorManager.h"
+#include "Services/Launch/LaunchClaim.h"
 #include "support/TestHost.h"
 
 #include <QDir>
@@ -206,6 +207,26 @@ TEST_F(Launching, TellsTheSessionTrackerOnlyAfterAPlayThatWentWell) {
     launch(doom(), LaunchMode::install);
     EXPECT_EQ(started.size(), 1);
     EXPECT_EQ(calls.calls.size(), 3);
+}
+
+TEST_F(Launching, StartsNoGameThatRunsOrIsBeingStarted) {
+    Calls calls;
+    launcher.setRunner(LaunchRoute::scummVM, calls.runner(u"scummvm"_s));
+    bool runs = true;
+    launcher.runningTest = [&](const QString &) { return runs; };
+    for (const LaunchMode mode : {LaunchMode::play, LaunchMode::setup}) {
+        launch(gameOf(LaunchRoute::scummVM), mode);
+        EXPECT_EQ(error(), "Doom is running already.");
+    }
+    runs = false;
+    {
+        const LaunchClaim claim(host.host().paths.state(), gameOf(LaunchRoute::scummVM).id);
+        launch(gameOf(LaunchRoute::scummVM));
+        EXPECT_EQ(error(), "Doom is being started already.");
+    }
+    EXPECT_TRUE(calls.calls.isEmpty());
+    launch(gameOf(LaunchRoute::scummVM));
+    EXPECT_EQ(calls.calls.size(), 1);
 }
 
 TEST_F(Launching, SaysWhichModesItCannotDoYet) {

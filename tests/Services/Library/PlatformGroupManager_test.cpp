@@ -1,9 +1,11 @@
 #include "Services/Library/PlatformGroupManager.h"
 
 #include "Host/Settings.h"
+#include "Host/SqliteSettingsStore.h"
 #include "Models/Platform.h"
 #include "support/TestHost.h"
 
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 namespace ludarium::test {
@@ -36,6 +38,24 @@ TEST(PlatformGroups, HoldAPlatformOnceAndComeBackFromTheSettings) {
     EXPECT_EQ(PlatformGroupManager(settings).groups()[1].id, consoles) << "past the end is the last";
     again.deleteGroup(consoles);
     EXPECT_EQ(again.getUngroupedPlatforms(all).size(), 2);
+}
+
+TEST(PlatformGroups, AreChangedAsTheStoreHoldsThem) {
+    const QTemporaryDir folder;
+    SqliteSettingsStore one(folder.path());
+    SqliteSettingsStore other(folder.path());
+    PlatformGroupManager mine(one);
+    PlatformGroupManager theirs(other);
+    const QUuid first = theirs.createGroup(QStringLiteral("Theirs"));
+    mine.createGroup(QStringLiteral("Mine"));
+    theirs.addPlatform(QStringLiteral("MS-DOS"), first);
+    mine.renameGroup(first, QStringLiteral("Renamed"));
+    const PlatformGroupManager kept(one);
+    ASSERT_EQ(kept.groups().size(), 2);
+    EXPECT_EQ(kept.groups()[0].name, QStringLiteral("Renamed"));
+    EXPECT_EQ(kept.groups()[0].platformNames, QStringList{QStringLiteral("MS-DOS")});
+    theirs.setExpanded(first, true); // a read notices
+    EXPECT_EQ(theirs.groups(), kept.groups());
 }
 
 TEST(PlatformGroups, AreNoneWhenTheStoredDataCannotBeReadWhichIsKeptAside) {

@@ -166,6 +166,22 @@ TEST_F(PlaySessionTrackerTest, LeavesASessionAloneThatAnotherProgramMeasures) {
     ::kill(static_cast<pid_t>(other.pid), SIGTERM);
 }
 
+TEST_F(PlaySessionTrackerTest, KnowsAGameThatAnotherProgramStartedUntilItEnds) {
+    const auto tracker = makeTracker();
+    int told = 0;
+    QObject::connect(tracker.get(), &PlaySessionTracker::runningChanged, tracker.get(), [&] { ++told; });
+    EXPECT_FALSE(tracker->isRunning(game->id));
+    const ProcessId process = start("60");
+    journal().write({game->id, game->title, clock.now(), 0, process, {}});
+    EXPECT_TRUE(tracker->isRunningNow(game->id));
+    EXPECT_TRUE(eventually([&] { return told == 1; }));
+    EXPECT_TRUE(tracker->isRunning(game->id));
+    EXPECT_LT(tracker->runningSeconds(game->id), 60);
+    ::kill(static_cast<pid_t>(process.pid), SIGKILL);
+    EXPECT_TRUE(eventually([&] { return told == 2; }));
+    EXPECT_FALSE(tracker->isRunning(game->id));
+}
+
 TEST_F(PlaySessionTrackerTest, LeavesARunningGameOfAnotherCollectionToThatOne) {
     const ProcessId process = start("60");
     journal().write({QStringLiteral("elsewhere"), QStringLiteral("Elsewhere"), clock.now(), 12, process, {}});

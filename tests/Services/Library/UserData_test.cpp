@@ -2,8 +2,11 @@
 
 #include "GameFactory.h"
 #include "Host/Settings.h"
+#include "Host/SqliteSettingsStore.h"
 #include "support/TestHost.h"
 
+#include <QCoreApplication>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 namespace ludarium::test {
@@ -25,7 +28,7 @@ TEST(UserData, SurvivesInTheSettings) {
     MemorySettings settings;
     {
         UserData data(settings);
-        data.toggleFavorite(id);
+        data.setFavorite(id, true);
         data.recordPlay(id, 0, noon);
         data.addPlayTime(id, 61.5);
         data.setNotes(id, QStringLiteral("Save often"));
@@ -104,7 +107,7 @@ TEST(UserData, AddsToWhatAnotherProcessWrote) {
     QObject::connect(&mine, &UserData::changedElsewhere, &mine, [&] { ++notices; });
     settings.setValue(Settings::viewMode, QStringLiteral("List"));
     EXPECT_EQ(notices, 0) << "other settings are no user data";
-    theirs.toggleFavorite(QStringLiteral("theirs"));
+    theirs.setFavorite(QStringLiteral("theirs"), true);
     EXPECT_EQ(notices, 1);
     theirs.setProgress(id, GameProgress::beaten);
     Game game = apply(mine);
@@ -112,8 +115,38 @@ TEST(UserData, AddsToWhatAnotherProcessWrote) {
     EXPECT_TRUE(mine.values().differsFrom(game));
     mine.values().applyTo(game);
     EXPECT_EQ(game.gameProgress, GameProgress::notPlayed);
-    mine.toggleFavorite(QStringLiteral("mine"));
+    mine.setFavorite(QStringLiteral("mine"), true);
     EXPECT_EQ(settings.value(Settings::favoriteGames).size(), 2);
+}
+
+/// Two programs on one store: what each changes last read long ago is no reason to write it back.
+TEST(UserData, ChangesWhatTheStoreHoldsAndNotItsOwnCopy) {
+    const QTemporaryDir folder;
+    SqliteSettingsStore one(folder.path());
+    SqliteSettingsStore other(folder.path());
+    UserData mine(one);
+    UserData theirs(other);
+    const auto a = QStringLiteral("a");
+    const auto b = QStringLiteral("b");
+    theirs.setFavorite(a, true);
+    mine.setFavorite(b, true);
+    theirs.recordPlay(a, 10, noon);
+    mine.recordPlay(a, 20, noon);
+    theirs.addPlayTime(a, 5);
+    mine.addPlayTime(a, 7);
+    theirs.recordPlay(b, 0, noon);
+    mine.setFavorites({a, b, QStringLiteral("c")}, true);
+    theirs.setFavorites({b}, false);
+    mine.recordPlay(QStringLiteral("c"), 1, noon);
+
+    const UserData kept(other);
+    EXPECT_EQ(kept.favoriteIds(), (QSet<QString>{a, QStringLiteral("c")}));
+    EXPECT_EQ(kept.playCount(a), 2);
+    EXPECT_EQ(kept.playTime(a), 42);
+    EXPECT_EQ(kept.recentlyPlayedIds(), (QStringList{QStringLiteral("c"), b, a}));
+    // And each hears of the other's changes.
+    QCoreApplication::processEvents();
+    EXPECT_EQ(mine.values(), kept.values());
 }
 
 TEST(UserData, LeavesMemoryAsItWasWhenTheStoreCannotKeepAChange) {
@@ -128,12 +161,12 @@ TEST(UserData, LeavesMemoryAsItWasWhenTheStoreCannotKeepAChange) {
     } settings;
     UserData data(settings);
     settings.full = true;
-    EXPECT_THROW(data.toggleFavorite(id), std::runtime_error);
+    EXPECT_THROW(data.setFavorite(id, true), std::runtime_error);
     EXPECT_THROW(data.recordPlay(id, 0, noon), std::runtime_error);
     EXPECT_TRUE(data.favoriteIds().isEmpty());
     EXPECT_EQ(data.playCount(id), 0);
     settings.full = false;
-    data.toggleFavorite(id);
+    data.setFavorite(id, true);
     EXPECT_TRUE(data.favoriteIds().contains(id));
 }
 
