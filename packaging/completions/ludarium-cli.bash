@@ -56,7 +56,7 @@ _ludarium_cli() {
         rate) words="$common 0 1 2 3 4 5" ;;
         note) words="$common --clear" ;;
         progress) words="$common notPlayed playing beaten completed mastered" ;;
-        play) words="$common --game-version --wait --dry-run" ;;
+        play) words="$common --game-version --wait --dry-run --anyway" ;;
         batch)
             words="$common --all --installed --not-installed --yes install uninstall add-to-favorites"
             words+=" remove-from-favorites add-to-playlist export-metadata verify-files"

@@ -62,6 +62,7 @@ complete -c ludarium-cli -n '__fish_seen_subcommand_from note' -l clear -d 'Remo
 complete -c ludarium-cli -n '__fish_seen_subcommand_from progress' -a 'notPlayed playing beaten completed mastered'
 complete -c ludarium-cli -n '__fish_seen_subcommand_from play' -l wait -d 'Wait until the game has ended'
 complete -c ludarium-cli -n '__fish_seen_subcommand_from play' -l dry-run -d 'Print what would be started and why'
+complete -c ludarium-cli -n '__fish_seen_subcommand_from play' -l anyway -d 'Start it even when its program was not found'
 complete -c ludarium-cli -n '__fish_seen_subcommand_from batch' -a 'install uninstall add-to-favorites remove-from-favorites add-to-playlist export-metadata verify-files'
 complete -c ludarium-cli -n '__fish_seen_subcommand_from batch' -l all -d 'Every game'
 complete -c ludarium-cli -n '__fish_seen_subcommand_from batch' -l installed -d 'Every game that is installed'

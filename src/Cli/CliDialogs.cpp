@@ -1,6 +1,7 @@
 #include "Cli/CliDialogs.h"
 
 #include "Host/AppLogger.h"
+#include "Services/Dos/DosLauncher.h"
 #include "Services/Launch/LaunchPrompts.h"
 
 #include <algorithm>
@@ -12,6 +13,8 @@ QCoro::Task<int> CliDialogs::ask(Alert alert) {
     for (const QString &button :
          {QStringLiteral("Continue Anyway"), eceChoiceStagingButton.toString(), eceMissingStagingButton.toString()})
         goOn = std::max(goOn, alert.buttons.indexOf(button));
+    if (startsAnyway)
+        goOn = std::max(goOn, alert.buttons.indexOf(startAnywayButton.toString()));
     const qsizetype answer = goOn >= 0 ? goOn : std::max<qsizetype>(0, alert.buttons.size() - 1);
     Log::info(QStringLiteral("Question: %1. %2 Answer: %3").arg(alert.title, alert.text, alert.buttons.value(answer)));
     if (goOn < 0 && alert.buttons.size() > 1)

@@ -12,6 +12,9 @@ class CliDialogs : public Dialogs {
     QCoro::Task<int> ask(Alert alert) override;
     QCoro::Task<std::optional<QString>> chooseFolder(QString prompt) override;
 
+    /// Whether a game starts although its program was not found, because the user said so on the command line.
+    bool startsAnyway = false;
+
     /// The question with a choice that was last answered by its last button.
     const std::optional<Alert> &lastDeclined() const { return m_lastDeclined; }
 

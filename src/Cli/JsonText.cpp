@@ -189,6 +189,19 @@ Json toJson(const Playlist &playlist) {
     return object;
 }
 
+namespace {
+
+Json toJson(const LaunchProof &proof) {
+    static constexpr const char *verdicts[] = {"unknown", "found", "missing"};
+    Json object = Json::object();
+    object["verdict"] = verdicts[int(proof.verdict)];
+    addText(object, "program", proof.program);
+    addText(object, "detail", proof.detail);
+    return object;
+}
+
+} // namespace
+
 Json toJson(const LaunchPlan &plan) {
     Json object = Json::object();
     object["route"] = jsonText(plan.route);
@@ -211,6 +224,7 @@ Json toJson(const LaunchPlan &plan) {
         files.push_back(std::move(entry));
     }
     object["files"] = std::move(files);
+    object["proof"] = toJson(plan.proof);
     object["preparations"] = jsonTexts(plan.preparations);
     Json decisions = Json::array();
     for (const LaunchDecision &decision : plan.decisions) {

@@ -26,6 +26,21 @@ QString argumentLines(const QStringList &arguments) {
     return lines.join(u'\n');
 }
 
+/// Whether the launch was seen to lead to a program.
+QString proofText(const LaunchProof &proof) {
+    const QString program = proof.program.isEmpty() ? QStringLiteral("a program") : proof.program;
+    switch (proof.verdict) {
+    case LaunchProof::Verdict::found:
+        return proof.detail.isEmpty() ? QStringLiteral("starts %1").arg(program)
+                                      : QStringLiteral("starts %1\n%2").arg(program, proof.detail);
+    case LaunchProof::Verdict::missing:
+        return proof.program.isEmpty() ? proof.detail : QStringLiteral("%1 is %2").arg(program, proof.detail);
+    case LaunchProof::Verdict::unknown:
+        return proof.detail.isEmpty() ? QString() : QStringLiteral("not known: %1").arg(proof.detail);
+    }
+    return {};
+}
+
 void printFile(Output &output, const GeneratedFile &file) {
     output.line();
     output.line(escapedForTerminal(file.path) +
@@ -51,6 +66,7 @@ void printLaunchPlan(Output &output, const Game &game, const LaunchPlan &plan) {
     fields.add(QStringLiteral("Program"), plan.program);
     fields.add(QStringLiteral("Arguments"), argumentLines(plan.arguments));
     fields.add(QStringLiteral("Working directory"), plan.workingDirectory);
+    fields.add(QStringLiteral("Proof"), proofText(plan.proof));
     fields.add(QStringLiteral("Before"), plan.preparations.join(u'\n'));
     fields.print(output);
     if (!plan.decisions.isEmpty()) {

@@ -38,7 +38,7 @@ struct ProcessId {
     bool operator==(const ProcessId &) const = default;
 };
 
-/// The program could not be started; `what()` is the operating system's reason in UTF-8.
+/// The program could not be started; `what()` names it and tells the operating system's reason, in UTF-8.
 class ProcessError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };

@@ -22,7 +22,8 @@ QString startFailure(const QProcess &process) {
     if (text.startsWith(QLatin1StringView("chdir: ")))
         return process.workingDirectory() + QStringLiteral(": ") + text.mid(7);
     const qsizetype colon = text.indexOf(QLatin1StringView(": "));
-    return text.startsWith(QLatin1StringView("exec")) && colon > 0 ? text.mid(colon + 2) : text;
+    return process.program() + QStringLiteral(": ") +
+           (text.startsWith(QLatin1StringView("exec")) && colon > 0 ? text.mid(colon + 2) : text);
 }
 
 ToolProcess::ToolProcess(const ProcessSpec &spec, const QProcessEnvironment &environment,

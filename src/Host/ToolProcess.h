@@ -50,7 +50,8 @@ class ToolProcess : public QObject {
     bool m_finished = false;
 };
 
-/// The system's reason for which a QProcess did not start, without the name of the call that QProcess puts before it.
+/// The program that a QProcess did not start, or the folder that it could not start in, and the system's reason,
+/// without the name of the call that QProcess puts before it.
 QString startFailure(const QProcess &process);
 
 } // namespace ludarium

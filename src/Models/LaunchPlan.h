@@ -26,6 +26,14 @@ struct LaunchDecision {
     QString reason;
 };
 
+/// Whether the program that a launch comes to is there, as far as the host can see into the guest.
+struct LaunchProof {
+    enum class Verdict { unknown, found, missing };
+    Verdict verdict = Verdict::unknown;
+    QString program; ///< as the guest calls it; empty when the launch names none
+    QString detail;  ///< the file on the host, or why it is missing or not known
+};
+
 /// Everything that a launch of a child process would do. Making a plan writes nothing.
 struct LaunchPlan {
     QString route;
@@ -38,6 +46,7 @@ struct LaunchPlan {
     /// What is done to files of the game's folder before the start, in words.
     QStringList preparations;
     QList<LaunchDecision> decisions;
+    LaunchProof proof;
 };
 
 } // namespace ludarium

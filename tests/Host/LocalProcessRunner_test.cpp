@@ -145,7 +145,7 @@ TEST_F(Processes, AToolCancelledBeforehandIsNotStarted) {
     EXPECT_FALSE(QFile::exists(m_host.scratch() + QStringLiteral("/started")));
 }
 
-TEST_F(Processes, WhatCannotBeStartedTellsTheSystemsReason) {
+TEST_F(Processes, WhatCannotBeStartedIsNamedWithTheSystemsReason) {
     const QString plain = m_host.put(QStringLiteral("/opt/plain"), "#!/bin/sh\n");
     const QString working = m_host.putProgram(QStringLiteral("/opt/working"), "exit 0");
     const QString orphan = m_host.put(QStringLiteral("/opt/orphan"), "#!/no/such/interpreter\n", true);
@@ -157,10 +157,10 @@ TEST_F(Processes, WhatCannotBeStartedTellsTheSystemsReason) {
     } cases[] = {
         {"missing",
          {m_host.scratch() + QStringLiteral("/no"), {}, {}, {}, {}},
-         QStringLiteral("No such file or directory")},
-        {"not executable", {plain, {}, {}, {}, {}}, QStringLiteral("Permission denied")},
-        {"a folder", {m_host.scratch(), {}, {}, {}, {}}, QStringLiteral("Permission denied")},
-        {"interpreter missing", {orphan, {}, {}, {}, {}}, QStringLiteral("No such file or directory")},
+         m_host.scratch() + QStringLiteral("/no: No such file or directory")},
+        {"not executable", {plain, {}, {}, {}, {}}, plain + QStringLiteral(": Permission denied")},
+        {"a folder", {m_host.scratch(), {}, {}, {}, {}}, m_host.scratch() + QStringLiteral(": Permission denied")},
+        {"interpreter missing", {orphan, {}, {}, {}, {}}, orphan + QStringLiteral(": No such file or directory")},
         {"working folder missing", {working, {}, gone, {}, {}}, gone + QStringLiteral(": No such file or directory")},
     };
     for (const auto &[what, spec, reason] : cases) {

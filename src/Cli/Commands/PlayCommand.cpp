@@ -14,6 +14,7 @@
 #include "Host/Host.h"
 #include "Host/InterruptWatch.h"
 #include "Host/ProcessRunner.h"
+#include "Services/Dos/DosLauncher.h"
 #include "Services/Launch/GameLauncher.h"
 #include "Services/Launch/VersionCheck.h"
 #include "Services/Library/GameLibrary.h"
@@ -63,6 +64,7 @@ class PlayCommand : public Command {
         options.text("--game-version,--version", "LABEL", m_label, "Version to play, when the game comes in several");
         options.flag("--wait", m_wait, "Wait until the game has ended; Ctrl-C ends the waiting, not the game");
         options.flag("--dry-run", m_dryRun, "Print what would be started and why, and start nothing");
+        options.flag("--anyway", m_anyway, "Start it even when its program was not found");
         options.exclusive("--wait", "--dry-run");
     }
 
@@ -122,13 +124,18 @@ class PlayCommand : public Command {
 
     QCoro::Task<> play(CommandContext &context, GameLauncher &launcher, GamePtr game,
                        std::optional<GameVersionOption> version) {
+        context.dialogs().startsAnyway = m_anyway;
         co_await launcher.launch(game, LaunchMode::play, version);
         if (!launcher.launchError().isEmpty())
             throw CliError(launcher.launchError());
         const std::optional<ProcessId> process = launcher.lastProcess();
         const std::optional<Alert> declined = context.dialogs().lastDeclined();
-        if (!process && declined)
-            throw CliError(QStringLiteral("Nothing was started: %1").arg(declined->title));
+        if (!process && declined) {
+            const bool canInsist = declined->buttons.contains(startAnywayButton);
+            throw CliError(QStringLiteral("Nothing was started: %1%2")
+                               .arg(escapedForTerminal(declined->title),
+                                    canInsist ? QStringLiteral(" (--anyway starts it all the same)") : QString()));
+        }
 
         WaitOutcome outcome;
         if (m_wait && process)
@@ -171,6 +178,7 @@ class PlayCommand : public Command {
     QString m_label;
     bool m_wait = false;
     bool m_dryRun = false;
+    bool m_anyway = false;
 };
 
 } // namespace

@@ -3,6 +3,8 @@
 #include "Host/SafeFiles.h"
 #include "Models/LaunchError.h"
 #include "Services/Dos/DosConfigText.h"
+#include "Services/Dos/DosNames.h"
+#include "Services/Dos/GuestDrives.h"
 
 #include <QCollator>
 #include <QDir>
@@ -12,6 +14,8 @@
 #include <vector>
 
 namespace ludarium {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -156,6 +160,20 @@ QString collectionPathOf(FolderView &view, const QString &base, const QString &r
     return path;
 }
 
+void refuseImagesOutside(const QByteArray &line, const QString &collection) {
+    if (dosCommandWord(line) != "imgmount")
+        return;
+    const QString root = QDir::cleanPath(collection) + u'/';
+    for (const QByteArray &word : guestArguments(line)) {
+        const QString path = hostNameFrom(QByteArray(word).replace("%%", "%"));
+        const bool isAbsolute = path.startsWith(u'/') && path.count(u'/') > 1;
+        if ((isAbsolute && !QDir::cleanPath(path).startsWith(root)) || path.startsWith(u"~/"_s))
+            throw LaunchError(
+                LaunchError::Case::launchFailed,
+                u"The configuration names %1, which lies outside the collection."_s.arg(singleLine(path)));
+    }
+}
+
 QByteArray absoluteFloppyLine(FolderView &view, const QByteArray &line, const QString &collection,
                               const QString &gamesFolder) {
     const QString allGames = childPath(collection, QStringLiteral("eXo/eXoDOS"));
@@ -170,6 +188,7 @@ QByteArray absoluteFloppyLine(FolderView &view, const QByteArray &line, const QS
     QByteArray result;
     for (const Piece &piece : std::as_const(pieces))
         result += piece.text;
+    refuseImagesOutside(result, collection);
     return result;
 }
 

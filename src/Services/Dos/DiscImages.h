@@ -17,6 +17,9 @@ QStringList findDiscImagesInFolder(FolderView &view, const QString &folder);
 /// Whether a line of an autoexec section mounts floppy images.
 bool isFloppyLine(const QByteArray &line);
 
+/// Throws LaunchError when an "imgmount" line names an image of the host outside the collection by its whole path.
+void refuseImagesOutside(const QByteArray &line, const QString &collection);
+
 /// A floppy line with its relative paths made absolute, spelled as on disk where they exist. `collection` is the folder
 /// above "eXo", `gamesFolder` the one that ".\" stands for. Throws LaunchError when a path cannot be written or leaves
 /// the collection.

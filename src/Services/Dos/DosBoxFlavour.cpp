@@ -79,17 +79,17 @@ DosBoxCapabilities capabilitiesOf(DosBoxFamily family) {
     switch (family) {
     case DosBoxFamily::vanilla:
         // It describes a drive in 256 bytes, and a longer path ends it without a word.
-        return {false, true, false, 238};
+        return {false, true, false, 238, true};
     case DosBoxFamily::svn:
         // Some of its builds take "-set", others pass over it without a word; the file serves both.
-        return {true, true, false, 0};
+        return {true, true, false, 0, false};
     case DosBoxFamily::x:
-        return {true, false, true, 0};
+        return {true, false, true, 0, false};
     case DosBoxFamily::staging:
     case DosBoxFamily::unknown:
         break;
     }
-    return {true, false, false, 0};
+    return {true, false, false, 0, false};
 }
 
 QByteArray overridesConfig(const DosBoxCommandLine &line, DosBoxFamily family) {

@@ -27,6 +27,7 @@ struct DosBoxCapabilities {
     bool overridesFile; ///< "-set" may be ignored, so that changed settings need a configuration file of their own
     bool folderPrompt;  ///< asks for a folder when it has no terminal, unless told not to
     int longestMount;   ///< bytes of a path that it can mount; 0 for no limit that would matter
+    bool oneFloppyImage = false; ///< refuses to mount several images of floppies or hard disks on one drive
 };
 DosBoxCapabilities capabilitiesOf(DosBoxFamily family);
 

@@ -2,6 +2,7 @@
 
 #include "Host/SafeFiles.h"
 #include "Models/LaunchError.h"
+#include "Services/Dos/DosNames.h"
 
 #include <QCryptographicHash>
 #include <QFile>
@@ -13,16 +14,7 @@ namespace ludarium {
 
 namespace {
 
-constexpr std::string_view skippedPrefixes[] = {"echo", "echo.", "cls",  "pause", "rem",
-                                                "set",  "if",    "goto", "for",   "shift"};
 constexpr std::string_view menuWords[] = {"run", "menu", "start", "select", "launch"};
-constexpr std::string_view dosCommands[] = {"ver",    "vol",  "type", "dir",      "del",  "copy",    "ren",
-                                            "md",     "rd",   "date", "time",     "path", "prompt",  "break",
-                                            "verify", "mode", "keyb", "loadhigh", "lh",   "loadfix", "choice",
-                                            "label",  "more", "tree", "attrib"};
-// DOSBox's own commands prepare drives and settings or leave; they never are the game's program. A line of them that
-// was taken for it would mount something and end.
-constexpr std::string_view emulatorCommands[] = {"mount", "imgmount", "boot", "config", "mixer", "exit"};
 
 template<typename List>
 bool isOneOf(const QByteArray &word, const List &list) {
@@ -47,6 +39,25 @@ bool mentionsProgram(const QByteArray &lower) {
     return lower.contains(".exe") || lower.contains(".bat") || lower.contains(".com");
 }
 
+/// The line behind what loads a program into another part of the memory: "lh" is of no use to a guest.
+QByteArray withoutLoadHigh(const QByteArray &line) {
+    const QByteArray word = dosCommandWord(line);
+    return word == "lh" || word == "loadhigh" ? line.mid(word.size()).trimmed() : line;
+}
+
+/// A program's name without its folder and ending, in lower case.
+QByteArray stemOf(const QByteArray &word) {
+    const QByteArray name = word.mid(word.lastIndexOf('\\') + 1).toLower();
+    return name.left(name.indexOf('.') < 0 ? name.size() : name.indexOf('.'));
+}
+
+/// Whether a line prepares the machine, tells the user something or is none of the shell's business: the game's
+/// program is on another one.
+bool startsNoGame(const QByteArray &line) {
+    const QByteArray word = dosCommandWord(line);
+    return (isGuestCommand(word) && word != "call" && word != "loadfix") || isLoader(stemOf(firstWord(line)));
+}
+
 /// Target of a line that changes the folder, null for other lines. DOS needs no blank before a backslash.
 QByteArray changedFolder(const QByteArray &lower) {
     if (lower.startsWith("cd "))
@@ -62,18 +73,22 @@ AutoexecSplit splitAutoexec(const QByteArray &configuration) {
     constexpr QByteArrayView header("[autoexec]");
     AutoexecSplit result;
     // Lower-casing ASCII letters keeps every byte's place.
-    const qsizetype start = configuration.toLower().indexOf(header);
-    if (start < 0) {
-        result.kept = configuration;
-        return result;
+    const QByteArray lower = configuration.toLower();
+    qsizetype kept = 0;
+    for (qsizetype start = lower.indexOf(header); start >= 0; start = lower.indexOf(header, start + 1)) {
+        // Words of a comment are no header.
+        const qsizetype line = lower.lastIndexOf('\n', start) + 1;
+        if (start < kept || !lower.mid(line, start - line).trimmed().isEmpty())
+            continue;
+        const qsizetype body = start + header.size();
+        const qsizetype next = configuration.indexOf("\n[", body);
+        const qsizetype end = next < 0 ? configuration.size() : next;
+        result.found = true;
+        result.kept += configuration.mid(kept, start - kept);
+        result.autoexec += configuration.mid(body, end - body);
+        kept = end;
     }
-    result.found = true;
-    const qsizetype body = start + header.size();
-    const qsizetype next = configuration.indexOf("\n[", body);
-    result.kept = configuration.left(start);
-    if (next >= 0)
-        result.kept += configuration.mid(next);
-    result.autoexec = next < 0 ? configuration.mid(body) : configuration.mid(body, next - body);
+    result.kept += configuration.mid(kept);
     return result;
 }
 
@@ -119,11 +134,10 @@ std::optional<OriginalExecutable> extractExecutableFromOriginalConfig(const QByt
             line = line.mid(1).trimmed();
         if (line.isEmpty() || line.startsWith('#') || line.startsWith(':'))
             continue;
-        const QByteArray lower = line.toLower();
-        if (std::any_of(std::begin(skippedPrefixes), std::end(skippedPrefixes), [&](std::string_view prefix) {
-                return lower.startsWith(QByteArrayView(prefix.data(), qsizetype(prefix.size())));
-            }))
+        line = withoutLoadHigh(line);
+        if (line.isEmpty())
             continue;
+        const QByteArray lower = line.toLower();
         if (const QByteArray changed = changedFolder(lower); !changed.isNull()) {
             // The original case is kept for the path.
             QByteArray target = withoutQuotes(line.right(changed.size()).replace('\\', '/'));
@@ -135,19 +149,17 @@ std::optional<OriginalExecutable> extractExecutableFromOriginalConfig(const QByt
                     subpath.append(piece);
             continue;
         }
-        if (isOneOf(firstWord(lower), emulatorCommands))
+        if (startsNoGame(line))
             continue;
-        if (lower.startsWith("call ") || mentionsProgram(lower)) {
-            if (lower.startsWith("call ")) {
-                QByteArray word = firstWord(lower.mid(5).trimmed());
-                if (word.endsWith('.'))
-                    word.chop(1);
-                if (isOneOf(word, menuWords))
-                    continue;
-            }
-        } else {
+        if (lower.startsWith("call ")) {
+            QByteArray word = firstWord(lower.mid(5).trimmed());
+            if (word.endsWith('.'))
+                word.chop(1);
+            if (isOneOf(word, menuWords) || isLoader(stemOf(word)))
+                continue;
+        } else if (!mentionsProgram(lower)) {
             const QByteArray word = firstWord(lower);
-            if (word.size() < 3 || isOneOf(word, menuWords) || isOneOf(word, dosCommands))
+            if (word.size() < 3 || isOneOf(word, menuWords))
                 continue;
         }
         OriginalExecutable result;

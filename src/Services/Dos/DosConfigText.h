@@ -9,10 +9,10 @@
 // has to stand in a configuration exactly as on disk.
 namespace ludarium {
 
-/// A configuration cut at its first autoexec section.
+/// A configuration without its autoexec sections, of which DOSBox runs one after the other.
 struct AutoexecSplit {
-    QByteArray kept;     ///< everything but the section, what followed it behind what preceded it
-    QByteArray autoexec; ///< the section's text behind its header
+    QByteArray kept;     ///< everything but the sections, what followed one behind what preceded it
+    QByteArray autoexec; ///< the sections' text behind their headers
     bool found = false;
 };
 AutoexecSplit splitAutoexec(const QByteArray &configuration);

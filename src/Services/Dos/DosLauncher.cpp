@@ -2,8 +2,10 @@
 
 #include "Host/AppLogger.h"
 #include "Host/Async.h"
+#include "Host/Dialogs.h"
 #include "Host/Host.h"
 #include "Host/SafeFiles.h"
+#include "Models/LaunchCancelled.h"
 #include "Models/LaunchError.h"
 #include "Services/Dos/DosBoxProbe.h"
 #include "Services/Dos/DosPlanner.h"
@@ -15,6 +17,8 @@
 #include <system_error>
 
 namespace ludarium {
+
+using namespace Qt::StringLiterals;
 
 /// Kept alive by the flows that use it, so that a launcher may go while one runs.
 struct DosLauncher::Private {
@@ -50,9 +54,20 @@ Considered consider(const DosPlanInput &input) {
     return considered;
 }
 
-/// Prepares the game's folder and writes the files of a launch. What refuses a launch does so before anything changes.
-DosPlan prepareAndWrite(const DosPlanInput &input) {
-    Considered considered = consider(input);
+/// The question before a start that would end at an empty prompt. Its first button starts all the same.
+Alert missingProgramAlert(const LaunchProof &proof) {
+    Alert alert;
+    alert.title = proof.program.isEmpty() ? u"The game's configuration starts no program"_s
+                                          : u"%1 is %2"_s.arg(proof.program, proof.detail);
+    alert.text = u"DOSBox would open with an empty prompt. The game's files may be incomplete; installing the game "
+                 u"again may bring back what is missing."_s;
+    alert.buttons = {startAnywayButton.toString(), u"Cancel"_s};
+    alert.style = Alert::Style::Warning;
+    return alert;
+}
+
+/// Prepares the game's folder and writes the files of a launch. What refuses a launch did so before anything changed.
+DosPlan prepareAndWrite(const DosPlanInput &input, Considered considered) {
     DosPlan result = std::move(considered.result);
     if (!considered.preparation.isEmpty()) {
         carryOut(considered.preparation);
@@ -111,7 +126,15 @@ QCoro::Task<LaunchPlan> DosLauncher::Private::plan(std::shared_ptr<Core> core, D
 
 QCoro::Task<DosLauncher::Started> DosLauncher::Private::launch(std::shared_ptr<Core> core, DosLaunchRequest request) {
     const DosPlanInput input = co_await gather(core, std::move(request));
-    const auto work = [input] { return prepareAndWrite(input); };
+    const auto look = [input] { return consider(input); };
+    const Considered considered = co_await runOnPool(look);
+    if (considered.result.plan.proof.verdict == LaunchProof::Verdict::missing) {
+        const Alert alert = missingProgramAlert(considered.result.plan.proof);
+        const int answer = co_await core->host.dialogs.ask(alert);
+        if (answer != 0)
+            throw LaunchCancelled();
+    }
+    const auto work = [input, considered] { return prepareAndWrite(input, considered); };
     const DosPlan made = co_await runOnPool(work);
     ProcessSpec spec;
     spec.program = made.plan.program;

@@ -48,6 +48,9 @@ struct DosLaunchRequest {
     std::optional<GameVersionOption> version;
 };
 
+/// The button that starts a game although its program was not found.
+inline constexpr QStringView startAnywayButton = u"Start Anyway";
+
 /// Turns a DOS game into a running DOSBox: finds its configuration, prepares its folder, writes the overlay and the
 /// launch configuration and starts the emulator. Folder work runs on the thread pool.
 class DosLauncher {
@@ -62,7 +65,8 @@ class DosLauncher {
         LaunchPlan plan;
         ProcessId process;
     };
-    /// Prepares the folder, writes the files and starts the emulator; returns when it runs. Throws LaunchError, or
+    /// Prepares the folder, writes the files and starts the emulator; returns when it runs. A launch that is proved to
+    /// lead to no program is asked about before anything changes. Throws LaunchError, LaunchCancelled, or
     /// std::system_error with the operating system's reason.
     QCoro::Task<Started> launch(DosLaunchRequest request);
 

@@ -38,10 +38,17 @@ struct DosPlan {
     std::optional<LaunchFeedback> feedback; ///< of a program that was found by looking
 };
 
+/// A new name for a configuration that is adapted for one launch.
+QString newAdaptedPath(const DosSettings &settings);
+/// Throws std::system_error when it cannot be read.
+QByteArray readConfiguration(FolderView &view, const QString &path);
+
 /// Reads folders and files only. All three throw LaunchError or, for a file that cannot be read, std::system_error.
 DosConfigurationChoice chooseDosConfiguration(const DosPlanInput &input, FolderView &view);
 /// The view shows the folder as it is after the preparation when this returns.
 FolderPreparation planDosPreparation(const DosPlanInput &input, const DosConfigurationChoice &choice, FolderView &view);
+/// The told way comes first. When it is proved to lead to a program that is not there, the ways that remain are tried:
+/// the program from where it lies, the configuration as it stands, and what looking at the folder finds.
 DosPlan planDosLaunch(const DosPlanInput &input, const DosConfigurationChoice &choice, FolderView &view);
 
 } // namespace ludarium

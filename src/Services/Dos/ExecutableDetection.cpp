@@ -181,6 +181,12 @@ std::optional<DetectedExecutable> autoDetectExecutable(FolderView &view, const Q
     return pick(candidates, folder, subfolder);
 }
 
+bool isGameProgram(FolderView &view, const QString &folder, const QString &name) {
+    const QString path = childPath(folder, name);
+    return !name.startsWith(u'.') && hasProgramEnding(name) && view.exists(path) && !view.isDirectory(path) &&
+           !excludedStems().contains(name.toLower().chopped(4));
+}
+
 bool folderHasExecutables(FolderView &view, const QString &folder) {
     const QList<Entry> entries = findExecutables(view, folder);
     return std::any_of(entries.cbegin(), entries.cend(),

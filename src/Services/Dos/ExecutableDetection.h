@@ -17,6 +17,8 @@ struct DetectedExecutable {
 /// The one program of a folder that most likely is the game; none when there is no candidate.
 std::optional<DetectedExecutable> autoDetectExecutable(FolderView &view, const QString &folder);
 
+/// Whether an entry of a folder is a program that is no setup or driver.
+bool isGameProgram(FolderView &view, const QString &folder, const QString &name);
 /// Whether a folder itself holds a program that is no setup or driver.
 bool folderHasExecutables(FolderView &view, const QString &folder);
 

@@ -2,16 +2,9 @@
 
 #include "Host/AppLogger.h"
 #include "Host/SafeFiles.h"
+#include "Services/Dos/DriverCopy.h"
 
-#include <QDir>
-#include <QFile>
 #include <QFileInfo>
-#include <QUuid>
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace ludarium {
 
@@ -65,91 +58,16 @@ QString firstCandidate(FolderView &view, const QString &folder, const QStringLis
     return {};
 }
 
-QString systemReason() {
-    return QString::fromLocal8Bit(std::strerror(errno));
-}
-
-/// Waits until a written file is on the disk, so that a crash cannot leave an empty one under the old name.
-bool flushFile(const QString &path) {
-    const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0)
-        return false;
-    const bool done = ::fsync(descriptor) == 0;
-    ::close(descriptor);
-    return done;
-}
-
-/// A copy of a file or folder at `target`, which does not exist. Links are left out. Returns why it failed.
-QString copyWhole(const QString &source, const QString &target) {
-    const QFileInfo info(source);
-    if (info.isDir()) {
-        if (!QDir().mkdir(target))
-            return systemReason();
-        const std::optional<QStringList> names = listFolder(source);
-        if (!names)
-            return QStringLiteral("%1 cannot be listed").arg(source);
-        for (const QString &name : *names) {
-            if (QFileInfo(childPath(source, name)).isSymLink())
-                continue;
-            if (const QString problem = copyWhole(childPath(source, name), childPath(target, name)); !problem.isEmpty())
-                return problem;
-        }
-        return {};
+/// Makes a view see an item over another: of folders, what both hold.
+void pretendOver(FolderView &view, const QString &source, const QString &target) {
+    if (!view.isDirectory(source) || !view.isDirectory(target)) {
+        view.pretendCopied(source, target);
+        return;
     }
-    if (!info.isFile())
-        return QStringLiteral("%1 is not a regular file").arg(source);
-    QFile file(source);
-    if (!file.copy(target))
-        return file.errorString();
-    // A collection on read-only media hands its permissions on; the next launch has to replace the copy again.
-    QFile::setPermissions(target, QFile::permissions(target) | QFileDevice::WriteOwner);
-    if (QFileInfo(target).size() != info.size())
-        return QStringLiteral("%1 was not copied whole").arg(source);
-    return flushFile(target) ? QString() : systemReason();
-}
-
-bool renameOver(const QString &from, const QString &to) {
-    return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
-}
-
-/// Copies an item over another: made beside it, checked, then renamed into place.
-QString replaceBy(const QString &source, const QString &target) {
-    const QString folder = parentPath(target);
-    const QString unique = QUuid::createUuid().toString(QUuid::Id128).left(12);
-    const QString fresh = childPath(folder, QStringLiteral(".ludarium-%1.new").arg(unique));
-    const QString old = childPath(folder, QStringLiteral(".ludarium-%1.old").arg(unique));
-    const auto discard = [&](const QString &path) {
-        if (const QString problem = removeInside(folder, path); !problem.isEmpty())
-            Log::warning(QStringLiteral("%1 stays behind: %2").arg(path, problem));
-    };
-    if (const QString problem = copyWhole(source, fresh); !problem.isEmpty()) {
-        if (QFileInfo::exists(fresh))
-            discard(fresh);
-        return problem;
+    for (const QString &name : view.names(source)) {
+        const QString present = view.find(target, name);
+        pretendOver(view, childPath(source, name), childPath(target, present.isNull() ? name : present));
     }
-    const QFileInfo present(target);
-    const bool folderInvolved = QFileInfo(fresh).isDir() || (present.isDir() && !present.isSymLink());
-    if (!folderInvolved || !(present.exists() || present.isSymLink())) {
-        if (renameOver(fresh, target))
-            return {};
-        const QString problem = systemReason();
-        discard(fresh);
-        return problem;
-    }
-    // A rename replaces no folder that holds something: the old item steps aside until the new one is in its place.
-    if (!renameOver(target, old)) {
-        const QString problem = systemReason();
-        discard(fresh);
-        return problem;
-    }
-    if (!renameOver(fresh, target)) {
-        const QString problem = systemReason();
-        renameOver(old, target);
-        discard(fresh);
-        return problem;
-    }
-    discard(old);
-    return {};
 }
 
 } // namespace
@@ -244,7 +162,7 @@ void pretend(const FolderPreparation &preparation, FolderView &view) {
         if (step.kind == FolderPreparation::Step::Kind::remove)
             view.pretendRemoved(step.target);
         else
-            view.pretendCopied(step.source, step.target);
+            pretendOver(view, step.source, step.target);
 }
 
 void carryOut(const FolderPreparation &preparation) {
@@ -258,7 +176,8 @@ void carryOut(const FolderPreparation &preparation) {
             else
                 Log::warning(QStringLiteral("   Setup DEL: %1 could not be removed: %2").arg(name, problem));
         } else if (copying) {
-            const QString problem = replaceBy(step.source, step.target);
+            sweepCopies(parentPath(step.target));
+            const QString problem = copyOver(step.source, step.target);
             if (!problem.isEmpty()) {
                 Log::warning(QStringLiteral("   Failed to copy audio driver files: %1").arg(problem));
                 copying = false;

@@ -36,8 +36,8 @@ void copyAudioDriverFiles(FolderPreparation &preparation, FolderView &view, cons
 /// Makes a view see the folder as it will be after the preparation.
 void pretend(const FolderPreparation &preparation, FolderView &view);
 
-/// Does the steps in order. A copy replaces the old item only once it stands whole beside it; the first one that fails
-/// ends the copying. What fails is logged: the game may run all the same.
+/// Does the steps in order. Copies merge folders and lose nothing that only the game's own files hold; the first one
+/// that fails ends the copying. What fails is logged: the game may run all the same.
 void carryOut(const FolderPreparation &preparation);
 
 } // namespace ludarium

@@ -88,7 +88,8 @@ QString FolderView::resolve(const QString &path, const QString &relative) {
 }
 
 bool FolderView::exists(const QString &path) const {
-    return !path.isEmpty() && !m_removed.contains(path) && QFileInfo::exists(physical(path));
+    return !path.isEmpty() && !m_removed.contains(path) &&
+           (m_written.contains(path) || QFileInfo::exists(physical(path)));
 }
 
 bool FolderView::isDirectory(const QString &path) const {
@@ -96,7 +97,8 @@ bool FolderView::isDirectory(const QString &path) const {
 }
 
 bool FolderView::isFile(const QString &path) const {
-    return !path.isEmpty() && !m_removed.contains(path) && QFileInfo(physical(path)).isFile();
+    return !path.isEmpty() && !m_removed.contains(path) &&
+           (m_written.contains(path) || QFileInfo(physical(path)).isFile());
 }
 
 qint64 FolderView::size(const QString &path) const {
@@ -106,6 +108,8 @@ qint64 FolderView::size(const QString &path) const {
 std::optional<QByteArray> FolderView::read(const QString &path) const {
     if (!isFile(path))
         return std::nullopt;
+    if (const auto written = m_written.constFind(path); written != m_written.cend())
+        return *written;
     QFile file(physical(path));
     if (file.size() > largestTextFile || !file.open(QIODevice::ReadOnly))
         return std::nullopt;
@@ -145,6 +149,10 @@ void FolderView::pretendCopied(const QString &source, const QString &target) {
     m_removed.remove(target);
     m_copies.insert(target, origin);
     m_folders.remove(target);
+}
+
+void FolderView::pretendWritten(const QString &path, const QByteArray &content) {
+    m_written.insert(path, content);
 }
 
 } // namespace ludarium

@@ -41,6 +41,8 @@ class FolderView {
 
     void pretendRemoved(const QString &path);
     void pretendCopied(const QString &source, const QString &target);
+    /// A file that a launch will write outside the folders that are listed.
+    void pretendWritten(const QString &path, const QByteArray &content);
 
   private:
     struct Folder {
@@ -56,6 +58,7 @@ class FolderView {
     QHash<QString, Folder> m_folders;
     QHash<QString, QString> m_copies; ///< pretended target to its source
     QSet<QString> m_removed;
+    QHash<QString, QByteArray> m_written;
 };
 
 /// `folder`/`name`, without a doubled slash.

@@ -1,10 +1,14 @@
 #include "Services/Dos/IndependentLaunchConfig.h"
 
 #include "Host/AppLogger.h"
-#include "Host/SafeFiles.h"
+#include "Services/Dos/BatchBypass.h"
 #include "Services/Dos/DiscImages.h"
+#include "Services/Dos/DiskImage.h"
 #include "Services/Dos/DosConfigText.h"
+#include "Services/Dos/DosNames.h"
 #include "Services/Dos/ExecutableDetection.h"
+#include "Services/Dos/GuestDrives.h"
+#include "Services/Dos/ProgramPlace.h"
 
 #include <QDir>
 #include <QFile>
@@ -20,37 +24,50 @@ bool startsWithCall(const QByteArray &command) {
     return command.toLower().startsWith("call ");
 }
 
-QByteArray withoutAt(const QByteArray &command) {
-    return command.startsWith('@') ? command.mid(1) : command;
-}
-
 /// The bytes of a name or path that the guest looks up on the host: those on disk when it is there.
 QByteArray guestPath(const QString &path) {
     return QFile::encodeName(path);
+}
+
+/// The images of a floppy line whose paths have been made absolute.
+QStringList floppyImagesOf(const QByteArray &line) {
+    QStringList images;
+    for (const QByteArray &word : guestArguments(line).mid(2)) {
+        if (word.startsWith('-'))
+            break;
+        images.append(QFile::decodeName(QByteArray(word).replace("%%", "%")));
+    }
+    return images;
 }
 
 class Builder {
   public:
     Builder(const IndependentLaunchInput &input, FolderView &view)
         : m_input(input), m_view(view), m_version(input.version), m_gameName(lastPathComponent(input.gameDataFolder)),
-          m_hasExecutable(!input.version.executable.trimmed().isEmpty()) {}
+          m_hasExecutable(!input.version.executable.trimmed().isEmpty()), m_command(parsedCommand(called())) {}
 
     IndependentLaunch build() {
         const AutoexecSplit original = splitAutoexec(m_input.baseConfig);
         decideMount();
-        append("MOUNT C: " + quotedHostPath(m_mountFolder));
+        if (m_input.isMended && m_hasExecutable)
+            m_place = findProgramPlace(m_view, m_command.program, cdFolder(), m_input.gameDataFolder, m_mountFolder);
+        append("MOUNT C: " + quotedHostPath(m_place ? m_place->hardDisk : m_mountFolder));
         mountDiscs();
         mountFloppies(original);
-        decideDrive();
-        changeDrive();
-        appendSetupCommands();
-        if (m_hasExecutable)
-            startProgram();
+        if (m_place && !floppyHoldsProgram()) {
+            startFromPlace();
+        } else {
+            decideDrive();
+            changeDrive();
+            appendSetupCommands();
+            if (m_hasExecutable)
+                startProgram();
+        }
         append("exit");
 
         IndependentLaunch result;
         result.text = original.kept + "\n[autoexec]\n" + m_lines.join('\n');
-        result.mountedPaths = m_images + QStringList{m_mountFolder};
+        result.mountedPaths = m_images + QStringList{m_place ? m_place->hardDisk : m_mountFolder};
         result.decisions = m_decisions;
         return result;
     }
@@ -98,8 +115,11 @@ class Builder {
             source = name;
             return findDiscImagesInFolder(m_view, folder);
         };
-        if (QStringList found = search(m_mountFolder, QStringLiteral("mount folder")); !found.isEmpty())
-            return found;
+        // In the folder of all games, one that is called "Disc" is a game and no folder of discs.
+        const QString allGames = childPath(m_input.collection, QStringLiteral("eXo/eXoDOS"));
+        if (m_mountFolder != allGames && m_mountFolder != parentPath(allGames))
+            if (QStringList found = search(m_mountFolder, QStringLiteral("mount folder")); !found.isEmpty())
+                return found;
         const QString inside = cdFolder();
         if (m_view.isDirectory(inside))
             if (QStringList found = search(inside, QStringLiteral("game folder %1").arg(m_cdPath)); !found.isEmpty())
@@ -168,9 +188,59 @@ class Builder {
         if (floppy.isEmpty())
             return;
         m_floppy = true;
-        append(absoluteFloppyLine(m_view, floppy, m_input.collection, parentPath(m_input.gameDataFolder)));
-        decide(QStringLiteral("floppy"), QStringLiteral("A:"),
-               QStringLiteral("the game's own configuration mounts floppy images"));
+        const QByteArray line =
+            absoluteFloppyLine(m_view, floppy, m_input.collection, parentPath(m_input.gameDataFolder));
+        m_floppyImages = floppyImagesOf(line);
+        if (!m_input.isMended || !m_input.oneFloppyImage || m_floppyImages.size() < 2) {
+            append(line);
+            decide(QStringLiteral("floppy"), QStringLiteral("A:"),
+                   QStringLiteral("the game's own configuration mounts floppy images"));
+            return;
+        }
+        append("imgmount a " + quotedHostPath(m_floppyImages.constFirst()) + " -t floppy");
+        QStringList others;
+        for (const QString &image : m_floppyImages.mid(1))
+            others.append(lastPathComponent(image));
+        append("@echo This game has " + QByteArray::number(m_floppyImages.size()) +
+               " floppy disks, of which this DOSBox can use the first. The others: " +
+               dosText(others.join(QStringLiteral(", ")))
+                   .replace('%', "%%")
+                   .replace('|', '_')
+                   .replace('>', '_')
+                   .replace('<', '_'));
+        decide(
+            QStringLiteral("floppy"), lastPathComponent(m_floppyImages.constFirst()),
+            QStringLiteral("this DOSBox mounts one floppy image; left out: %1").arg(others.join(QStringLiteral(", "))));
+    }
+
+    /// Whether the program is on the floppy in A: rather than among the game's files.
+    bool floppyHoldsProgram() {
+        if (m_floppyImages.isEmpty())
+            return false;
+        const auto image = DiskImage::openDisk(m_floppyImages.constFirst());
+        if (!image)
+            return false;
+        const QByteArray name = dosPiece(dosText(m_command.program)).value_or(QByteArray());
+        for (const char *ending : {"", ".COM", ".EXE", ".BAT"})
+            if (image->find({name + ending}) == GuestEntry::file)
+                return true;
+        return false;
+    }
+
+    /// From where the program lies, whatever the game's configuration and the version say about it.
+    void startFromPlace() {
+        append("C:");
+        if (!m_place->folder.isEmpty())
+            append("cd " + QByteArray(m_place->folder).replace("%", "%%"));
+        appendSetupCommands();
+        QByteArray command = QByteArray(m_place->program).replace("%", "%%");
+        if (!m_command.loader.isEmpty())
+            command.prepend(dosText(m_command.loader) + ' ');
+        if (!m_command.arguments.isEmpty())
+            command += ' ' + dosText(m_command.arguments);
+        append("call " + command);
+        decide(QStringLiteral("program"), hostNameFrom(m_place->program),
+               QStringLiteral("started from where it lies: the usual way does not lead there"));
     }
 
     /// The version's command. The "@" that keeps a batch file from showing it has no meaning behind a "call".
@@ -179,13 +249,14 @@ class Builder {
         return text.startsWith(u'@') ? text.mid(1).trimmed() : text;
     }
 
-    /// The program's name alone, without what starts it and without its arguments.
-    QString token() const {
-        QString text = command();
-        if (text.startsWith(QStringLiteral("call "), Qt::CaseInsensitive))
-            text = text.mid(5).trimmed();
-        return text.section(u' ', 0, 0);
+    /// The same without its "call".
+    QString called() const {
+        const QString text = command();
+        return text.startsWith(QStringLiteral("call "), Qt::CaseInsensitive) ? text.mid(5).trimmed() : text;
     }
+
+    /// The program's name alone, without what starts it and without its arguments.
+    QString token() const { return m_command.program; }
 
     /// Whether `folder`/`name` is a folder that holds a program of its own name.
     bool isExecutableFolder(const QString &folder, const QString &name) {
@@ -309,15 +380,16 @@ class Builder {
     }
 
     QByteArray resolvedCommand(const QString &given) {
-        const QString word = given.section(u' ', 0, 0);
-        const QString arguments = given.mid(word.size()).trimmed();
-        const auto resolved = resolveCommandCase(m_view, word, m_input.gameDataFolder, m_version.workingDirectory);
+        const auto resolved =
+            resolveCommandCase(m_view, m_command.program, m_input.gameDataFolder, m_version.workingDirectory);
         if (!resolved)
             return dosText(given);
         if (!resolved->subfolder.isNull())
             append("cd " + guestPath(resolved->subfolder));
         m_programReason = QStringLiteral("spelled as on disk");
-        return guestPath(resolved->name) + (arguments.isEmpty() ? QByteArray() : ' ' + dosText(arguments));
+        const QString &loader = m_command.loader, &arguments = m_command.arguments;
+        return (loader.isEmpty() ? QByteArray() : dosText(loader) + ' ') + guestPath(resolved->name) +
+               (arguments.isEmpty() ? QByteArray() : ' ' + dosText(arguments));
     }
 
     /// What a batch file starts, when it first changes to a folder that is the game's root only on the machine that it
@@ -331,34 +403,16 @@ class Builder {
         const auto batch = m_view.read(m_view.resolve(folder, hostNameFrom(name)));
         if (!batch)
             return command;
-        QByteArray absolute;
-        QByteArray last;
-        for (QByteArray line : trimmedLines(*batch)) {
-            line = withoutAt(line);
-            const QByteArray lower = line.toLower();
-            if (lower.startsWith("cd \\") || lower.startsWith("cd\\")) {
-                // A bare "cd \" goes back to the root and names no folder.
-                const QByteArray named = line.mid(lower.indexOf('\\') + 1).replace('\\', '/');
-                if (!named.isEmpty())
-                    absolute = named;
-            } else if (!line.isEmpty() && lower != "echo off" && !lower.startsWith("echo ") &&
-                       !lower.startsWith("rem ") && !lower.startsWith("::") &&
-                       !(lower.size() < 3 && lower.endsWith(':'))) {
-                last = line;
-            }
-        }
-        if (absolute.isEmpty() || last.isEmpty())
-            return command;
-        const QString target = m_view.resolve(childPath(m_mountFolder, m_gameName), hostNameFrom(absolute));
-        if (target.isNull())
+        const auto bypass = bypassOf(*batch, childPath(m_mountFolder, m_gameName), m_view);
+        if (!bypass)
             return command;
         for (qsizetype i = m_lines.size() - 1; i >= 0; --i)
             if (m_lines[i].toLower().startsWith("cd ")) {
-                m_lines[i] = "cd " + guestPath(m_gameName) + '/' + absolute;
+                m_lines[i] = "cd " + guestPath(m_gameName) + '/' + bypass->folder;
                 break;
             }
         m_programReason = QStringLiteral("what %1 starts, from the folder that it means").arg(hostNameFrom(name));
-        return last;
+        return bypass->command;
     }
 
     const IndependentLaunchInput &m_input;
@@ -366,7 +420,10 @@ class Builder {
     const GameVersionOption &m_version;
     const QString m_gameName;
     const bool m_hasExecutable;
+    const GameCommand m_command;
 
+    std::optional<ProgramPlace> m_place; ///< where the program is started from, when the usual way is left
+    QStringList m_floppyImages;
     QString m_mountFolder;
     QString m_cdPath; ///< below the mount folder, with "/"
     Drive m_drive = Drive::hardDisk;

@@ -15,6 +15,10 @@ struct IndependentLaunchInput {
     QString collection;
     GameVersionOption version; ///< steers the result by folder, executable, setup commands and mount level
     QString discSwapKeys;      ///< as the user is told to press them
+    /// Whether the usual way was found to lead to no program: the program is then started from where it lies, and what
+    /// this DOSBox cannot do is left out.
+    bool isMended = false;
+    bool oneFloppyImage = false; ///< the DOSBox mounts no more
 };
 
 /// A launch configuration's text, and what it rests on.

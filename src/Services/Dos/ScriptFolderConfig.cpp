@@ -109,6 +109,7 @@ QByteArray adaptScriptFolderConfig(const QByteArray &configuration, const DosSet
                 result.append("glshader=crt-lottes" + ending);
             continue;
         }
+        refuseImagesOutside(line, collection);
         if (line.contains(collectionPath)) {
             const QByteArray adapted = withAbsolutePaths(view, line, collection);
             Log::info(QStringLiteral("   Path adapted: %1").arg(QString::fromUtf8(adapted)));

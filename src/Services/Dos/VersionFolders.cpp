@@ -138,14 +138,33 @@ class FolderSearch {
             addForAudioFolders(makeOption(u"Enhanced"_s, VersionType::other, u"enhanced"_s), enhanced, u"enhanced/"_s);
     }
 
+    /// Whether the game's folder has a program itself, other than a menu of the collection's.
+    bool hasOwnProgram() {
+        static const QStringList menus{u"run"_s, u"menu"_s, u"start"_s, u"select"_s, u"launch"_s};
+        for (const QString &name : m_view.names(m_folder)) {
+            const QString stem = name.section(u'.', 0, -2).toLower();
+            const bool isMenu = name.endsWith(".bat"_L1, Qt::CaseInsensitive) && menus.contains(stem);
+            if (!isMenu && isGameProgram(m_view, m_folder, name))
+                return true;
+        }
+        return false;
+    }
+
+    /// An editor or a demo beside the game is none of its versions: only many folders of programs speak for that.
+    bool areNoVersions(qsizetype folders) { return folders > 0 && folders <= 2 && hasOwnProgram(); }
+
     void addVersionFolders() {
         // The file system's own order would make the menu another one on each machine.
         QStringList names = m_view.names(m_folder);
         names.sort(Qt::CaseInsensitive);
-        for (const QString &name : std::as_const(names)) {
+        names.removeIf([this](const QString &name) {
             const QString path = isNoVersion(name) ? QString() : subfolder(name);
-            if (path.isNull() || !folderHasExecutables(m_view, path))
-                continue;
+            return path.isNull() || !folderHasExecutables(m_view, path);
+        });
+        if (areNoVersions(names.size()))
+            return;
+        for (const QString &name : std::as_const(names)) {
+            const QString path = subfolder(name);
             const VersionType type =
                 name.contains("talkie"_L1, Qt::CaseInsensitive) ? VersionType::talkie : VersionType::other;
             const qsizetype before = m_options.size();
@@ -156,6 +175,10 @@ class FolderSearch {
     }
 
     void addNamedFolders() {
+        const auto &table = namedFolders();
+        if (areNoVersions(std::count_if(table.cbegin(), table.cend(),
+                                        [this](const NamedFolder &row) { return !subfolder(row.name).isNull(); })))
+            return;
         for (const NamedFolder &row : namedFolders()) {
             const QString path = subfolder(row.name);
             if (path.isNull())

@@ -7,6 +7,7 @@
 #include "Host/SettingsStore.h"
 #include "Models/LaunchCancelled.h"
 #include "Models/LaunchError.h"
+#include "Services/Dos/FolderView.h"
 #include "Services/Emulators/EmulatorManager.h"
 #include "Services/Launch/GameFolders.h"
 
@@ -173,9 +174,17 @@ DosLaunchRequest DosRoute::request(GamePtr game, const QString &collection, std:
         fail(LaunchError::Case::noApplicationPath);
     if (!QFileInfo(scriptFolder).isDir())
         fail(LaunchError::Case::fileNotFound, scriptFolder);
-    const QString dataFolder = collection + u"/eXo/eXoDOS/"_s + name;
-    if (!QFileInfo(dataFolder).isDir()) {
-        Log::warning(u"⚠️ Game not installed - data folder not found: %1"_s.arg(dataFolder));
+    QString dataFolder = collection + u"/eXo/eXoDOS/"_s + name;
+    // The record's spelling serves on the system that the collection was made for.
+    if (!QFileInfo(dataFolder).isDir())
+        if (const QString found = FolderView().resolve(collection, u"eXo/eXoDOS/"_s + name); !found.isNull())
+            dataFolder = found;
+    const bool isOutside = GameFolders::leadsOutOfCollection(dataFolder, collection);
+    if (!QFileInfo(dataFolder).isDir() || isOutside) {
+        Log::warning((isOutside
+                          ? u"⚠️ Game not installed - its folder is a link that leads out of the collection: %1"_s
+                          : u"⚠️ Game not installed - data folder not found: %1"_s)
+                         .arg(dataFolder));
         fail(LaunchError::Case::fileNotFound, u"Game is not installed. Please install it first."_s);
     }
     return {std::move(game), dataFolder, scriptFolder, collection, std::move(version)};

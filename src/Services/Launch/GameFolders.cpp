@@ -1,11 +1,39 @@
 #include "Services/Launch/GameFolders.h"
 
 #include "Host/SafeFiles.h"
+#include "Services/Dos/FolderView.h"
 #include "Services/Launch/LaunchRoute.h"
+
+#include <QFileInfo>
 
 namespace ludarium::GameFolders {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// `folder` in the spelling of the disk: the paths of a record come from a system that takes every spelling. As it
+/// stands when it is there, or not there in any spelling.
+QString asOnDisk(const QString &folder, const QString &collection) {
+    if (folder.isEmpty() || QFileInfo::exists(folder))
+        return folder;
+    FolderView view;
+    const QString found = view.resolve(collection, folder.mid(collection.size() + 1));
+    return found.isNull() ? folder : found;
+}
+
+} // namespace
+
+bool leadsOutOfCollection(const QString &folder, const QString &collection) {
+    const QString real = QFileInfo(folder).canonicalFilePath();
+    if (real.isEmpty())
+        return false;
+    // The folder of all games may be a link to another disk; a game in it then lies where that leads.
+    for (const QString &base : {collection, parentPath(folder)})
+        if (const QString home = QFileInfo(base).canonicalFilePath(); !home.isEmpty() && real.startsWith(home + u'/'))
+            return false;
+    return true;
+}
 
 QString extractGameFolderName(const QString &path) {
     const QStringList pieces = pathComponents(path);
@@ -32,10 +60,10 @@ QString scriptFolder(const QString &path, const QString &collection) {
             return {};
         folder += u'/' + piece;
     }
-    return folder;
+    return asOnDisk(folder, collection);
 }
 
-QString dataFolder(const Game &game, const QString &collection) {
+static QString dataFolderOfRecord(const Game &game, const QString &collection) {
     const QString name = extractGameFolderName(game.configurationPath);
     if (!isSafeName(name))
         return {};
@@ -62,6 +90,11 @@ QString dataFolder(const Game &game, const QString &collection) {
     default:
         return root + u"eXoDOS/"_s + name;
     }
+}
+
+QString dataFolder(const Game &game, const QString &collection) {
+    const QString folder = asOnDisk(dataFolderOfRecord(game, collection), collection);
+    return leadsOutOfCollection(folder, collection) ? QString() : folder;
 }
 
 } // namespace ludarium::GameFolders

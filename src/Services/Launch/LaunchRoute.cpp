@@ -1,5 +1,6 @@
 #include "Services/Launch/LaunchRoute.h"
 
+#include "Host/SafeFiles.h"
 #include "Models/Platform.h"
 
 namespace ludarium {
@@ -32,6 +33,18 @@ std::optional<LaunchRoute> platformRoute(const Game &game) {
     return std::nullopt;
 }
 
+/// Whether a record of the platform names a configuration among those of the DOS games: then its title may say what
+/// it likes.
+bool hasDosConfiguration(const Game &game) {
+    if (game.platform != u"MS-DOS"_s && !game.platform.startsWith(u"MS-DOS "_s))
+        return false;
+    const QStringList pieces = pathComponents(game.configurationPath);
+    for (qsizetype i = 0; i + 2 < pieces.size(); ++i)
+        if (pieces[i].compare(u"eXoDOS"_s, Qt::CaseInsensitive) == 0 && pieces[i + 1].startsWith(u'!'))
+            return true;
+    return false;
+}
+
 } // namespace
 
 std::pair<LaunchRoute, QString> launchRoute(const Game &game) {
@@ -47,13 +60,15 @@ std::pair<LaunchRoute, QString> launchRoute(const Game &game) {
         return {platform.isArcade() ? LaunchRoute::arcade : LaunchRoute::retroArch,
                 byPlatform + u" is played from ROM files"_s};
 
-    const QString title = game.title.toLower();
+    // What a DOS game is called, and what its folder is called, says nothing about it.
+    const bool isDosGame = hasDosConfiguration(game);
+    const QString title = isDosGame ? QString() : game.title.toLower();
     const QString path = game.applicationPath.toLower();
     static const QStringList music{u"soundtrack"_s, u"music cd"_s, u"audio cd"_s};
     static const QStringList players{u"foobar2000"_s, u"audio"_s};
     if (const QString word = firstContained(title, music); !word.isEmpty())
         return {LaunchRoute::soundtrack, u"title holds \"%1\""_s.arg(word)};
-    if (const QString word = firstContained(path, players); !word.isEmpty())
+    if (const QString word = firstContained(path, isDosGame ? players.first(1) : players); !word.isEmpty())
         return {LaunchRoute::soundtrack, u"application path holds \"%1\""_s.arg(word)};
 
     if (title.contains(u"video"_s))

@@ -2,6 +2,7 @@
 
 #include "DosCollection.h"
 #include "Host/Settings.h"
+#include "Models/LaunchCancelled.h"
 #include "Models/LaunchError.h"
 #include "Services/Dos/DosSettings.h"
 #include "support/TestHost.h"
@@ -16,6 +17,8 @@
 
 namespace ludarium::test {
 namespace {
+
+using namespace Qt::StringLiterals;
 
 /// A collection with one game, and a DOSBox that writes down how it was called.
 class DosLauncherTest : public testing::Test {
@@ -253,6 +256,7 @@ TEST_F(DosLauncherTest, FindsTheProgramThatNoVersionNames) {
 
 TEST_F(DosLauncherTest, RunsTheGamesConfigurationAsItStandsWithoutAProgram) {
     collection.put(QStringLiteral("game.conf"), "[autoexec]\nboot x.img\n");
+    collection.put(QStringLiteral("x.img"));
     launch();
     EXPECT_EQ(started.plan.arguments.value(3), collection.game() + QStringLiteral("/game.conf"));
     EXPECT_TRUE(feedbacks.isEmpty());
@@ -342,7 +346,79 @@ TEST_F(DosLauncherTest, NamesWhatIsMissing) {
                   QStringLiteral("DOSBox Staging not found. Please install DOSBox Staging to run this game."));
     }
     dosbox = host.put(QStringLiteral("/opt/no-program"), "not executable");
-    EXPECT_THROW(await(DosLauncher(host, others).launch(request())), ProcessError);
+    collection.put(QStringLiteral("G.EXE"));
+    try {
+        await(DosLauncher(host, others).launch(request()));
+        FAIL() << "it started";
+    } catch (const ProcessError &error) {
+        EXPECT_EQ(QString::fromUtf8(error.what()), *dosbox + u": Permission denied"_s);
+    }
+}
+
+TEST_F(DosLauncherTest, AsksBeforeAnEmptyPromptOpens) {
+    useDosBox("DOSBox version 0.74-3");
+    collection.put(u"dosbox.conf"_s, "[autoexec]\nmount c .\nc:\ncd SUB\nlost.exe\nexit\n");
+    collection.put(u"SUB/lost.txt"_s);
+    collection.put(u"A.CFG"_s);
+    GameVersionOption chosen = version("LOST.EXE", "SUB");
+    chosen.setupCommands = QStringList{u"del A.CFG"_s};
+    const auto before = snapshot(collection.root());
+    EXPECT_THROW(await(DosLauncher(host, others).launch(request(chosen))), LaunchCancelled);
+    ASSERT_EQ(host.dialogs.asked.size(), 1);
+    EXPECT_EQ(host.dialogs.asked[0].title, u"LOST.EXE is not in C:\\GAME\\SUB"_s);
+    EXPECT_EQ(host.dialogs.asked[0].buttons.last(), u"Cancel"_s);
+    EXPECT_EQ(snapshot(collection.root()), before) << "nothing is prepared before the answer";
+    EXPECT_FALSE(QFile::exists(called()));
+    host.dialogs.answers = {u"Start Anyway"_s};
+    EXPECT_FALSE(launch(chosen).isEmpty());
+    EXPECT_EQ(plan(chosen).proof.verdict, LaunchProof::Verdict::missing);
+}
+
+TEST_F(DosLauncherTest, LeavesTheToldWayOnlyWhenItLeadsNowhere) {
+    useDosBox("DOSBox version 0.74-3");
+    const QString script = collection.script() + u"/dosbox.conf"_s;
+    struct Case {
+        const char *name;
+        const char *autoexec;
+        QStringList files;
+        const char *launchFile; ///< what its name ends with
+        const char *program;    ///< as the proof names it
+        LaunchProof::Verdict verdict;
+    };
+    using Verdict = LaunchProof::Verdict;
+    const Case cases[] = {
+        {"the program is where it is told",
+         "mount c .\\eXoDOS\\GAME\nc:\ngame\n",
+         {u"GAME.EXE"_s},
+         "/GAME_launch.conf",
+         "C:\\GAME\\GAME.EXE",
+         Verdict::found},
+        {"only the adapted configuration mounts its drive",
+         "mount e .\\eXoDOS\\GAME\\A\ne:\ncd b\ncall go\n",
+         {u"A/B/GO.BAT=@cd c\n@play\n"_s, u"A/B/C/PLAY.EXE"_s},
+         nullptr,
+         "E:\\B\\C\\PLAY.EXE",
+         Verdict::found},
+        {"what a menu starts is not known",
+         "mount c .\\eXoDOS\\GAME\nc:\ncall go\n",
+         {u"GO.BAT=choice /c:12\nif errorlevel 2 goto b\nx\n:b\ny\n"_s},
+         "/GAME_launch.conf",
+         "errorlevel 2 goto b",
+         Verdict::unknown},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.name);
+        QDir(collection.root()).removeRecursively();
+        for (const QString &file : c.files)
+            collection.put(file.section(u'=', 0, 0), file.contains(u'=') ? file.section(u'=', 1).toUtf8() : "x");
+        collection.put(script, QByteArray("[autoexec]\n") + c.autoexec);
+        const LaunchPlan made = plan();
+        EXPECT_EQ(made.proof.verdict, c.verdict) << qPrintable(made.proof.detail);
+        EXPECT_EQ(made.proof.program, QString::fromUtf8(c.program));
+        EXPECT_TRUE(c.launchFile ? made.arguments.value(3).endsWith(QLatin1StringView(c.launchFile))
+                                 : made.arguments.value(3).contains(u"/adapted_"_s))
+            << qPrintable(made.arguments.value(3));
+    }
 }
 
 TEST(DosSettingsOfAMachine, KnowWhereMt32RomsMayLie) {

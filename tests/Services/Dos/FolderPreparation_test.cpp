@@ -2,10 +2,16 @@
 
 #include "DosCollection.h"
 
+#include <QDirIterator>
+#include <csignal>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace ludarium::test {
 namespace {
+
+using namespace Qt::StringLiterals;
 
 GameVersionOption withAudio(std::optional<AudioType> audio) {
     GameVersionOption version;
@@ -54,28 +60,85 @@ TEST(AudioDrivers, AreChosenByTheVersionsHardware) {
     }
 }
 
-TEST(AudioDrivers, ReplaceTheGamesOwnFilesAndFolders) {
+/// Paths and contents of every file below a folder.
+QMap<QString, QByteArray> contents(const QString &folder) {
+    QMap<QString, QByteArray> result;
+    for (QDirIterator it(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories); it.hasNext();) {
+        const QString path = it.next();
+        result.insert(path.mid(folder.size() + 1), DosCollection::read(path));
+    }
+    return result;
+}
+
+TEST(AudioDrivers, AreMergedWithTheGamesOwnFilesAndKeepWhatDiffers) {
     DosCollection collection;
-    collection.put(QStringLiteral("MT32/SOUND.DRV"), "new driver");
-    collection.put(QStringLiteral("MT32/DATA/song.mid"), "new song");
-    collection.put(QStringLiteral("MT32/FRESH.CFG"), "fresh");
-    collection.put(QStringLiteral("sound.drv"), "old");
-    collection.put(QStringLiteral("DATA/old.mid"), "old");
+    const QMap<QString, QByteArray> drivers{{u"MT32/SOUND.DRV"_s, "new driver"},
+                                            {u"MT32/DRV/song.mid"_s, "new song"},
+                                            {u"MT32/FRESH.CFG"_s, "fresh"},
+                                            {u"SB16/OTHER.DRV"_s, "of the other card"},
+                                            {u"MT32/OTHER.DRV"_s, "of this card"}};
+    for (auto it = drivers.cbegin(); it != drivers.cend(); ++it)
+        collection.put(it.key(), it.value());
+    collection.put(u"sound.drv"_s, "old");
+    collection.put(u"OTHER.DRV"_s, "of the other card");
+    collection.put(u"DRV/GAME.SAV"_s, "a saved game");
+    collection.put(u"DRV/SONG.MID"_s, "old song");
+    collection.put(u"DRV/.ludarium-0123456789ab.new"_s, "half a");
     const FolderPreparation preparation = prepared(collection, withAudio(AudioType::mt32), collection.game());
-    EXPECT_EQ(preparation.inWords(), (QStringList{QStringLiteral("Copy MT32/DATA over DATA"),
-                                                  QStringLiteral("Copy MT32/FRESH.CFG over FRESH.CFG"),
-                                                  QStringLiteral("Copy MT32/SOUND.DRV over sound.drv")}));
-    EXPECT_EQ(DosCollection::read(collection.game() + QStringLiteral("/sound.drv")), "old")
-        << "planning changes nothing";
-    for (int i = 0; i < 2; ++i)
+    EXPECT_EQ(preparation.inWords(),
+              (QStringList{u"Copy MT32/DRV over DRV"_s, u"Copy MT32/FRESH.CFG over FRESH.CFG"_s,
+                           u"Copy MT32/OTHER.DRV over OTHER.DRV"_s, u"Copy MT32/SOUND.DRV over sound.drv"_s}));
+    EXPECT_EQ(DosCollection::read(collection.game() + "/sound.drv"_L1), "old") << "planning changes nothing";
+    QMap<QString, QByteArray> expected = drivers;
+    expected.insert({{u"sound.drv"_s, "new driver"},
+                     {u"sound.drv.kept"_s, "old"},
+                     {u"OTHER.DRV"_s, "of this card"},
+                     {u"FRESH.CFG"_s, "fresh"},
+                     {u"DRV/GAME.SAV"_s, "a saved game"},
+                     {u"DRV/SONG.MID"_s, "new song"},
+                     {u"DRV/SONG.MID.kept"_s, "old song"}});
+    for (int i = 0; i < 2; ++i) {
         carryOut(preparation);
-    QStringList names = listFolder(collection.game()).value_or(QStringList());
-    names.sort();
-    EXPECT_EQ(names, (QStringList{QStringLiteral("DATA"), QStringLiteral("FRESH.CFG"), QStringLiteral("MT32"),
-                                  QStringLiteral("sound.drv")}));
-    EXPECT_EQ(DosCollection::read(collection.game() + QStringLiteral("/sound.drv")), "new driver");
-    EXPECT_EQ(DosCollection::read(collection.game() + QStringLiteral("/DATA/song.mid")), "new song");
-    EXPECT_FALSE(QFile::exists(collection.game() + QStringLiteral("/DATA/old.mid")));
+        EXPECT_EQ(contents(collection.game()), expected);
+    }
+    collection.put(u"sound.drv"_s, "changed by the game");
+    carryOut(preparation);
+    EXPECT_EQ(DosCollection::read(collection.game() + "/sound.drv.kept2"_L1), "changed by the game");
+}
+
+TEST(AudioDrivers, LoseNothingWhenTheProgramIsKilled) {
+    DosCollection collection;
+    QSet<QByteArray> own;
+    for (int i = 0; i < 12; ++i) {
+        const QString name = u"F%1.DAT"_s.arg(i), folder = i % 2 ? u"DRV/"_s : QString();
+        collection.put(u"MT32/"_s + folder + name, QByteArray(50000, 'n') + QByteArray::number(i));
+        own.insert("own " + QByteArray::number(i));
+        collection.put(folder + name, "own " + QByteArray::number(i));
+    }
+    const FolderPreparation preparation = prepared(collection, withAudio(AudioType::mt32), collection.game());
+    int killed = 0;
+    for (unsigned delay = 100; delay < 30000; delay += delay / 2) {
+        const pid_t child = fork();
+        if (child == 0) {
+            carryOut(preparation);
+            _exit(0);
+        }
+        usleep(delay);
+        kill(child, SIGKILL);
+        int status = 0;
+        waitpid(child, &status, 0);
+        killed += WIFSIGNALED(status) ? 1 : 0;
+        const QList<QByteArray> present = contents(collection.game()).values();
+        for (const QByteArray &content : own)
+            ASSERT_TRUE(present.contains(content)) << content.constData() << " after " << delay;
+    }
+    EXPECT_GT(killed, 0);
+    carryOut(preparation);
+    const QMap<QString, QByteArray> after = contents(collection.game());
+    for (int i = 0; i < 12; ++i)
+        EXPECT_EQ(after.value((i % 2 ? u"DRV/F%1.DAT"_s : u"F%1.DAT"_s).arg(i)).right(3),
+                  ("n" + QByteArray::number(i)).rightJustified(3, 'n'));
+    EXPECT_TRUE(after.keys().filter(u".ludarium-"_s).isEmpty()) << "leftovers are swept";
 }
 
 TEST(AudioDrivers, LeaveTheOldStateWhenACopyFails) {

@@ -449,6 +449,7 @@ TEST_F(Launching, PlaysSoundtracksThroughATemporaryApplication) {
     };
     Game game = doom();
     game.title = u"Doom Soundtrack"_s;
+    game.configurationPath.clear();
     launch(game);
     EXPECT_EQ(error(), "Failed to launch: Soundtracks cannot be played by this version yet");
     EXPECT_THAT(log(), HasSubstr("(title keywords)"));
@@ -476,6 +477,7 @@ TEST_F(Launching, OpensAVideosScriptOrElseItsFolder) {
     };
     Game game = doom();
     game.title = u"Making Video"_s;
+    game.configurationPath.clear();
     launch(game);
     EXPECT_EQ(error(), "File not found: Cannot access video folder: " + collection.toStdString() + "/eXo/Videos");
     write(u"eXo/Videos/Making Video/a.mp4"_s);

@@ -12,6 +12,7 @@ struct Routed {
     QString title;
     QString applicationPath;
     LaunchRoute expected;
+    QString configurationPath = {};
 };
 
 void PrintTo(const Routed &routed, std::ostream *out) {
@@ -28,6 +29,7 @@ TEST_P(Routing, SendsAGameToTheFirstRunnerThatFits) {
     game.platform = GetParam().platform;
     game.title = GetParam().title;
     game.applicationPath = GetParam().applicationPath;
+    game.configurationPath = GetParam().configurationPath;
     const auto [route, reason] = launchRoute(game);
     EXPECT_EQ(launchRouteName(route).toStdString(), launchRouteName(GetParam().expected).toStdString());
     EXPECT_FALSE(reason.isEmpty());
@@ -65,6 +67,12 @@ INSTANTIATE_TEST_SUITE_P(
         Routed{u"MS-DOS"_s, u"Foo"_s, u"eXo\\videos\\Foo\\play.bat"_s, LaunchRoute::video},
         Routed{u"MS-DOS"_s, u"Foo"_s, u"Videos\\Foo.bat"_s, LaunchRoute::dos},
         Routed{u"MS-DOS"_s, u"Doom"_s, u"eXo\\eXoDOS\\!dos\\doom\\doom.bat"_s, LaunchRoute::dos},
+        Routed{u"MS-DOS"_s, u"Video Poker"_s, u"eXo\\eXoDOS\\!dos\\vpoker\\vpoker.bat"_s, LaunchRoute::dos,
+               u"eXo\\eXoDOS\\!dos\\vpoker\\vpoker.bat"_s},
+        Routed{u"MS-DOS"_s, u"Audio CD Soundtrack Lab"_s, u"eXo\\eXoDOS\\!dos\\AudioLab\\a.bat"_s, LaunchRoute::dos,
+               u"exo/exodos/!dos/AudioLab/dosbox.conf"_s},
+        Routed{u"MS-DOS"_s, u"The Making of Doom Video"_s, u"eXo\\Videos\\Doom\\a.bat"_s, LaunchRoute::video,
+               u"eXo\\Videos\\Doom\\a.bat"_s},
         Routed{u"Unknown"_s, u""_s, {}, LaunchRoute::dos}));
 
 TEST(SetupRoute, AsksThePlatformAlone) {
