@@ -144,6 +144,44 @@ QStringList findDiscImagesInFolder(FolderView &view, const QString &folder) {
     return {};
 }
 
+FoundDiscs findLaunchDiscs(FolderView &view, const DiscSearch &folders) {
+    const auto &[mountFolder, cdPath, gameDataFolder, collection] = folders;
+    const auto search = [&view](const QString &folder, const QString &source) {
+        return FoundDiscs{findDiscImagesInFolder(view, folder), source};
+    };
+    // In the folder of all games, one that is called "Disc" is a game and no folder of discs.
+    const QString allGames = childPath(collection, u"eXo/eXoDOS"_s);
+    if (mountFolder != allGames && mountFolder != parentPath(allGames))
+        if (const FoundDiscs found = search(mountFolder, u"mount folder"_s); !found.images.isEmpty())
+            return found;
+    const QString inside = cdPath.isEmpty() ? QString() : view.resolve(mountFolder, cdPath);
+    if (view.isDirectory(inside))
+        if (const FoundDiscs found = search(inside, u"game folder %1"_s.arg(cdPath)); !found.images.isEmpty())
+            return found;
+    if (!cdPath.isEmpty()) {
+        const QString parent = parentPath(inside.isNull() ? QDir::cleanPath(childPath(mountFolder, cdPath)) : inside);
+        if (parent != mountFolder && parent.startsWith(mountFolder + u'/'))
+            if (const FoundDiscs found = search(parent, u"parent folder %1"_s.arg(parent.mid(mountFolder.size() + 1)));
+                !found.images.isEmpty())
+                return found;
+    }
+    const QStringList components = cdPath.split(u'/', Qt::SkipEmptyParts);
+    if (components.size() > 1) {
+        const QString first = view.resolve(mountFolder, components.constFirst());
+        if (view.isDirectory(first))
+            if (const FoundDiscs found = search(first, u"game folder %1"_s.arg(components.constFirst()));
+                !found.images.isEmpty())
+                return found;
+    }
+    for (const QString &name : view.names(gameDataFolder)) {
+        const QString folder = childPath(gameDataFolder, name);
+        if (view.isDirectory(folder))
+            if (const FoundDiscs found = search(folder, u"subfolder %1"_s.arg(name)); !found.images.isEmpty())
+                return found;
+    }
+    return gameDataFolder != mountFolder ? search(gameDataFolder, u"game folder"_s) : FoundDiscs();
+}
+
 bool isFloppyLine(const QByteArray &line) {
     const QByteArray lower = line.trimmed().toLower();
     return lower.startsWith("imgmount") && lower.contains("-t floppy");

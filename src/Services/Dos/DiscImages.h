@@ -14,6 +14,20 @@ QStringList findAllCDImages(FolderView &view, const QString &folder);
 /// The images of the first subfolder "cd", "discs" or "disc" that has any.
 QStringList findDiscImagesInFolder(FolderView &view, const QString &folder);
 
+/// The folders of a launch that discs are looked for in.
+struct DiscSearch {
+    QString mountFolder; ///< becomes C:
+    QString cdPath;      ///< of the folder where the game runs, below the mount folder; may be empty
+    QString gameDataFolder;
+    QString collection;
+};
+struct FoundDiscs {
+    QStringList images;
+    QString source; ///< where they were found, for the log
+};
+/// The images of the first of a launch's folders that has any.
+FoundDiscs findLaunchDiscs(FolderView &view, const DiscSearch &folders);
+
 /// Whether a line of an autoexec section mounts floppy images.
 bool isFloppyLine(const QByteArray &line);
 

@@ -4,11 +4,13 @@
 #include "Host/Async.h"
 #include "Host/Dialogs.h"
 #include "Host/Host.h"
+#include "Host/PrivateTemporaryFolder.h"
 #include "Host/SafeFiles.h"
 #include "Models/LaunchCancelled.h"
 #include "Models/LaunchError.h"
 #include "Services/Dos/DosBoxProbe.h"
 #include "Services/Dos/DosPlanner.h"
+#include "Services/Emulators/ProgramSandbox.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -26,10 +28,14 @@ struct DosLauncher::Private {
         Host &host;
         DosCollaborators collaborators;
         QHash<QString, DosBoxFlavour> flavours; ///< by path and time of the last change
+        /// Folders for the files of sandboxed builds, by the folder that the sandbox shares.
+        QHash<QString, std::shared_ptr<PrivateTemporaryFolder>> sharedFolders;
     };
     std::shared_ptr<Core> core;
 
     static QCoro::Task<DosBoxFlavour> probe(std::shared_ptr<Core> core, QString program);
+    static QCoro::Task<> adjustToSandbox(std::shared_ptr<Core> core, QString program, QString collection,
+                                         DosSettings *settings);
     static QCoro::Task<DosPlanInput> gather(std::shared_ptr<Core> core, DosLaunchRequest request);
     static QCoro::Task<LaunchPlan> plan(std::shared_ptr<Core> core, DosLaunchRequest request);
     static QCoro::Task<Started> launch(std::shared_ptr<Core> core, DosLaunchRequest request);
@@ -96,6 +102,25 @@ QCoro::Task<DosBoxFlavour> DosLauncher::Private::probe(std::shared_ptr<Core> cor
     co_return flavour;
 }
 
+QCoro::Task<> DosLauncher::Private::adjustToSandbox(std::shared_ptr<Core> core, QString program, QString collection,
+                                                    DosSettings *settings) {
+    const HostPaths &paths = core->host.paths;
+    const std::optional<ProgramSandbox> sandbox = sandboxOf(paths, program);
+    if (!sandbox)
+        co_return;
+    const ProgramSandbox found = *sandbox;
+    const QString problem = co_await whySandboxDoesNotSee(&core->host, found, collection);
+    if (!problem.isEmpty())
+        throw LaunchError(LaunchError::Case::launchFailed, problem);
+    // Files in our own temporary folder would be passed over without a word, and the user's configuration taken.
+    const QString shared = found.sharedFolder(paths);
+    std::shared_ptr<PrivateTemporaryFolder> &folder = core->sharedFolders[shared];
+    if (!folder)
+        folder = std::make_shared<PrivateTemporaryFolder>(QStringList{shared});
+    settings->temporaryDirectory = folder->path();
+    settings->temporaryFolder = childPath(settings->temporaryDirectory, u"Ludarium"_s);
+}
+
 QCoro::Task<DosPlanInput> DosLauncher::Private::gather(std::shared_ptr<Core> core, DosLaunchRequest request) {
     const DosCollaborators &others = core->collaborators;
     DosPlanInput input;
@@ -111,6 +136,7 @@ QCoro::Task<DosPlanInput> DosLauncher::Private::gather(std::shared_ptr<Core> cor
         throw LaunchError(LaunchError::Case::emulatorNotFound, QStringLiteral("DOSBox Staging"));
     input.dosbox = *dosbox;
     input.settings = DosSettings::current(core->host);
+    co_await adjustToSandbox(core, input.dosbox, request.collection, &input.settings);
     input.request = std::move(request);
     input.flavour = co_await probe(core, input.dosbox);
     co_return input;
@@ -151,7 +177,7 @@ QCoro::Task<DosLauncher::Started> DosLauncher::Private::launch(std::shared_ptr<C
 }
 
 DosLauncher::DosLauncher(Host &host, DosCollaborators collaborators)
-    : d(new Private{std::make_shared<Private::Core>(Private::Core{host, std::move(collaborators), {}})}) {}
+    : d(new Private{std::make_shared<Private::Core>(Private::Core{host, std::move(collaborators), {}, {}})}) {}
 
 DosLauncher::~DosLauncher() = default;
 

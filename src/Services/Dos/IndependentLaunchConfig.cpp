@@ -110,51 +110,9 @@ class Builder {
 
     QString cdFolder() { return m_cdPath.isEmpty() ? QString() : m_view.resolve(m_mountFolder, m_cdPath); }
 
-    QStringList findDiscs(QString &source) {
-        const auto search = [&](const QString &folder, const QString &name) {
-            source = name;
-            return findDiscImagesInFolder(m_view, folder);
-        };
-        // In the folder of all games, one that is called "Disc" is a game and no folder of discs.
-        const QString allGames = childPath(m_input.collection, QStringLiteral("eXo/eXoDOS"));
-        if (m_mountFolder != allGames && m_mountFolder != parentPath(allGames))
-            if (QStringList found = search(m_mountFolder, QStringLiteral("mount folder")); !found.isEmpty())
-                return found;
-        const QString inside = cdFolder();
-        if (m_view.isDirectory(inside))
-            if (QStringList found = search(inside, QStringLiteral("game folder %1").arg(m_cdPath)); !found.isEmpty())
-                return found;
-        if (!m_cdPath.isEmpty()) {
-            const QString parent =
-                parentPath(inside.isNull() ? QDir::cleanPath(childPath(m_mountFolder, m_cdPath)) : inside);
-            if (parent != m_mountFolder && parent.startsWith(m_mountFolder + u'/'))
-                if (QStringList found =
-                        search(parent, QStringLiteral("parent folder %1").arg(parent.mid(m_mountFolder.size() + 1)));
-                    !found.isEmpty())
-                    return found;
-        }
-        const QStringList components = m_cdPath.split(u'/', Qt::SkipEmptyParts);
-        if (components.size() > 1) {
-            const QString first = m_view.resolve(m_mountFolder, components.constFirst());
-            if (m_view.isDirectory(first))
-                if (QStringList found = search(first, QStringLiteral("game folder %1").arg(components.constFirst()));
-                    !found.isEmpty())
-                    return found;
-        }
-        for (const QString &name : m_view.names(m_input.gameDataFolder)) {
-            const QString folder = childPath(m_input.gameDataFolder, name);
-            if (m_view.isDirectory(folder))
-                if (QStringList found = search(folder, QStringLiteral("subfolder %1").arg(name)); !found.isEmpty())
-                    return found;
-        }
-        if (m_input.gameDataFolder != m_mountFolder)
-            return search(m_input.gameDataFolder, QStringLiteral("game folder"));
-        return {};
-    }
-
     void mountDiscs() {
-        QString source;
-        const QStringList images = findDiscs(source);
+        const auto [images, source] =
+            findLaunchDiscs(m_view, {m_mountFolder, m_cdPath, m_input.gameDataFolder, m_input.collection});
         if (images.isEmpty())
             return;
         m_images = images;

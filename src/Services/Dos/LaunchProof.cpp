@@ -109,7 +109,7 @@ class Walk {
             i = -1;
             for (qsizetype j = 0; j < lines.size() && i < 0; ++j)
                 if (const QByteArray at = lines[j].trimmed().toLower();
-                    at.startsWith(':') && at.mid(1).trimmed() == label)
+                    at.startsWith(':') && at.mid(1).simplified().split(' ').value(0) == label)
                     i = j;
             if (i < 0)
                 return Flow::leave; // DOSBox ends a batch file whose label it does not find

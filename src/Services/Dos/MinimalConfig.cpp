@@ -54,14 +54,17 @@ QString imageIn(FolderView &view, const QString &folder) {
     return {};
 }
 
-QString cdImage(FolderView &view, const QString &gameFolder, const QString &workingDirectory) {
+QString cdImage(FolderView &view, const QString &gameFolder, const QString &workingDirectory,
+                const QString &collection) {
     if (const QString image = imageIn(view, gameFolder); !image.isNull())
         return image;
     const QString version = view.resolve(gameFolder, workingDirectory.section(u'/', 0, 0));
     if (!version.isNull())
         if (const QString image = imageIn(view, version); !image.isNull())
             return image;
-    return imageIn(view, parentPath(gameFolder));
+    // Among all games, one that is called "CD" is a game and no folder of discs.
+    const QString parent = parentPath(gameFolder);
+    return parent == childPath(collection, QStringLiteral("eXo/eXoDOS")) ? QString() : imageIn(view, parent);
 }
 
 QString namedProgram(FolderView &view, const QString &folder, const QStringList &names) {
@@ -129,7 +132,7 @@ QByteArray createMinimalDOSBoxConfig(const DosSettings &settings, const QString 
         addAudio(blocks, *version->audioType);
 
     QByteArrayList lines{"[autoexec]", "@echo off", "mount c " + quotedHostPath(parentPath(gameFolder))};
-    if (const QString image = cdImage(view, gameFolder, working); !image.isNull())
+    if (const QString image = cdImage(view, gameFolder, working, collection); !image.isNull())
         lines.append("imgmount d " + quotedHostPath(image) + " -t cdrom");
     lines.append("c:");
     const QString what = QStringLiteral("A command of the launch configuration");

@@ -7,7 +7,6 @@
 #include "Host/SettingsStore.h"
 #include "Models/LaunchCancelled.h"
 #include "Models/LaunchError.h"
-#include "Services/Dos/FolderView.h"
 #include "Services/Emulators/EmulatorManager.h"
 #include "Services/Launch/GameFolders.h"
 
@@ -174,11 +173,7 @@ DosLaunchRequest DosRoute::request(GamePtr game, const QString &collection, std:
         fail(LaunchError::Case::noApplicationPath);
     if (!QFileInfo(scriptFolder).isDir())
         fail(LaunchError::Case::fileNotFound, scriptFolder);
-    QString dataFolder = collection + u"/eXo/eXoDOS/"_s + name;
-    // The record's spelling serves on the system that the collection was made for.
-    if (!QFileInfo(dataFolder).isDir())
-        if (const QString found = FolderView().resolve(collection, u"eXo/eXoDOS/"_s + name); !found.isNull())
-            dataFolder = found;
+    const QString dataFolder = GameFolders::asOnDisk(collection + u"/eXo/eXoDOS/"_s + name, collection);
     const bool isOutside = GameFolders::leadsOutOfCollection(dataFolder, collection);
     if (!QFileInfo(dataFolder).isDir() || isOutside) {
         Log::warning((isOutside

@@ -10,10 +10,6 @@ namespace ludarium::GameFolders {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-/// `folder` in the spelling of the disk: the paths of a record come from a system that takes every spelling. As it
-/// stands when it is there, or not there in any spelling.
 QString asOnDisk(const QString &folder, const QString &collection) {
     if (folder.isEmpty() || QFileInfo::exists(folder))
         return folder;
@@ -21,8 +17,6 @@ QString asOnDisk(const QString &folder, const QString &collection) {
     const QString found = view.resolve(collection, folder.mid(collection.size() + 1));
     return found.isNull() ? folder : found;
 }
-
-} // namespace
 
 bool leadsOutOfCollection(const QString &folder, const QString &collection) {
     const QString real = QFileInfo(folder).canonicalFilePath();

@@ -16,6 +16,9 @@ QString scriptFolder(const QString &path, const QString &collection);
 /// name, or when it is a link that leads out of the collection.
 QString dataFolder(const Game &game, const QString &collection);
 
+/// A folder below the collection in the spelling of the disk: the paths of a record come from a system that takes every
+/// spelling. As it stands when it is there, or not there in any spelling.
+QString asOnDisk(const QString &folder, const QString &collection);
 /// Whether a folder of a game is, or lies behind, a link to somewhere outside the collection.
 bool leadsOutOfCollection(const QString &folder, const QString &collection);
 

@@ -93,8 +93,10 @@ TEST(FloppyLines, EndAlsoInACollectionWhoseNameLooksLikeARelativePath) {
 
 TEST(FloppyLines, AreRefusedWhenTheyLeaveTheCollectionOrHoldAQuote) {
     FolderView view;
-    for (const char *line : {"imgmount a .\\eXoDOS\\..\\..\\..\\etc\\x.img -t floppy",
-                             "imgmount a .\\..\\..\\..\\x.img -t floppy", "imgmount a .\\a\"b.img -t floppy"})
+    for (const char *line :
+         {"imgmount a .\\eXoDOS\\..\\..\\..\\etc\\x.img -t floppy", "imgmount a .\\..\\..\\..\\x.img -t floppy",
+          "imgmount a .\\a\"b.img -t floppy", "imgmount a /etc/x.img -t floppy",
+          "imgmount a \"/coll/../x.img\" -t floppy", "IMGMOUNT a ~/x.img -t floppy"})
         EXPECT_THROW(absoluteFloppyLine(view, line, QStringLiteral("/coll"), QStringLiteral("/coll/eXo/eXoDOS")),
                      LaunchError)
             << line;

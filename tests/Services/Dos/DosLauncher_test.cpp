@@ -5,10 +5,12 @@
 #include "Models/LaunchCancelled.h"
 #include "Models/LaunchError.h"
 #include "Services/Dos/DosSettings.h"
+#include "Services/Emulators/ProgramSandbox.h"
 #include "support/TestHost.h"
 
 #include <QDirIterator>
 #include <QElapsedTimer>
+#include <QProcess>
 #include <QThread>
 #include <gmock/gmock.h>
 #include <sys/stat.h>
@@ -419,6 +421,84 @@ TEST_F(DosLauncherTest, LeavesTheToldWayOnlyWhenItLeadsNowhere) {
                                  : made.arguments.value(3).contains(u"/adapted_"_s))
             << qPrintable(made.arguments.value(3));
     }
+}
+
+// A Flatpak has a "/tmp" of its own: a DOSBox in it passes over a configuration there and takes the user's own.
+TEST_F(DosLauncherTest, GivesASandboxedDosBoxFilesThatItSees) {
+    if (QProcess::execute(u"/usr/bin/unshare"_s, {u"-rm"_s, u"true"_s}) != 0)
+        GTEST_SKIP() << "needs the right to make a mount namespace";
+    const QString temporary = host.host().paths.temporaryDirectory();
+    ASSERT_TRUE(temporary.startsWith(host.root() + u"/tmp/"_s));
+    const QByteArray report = called().toUtf8();
+    dosbox = host.putProgram(u"/var/lib/flatpak/exports/bin/io.github.dosbox-staging"_s,
+                             "[ \"$1\" = --version ] && { echo 'dosbox-staging, version 0.81.1'; exit; }\n"
+                             "[ -n \"$HIDDEN\" ] || HIDDEN=1 exec unshare -rm \"$0\" \"$@\"\n"
+                             "mount -t tmpfs none '" +
+                                 host.root().toUtf8() +
+                                 "/tmp'\n"
+                                 "for file; do [ \"$file\" = -conf ] || cat \"$file\"; done > '" +
+                                 report + ".part' 2>&1\nmv '" + report + ".part' '" + report + "'\n");
+    collection.put(u"dosbox.conf"_s);
+    collection.put(u"GAME.EXE"_s);
+    const auto permit = [&](const QString &folders) {
+        host.putProgram(u"/usr/bin/flatpak"_s,
+                        "[ \"$*\" = 'info --show-permissions io.github.dosbox-staging' ] && echo '[Context]\n"
+                        "filesystems=" +
+                            folders.toUtf8() + "'\n");
+    };
+    permit(u"home;xdg-download:ro;"_s);
+    try {
+        launch();
+        FAIL() << "it started without its games";
+    } catch (const LaunchError &error) {
+        EXPECT_TRUE(error.text().contains(u"flatpak override --user --filesystem=\""_s + collection.root()))
+            << error.what();
+    }
+    permit(u"!host;"_s + collection.root() + u":rw;"_s);
+    const QByteArray read = launch().join(u'\n').toUtf8();
+    EXPECT_TRUE(read.contains("# Ludarium Independent Overlay Config")) << read.constData();
+    EXPECT_TRUE(read.contains("call GAME.EXE")) << read.constData();
+    EXPECT_TRUE(
+        started.plan.arguments.value(1).startsWith(host.home() + u"/.var/app/io.github.dosbox-staging/cache/"_s));
+}
+
+TEST(Sandboxes, SeeAPartOfTheDisk) {
+    using Kind = ProgramSandbox::Kind;
+    const QByteArray plugs = "Interface        Plug                      Slot              Notes\n"
+                             "home             dosbox-x:home             :home             -\n"
+                             "removable-media  dosbox-x:removable-media  -                 -\n";
+    struct Case {
+        Kind kind;
+        QByteArray permissions;
+        const char *folder;
+        bool sees;
+    };
+    const Case cases[] = {
+        {Kind::flatpak, "filesystems=host;\n", "/mnt/games", true},
+        {Kind::flatpak, "filesystems=host:ro;\n", "/tmp/games", false},
+        {Kind::flatpak, "filesystems=host;\n", "/run/media/me/disk", true},
+        {Kind::flatpak, "filesystems=home;\n", "/home/me/games", true},
+        {Kind::flatpak, "filesystems=home;!/mnt;\n", "/mnt/games", false},
+        {Kind::flatpak, "filesystems=~/games:create;\n", "/home/me/games/x", true},
+        {Kind::flatpak, "filesystems=~/games;\n", "/home/me/games2", false},
+        {Kind::flatpak, "shared=network;\n", "/home/me/games", false},
+        {Kind::snap, plugs, "/home/me/games", true},
+        {Kind::snap, plugs, "/home/me/.games", false},
+        {Kind::snap, plugs, "/media/me/disk", false},
+        {Kind::snap, QByteArray(plugs).replace(" -     ", " :removable-media"), "/media/me/disk", true},
+        {Kind::snap, plugs, "/srv/games", false},
+    };
+    for (const Case &c : cases)
+        EXPECT_EQ(sandboxSees({c.kind, u"x"_s}, c.permissions, QString::fromUtf8(c.folder), u"/home/me"_s), c.sees)
+            << c.permissions.constData() << c.folder;
+
+    TestHost machine;
+    const HostPaths &paths = machine.host().paths;
+    const QString snap = machine.putProgram(u"/snap/bin/dosbox-x.run"_s, "");
+    const QString link = machine.scratch() + u"/mine"_s;
+    ASSERT_TRUE(QFile::link(snap, link));
+    EXPECT_EQ(sandboxOf(paths, link), (ProgramSandbox{Kind::snap, u"dosbox-x"_s}));
+    EXPECT_EQ(sandboxOf(paths, machine.putProgram(u"/usr/bin/dosbox"_s, "")), std::nullopt);
 }
 
 TEST(DosSettingsOfAMachine, KnowWhereMt32RomsMayLie) {

@@ -180,7 +180,9 @@ TEST(AdaptedConfigs, EndAndStayInTheCollection) {
     const QString odd = QStringLiteral("/x/.\\eXoDOS\\");
     EXPECT_EQ(adaptScriptFolderConfig("[autoexec]\nmount c .\\eXoDOS\\G", {}, odd, odd, view),
               "[autoexec]\nmount c \"/x/.\\eXoDOS\\/eXo/eXoDOS/G\"");
-    EXPECT_THROW(adaptScriptFolderConfig("[autoexec]\nmount c .\\eXoDOS\\..\\..\\..", {}, odd, odd, view), LaunchError);
+    for (const char *line : {"mount c .\\eXoDOS\\..\\..\\..", "@imgmount d \"/mnt/other/a.iso\" -t cdrom"})
+        EXPECT_THROW(adaptScriptFolderConfig(QByteArray("[autoexec]\n") + line, {}, odd, odd, view), LaunchError)
+            << line;
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "Services/Launch/GameFolders.h"
 
+#include <QDir>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 using namespace ludarium;
@@ -91,3 +93,29 @@ INSTANTIATE_TEST_SUITE_P(
         DataCase{u"MS-DOS"_s, {}, {}, {}}, DataCase{u"MS-DOS"_s, u"doom.bat"_s, {}, {}},
         DataCase{u"MS-DOS"_s, u"eXo/!dos/../x.bat"_s, {}, {}},
         DataCase{u"Windows 9x"_s, u"eXo/!win9x/./x.bat"_s, 1997, {}}));
+
+TEST(GameFoldersOnDisk, AreFoundInAnotherSpellingAndNotBehindALinkOutOfTheCollection) {
+    QTemporaryDir directory, elsewhere;
+    const QString root = directory.path() + u"/set"_s;
+    for (const QString &folder : {u"/eXo/eXoDOS/!dos/Doom"_s, u"/eXo/eXoDOS/DOOM"_s, u"/eXo/eXoDOS/shared"_s})
+        QDir().mkpath(root + folder);
+    Game game;
+    game.platform = u"MS-DOS"_s;
+    game.configurationPath = u"EXO\\exodos\\!DOS\\doom\\doom.bat"_s;
+    EXPECT_EQ(GameFolders::scriptFolder(game.configurationPath, root), root + u"/eXo/eXoDOS/!dos/Doom"_s);
+    EXPECT_EQ(GameFolders::dataFolder(game, root), root + u"/eXo/eXoDOS/DOOM"_s);
+
+    const auto linked = [&](const QString &name, const QString &target) {
+        EXPECT_TRUE(QFile::link(target, root + u"/eXo/eXoDOS/"_s + name));
+        game.configurationPath = u"eXo\\eXoDOS\\!dos\\%1\\a.bat"_s.arg(name);
+        return GameFolders::dataFolder(game, root);
+    };
+    EXPECT_EQ(linked(u"out"_s, elsewhere.path()), QString());
+    EXPECT_EQ(linked(u"in"_s, root + u"/eXo/eXoDOS/shared"_s), root + u"/eXo/eXoDOS/in"_s);
+    // A whole set may lie on another disk.
+    QDir().mkpath(elsewhere.path() + u"/games/doom"_s);
+    QDir(root + u"/eXo/eXoDOS"_s).removeRecursively();
+    EXPECT_TRUE(QFile::link(elsewhere.path() + u"/games"_s, root + u"/eXo/eXoDOS"_s));
+    game.configurationPath = u"eXo\\eXoDOS\\!dos\\doom\\doom.bat"_s;
+    EXPECT_EQ(GameFolders::dataFolder(game, root), root + u"/eXo/eXoDOS/doom"_s);
+}
