@@ -1,6 +1,8 @@
-// What one write of the settings store costs, beside what the disk asks for one flushed page.
+// What one write of the settings store costs, beside what the disk asks for one flushed page, and what the favourites
+// of a whole collection cost, beside what it asks for the same bytes.
 
 #include "Host/SqliteSettingsStore.h"
+#include "Services/Library/UserData.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -62,5 +64,28 @@ int main(int argc, char **argv) {
     });
     report("read a text", 100 * rounds, [&](int) { store.value(text); });
     report("open with 10,000 entries", 20, [&](int) { SqliteSettingsStore again(folder.path()); });
+
+    // As `batch add-to-favorites --all` writes them on a collection of the usual size.
+    constexpr int favorites = 7580;
+    constexpr int together = 1000;
+    UserData user(store);
+    report("7,580 favorites in writes of 1,000 games", 1, [&](int) {
+        for (int first = 0; first < favorites; first += together) {
+            QStringList ids;
+            for (int i = first; i < std::min(first + together, favorites); ++i)
+                ids.append(entry(i));
+            user.setFavorites(ids, true);
+        }
+    });
+    report("floor: the same bytes, appended and flushed as often", 1, [&](int) {
+        const int file = ::open(QFile::encodeName(folder.filePath(QStringLiteral("lists"))).constData(),
+                                O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+        for (int first = 0; first < favorites; first += together) {
+            const QByteArray list(std::min(first + together, favorites) * (entry(0).size() + 3), 'x');
+            if (::write(file, list.constData(), size_t(list.size())) != list.size() || ::fdatasync(file) != 0)
+                std::abort();
+        }
+        ::close(file);
+    });
     return 0;
 }

@@ -47,7 +47,9 @@ AppState::AppState(Host &host, EmulatorManager &emulators, const LaunchDatabases
     m_batchOperations->setGameLibrary(m_library.get());
     m_launcher->setDosRouteCollaborators(databases.dosRouteCollaborators(host, emulators));
     connect(m_browser.get(), &LibraryBrowser::changed, this, &AppState::filteredGamesChanged);
-    m_tracker->onSessionEnded = [this](const QString &id, double seconds) { m_library->addPlayTime(id, seconds); };
+    m_tracker->onSessionEnded = [this](const QString &id, double seconds) {
+        return m_library->addPlayTime(id, seconds);
+    };
     m_launcher->runningTest = [this](const QString &id) { return m_tracker->isRunningNow(id); };
     m_launcher->onStarted = [this](GamePtr game, std::optional<ProcessId> process) {
         m_library->recordPlay(game->id, 0);

@@ -16,6 +16,9 @@
 #include "Services/Launch/GameLauncher.h"
 #include "Services/Library/InstallationStatus.h"
 #include "Services/Library/LibraryServices.h"
+#include "Services/Library/PlaySessionTracker.h"
+
+#include <QCoreApplication>
 
 namespace ludarium {
 
@@ -43,6 +46,21 @@ LibraryServices libraryServices(std::shared_ptr<ExoPackSetupManager> setup,
         return status->checkGame(game, collection);
     };
     return services;
+}
+
+/// The command line's program is the keeper, beside which the desktop program lies.
+void startKeeper(const QString &journal, const QString &home) {
+    ProcessSpec spec;
+    spec.program = QCoreApplication::applicationDirPath() + QStringLiteral("/ludarium-cli");
+    spec.arguments = QStringList{QStringLiteral("--keep-session"), journal, home};
+    spec.workingDirectory = QStringLiteral("/");
+    try {
+        LocalProcessRunner::startDetached(spec);
+    } catch (const ProcessError &error) {
+        Log::warning(
+            QStringLiteral("⚠️ The play time is stored at the next start, as no keeper could be started: %1")
+                .arg(QString::fromUtf8(error.what())));
+    }
 }
 
 } // namespace
@@ -83,6 +101,9 @@ Composition::Composition(Options options) : d(std::make_unique<Private>(HostPath
     LibraryServices services = libraryServices(d->setup, d->downloads);
     databases.addTo(services);
     d->appState = std::make_unique<AppState>(*d->host, *d->emulators, databases, std::move(services));
+    d->appState->sessionTracker().startKeeper = [home = options.home](const QString &journal) {
+        startKeeper(journal, home);
+    };
     d->appState->gameLauncher().liteCollectionTest = [setup = d->setup](const QString &collection) {
         return setup->isLiteCollection(collection);
     };
@@ -103,6 +124,15 @@ EmulatorManager &Composition::emulators() {
 }
 QString Composition::settingsNotice() const {
     return d->settings->notice();
+}
+QString Composition::settingsRepair() const {
+    return d->settings->repairNotice();
+}
+void Composition::onSettingsRepaired(QObject *context, const std::function<void()> &function) {
+    QObject::connect(d->settings.get(), &SqliteSettingsStore::repaired, context, function);
+}
+QString Composition::settingsReadProblem() const {
+    return d->settings->readProblem();
 }
 AppState &Composition::appState() {
     return *d->appState;

@@ -5,7 +5,10 @@
 #include "Host/Workspace.h"
 
 #include <QString>
+#include <functional>
 #include <memory>
+
+class QObject;
 
 namespace ludarium {
 
@@ -32,6 +35,11 @@ class Composition {
     AppState &appState();
     /// What the user has to know of the settings store, such as that nothing can be saved; mostly empty.
     QString settingsNotice() const;
+    /// What became of a damaged settings store, at its opening or since; empty when it is whole.
+    QString settingsRepair() const;
+    void onSettingsRepaired(QObject *context, const std::function<void()> &function);
+    /// Why the settings are not those that were stored, but none or older ones; empty when they could be read.
+    QString settingsReadProblem() const;
 
   private:
     struct Private;

@@ -136,6 +136,7 @@ int runDesktop(const DesktopOptions &options) {
                              desktop.openCollection(handover.folder);
                      });
     desktop.start()->setNotice(composition.settingsNotice());
+    composition.onSettingsRepaired(&desktop, [&] { Q_EMIT desktop.warned(composition.settingsRepair()); });
     desktop.start()->begin();
 
     // The end of a desktop session is a SIGTERM: it closes the program as its own command does.

@@ -44,6 +44,9 @@ QString CommandContext::collectionPath() {
 }
 
 QCoro::Task<GameLibrary *> CommandContext::loadLibrary() {
+    // Of what the user did with games nothing is known then, and "nothing" would be the wrong answer.
+    if (const QString problem = m_composition.settingsReadProblem(); !problem.isEmpty())
+        throw CliError(QStringLiteral("The settings cannot be read: %1").arg(problem));
     // Not by way of AppState::setCollectionPath: that remembers the folder.
     const QString collection = collectionPath();
     GameLibrary &library = appState().gameLibrary();

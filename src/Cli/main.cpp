@@ -1,3 +1,4 @@
+#include "App/AppState.h"
 #include "App/Composition.h"
 #include "Cli/CliDialogs.h"
 #include "Cli/CliError.h"
@@ -8,10 +9,15 @@
 #include "Cli/TerminalText.h"
 #include "Host/AppLogger.h"
 #include "Host/Async.h"
+#include "Host/HostPaths.h"
+#include "Services/Library/PlaySessionTracker.h"
+#include "Services/Library/SessionKeeper.h"
 
 #include <QCoreApplication>
+#include <QFile>
 #include <QTimer>
 #include <csignal>
+#include <optional>
 #include <unistd.h>
 
 namespace ludarium {
@@ -45,6 +51,14 @@ QCoro::Task<> drive(Command &command, CommandContext &context) {
     QCoreApplication::exit(status);
 }
 
+/// "--keep-session JOURNAL HOME" is for the program itself, which starts itself so beside a game.
+std::optional<int> keepSessionIfTold(int argc, char **argv) {
+    if (argc != 4 || QByteArrayView(argv[1]) != "--keep-session")
+        return std::nullopt;
+    const HostPaths paths = HostPaths::native(QFile::decodeName(argv[3]));
+    return keepSession(QFile::decodeName(argv[2]), paths.settingsFolder());
+}
+
 int runCommand(int argc, char **argv, const CommandLine &line, Command &command, Output &output, Output &errors) {
     QCoreApplication application(argc, argv);
     application.setApplicationName(QStringLiteral("ludarium-cli"));
@@ -55,7 +69,15 @@ int runCommand(int argc, char **argv, const CommandLine &line, Command &command,
     options.mirrorLog = line.options().verbose;
     options.dialogs = std::move(dialogs);
     Composition composition(std::move(options));
+    // A command ends at once: games that run are their keepers'.
+    composition.appState().sessionTracker().setTakingOver(false);
     CommandContext context(composition, questions, line.options(), output, errors);
+    const auto tellRepair = [&] {
+        if (const QString repair = composition.settingsRepair(); !repair.isEmpty())
+            printError(errors, repair);
+    };
+    tellRepair();
+    composition.onSettingsRepaired(&application, tellRepair);
     QTimer::singleShot(0, &application, [&] { spawn(drive(command, context), command.name()); });
     return QCoreApplication::exec();
 }
@@ -67,6 +89,8 @@ int runProgram(int argc, char **argv) {
     // A reader of our output that goes away is no reason to die in the middle of a launch.
     std::signal(SIGPIPE, SIG_IGN);
     qInstallMessageHandler(logQtMessage);
+    if (const std::optional<int> kept = keepSessionIfTold(argc, argv))
+        return *kept;
     Output output(STDOUT_FILENO);
     Output errors(STDERR_FILENO);
     try {

@@ -5,7 +5,9 @@
 #include <QFileInfo>
 #include <cstdlib>
 #include <dirent.h>
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace ludarium {
 
@@ -86,6 +88,24 @@ std::optional<QString> pathInside(const QString &base, const QString &relative) 
     QStringList components = pathComponents(relative);
     components.removeAll(QStringLiteral("."));
     return pathInside(base, components);
+}
+
+std::optional<QByteArray> readSmallFile(const QString &path, qint64 limit) {
+    const int descriptor =
+        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY);
+    if (descriptor < 0)
+        return std::nullopt;
+    std::optional<QByteArray> result;
+    struct stat info {};
+    QFile file;
+    if (::fstat(descriptor, &info) == 0 && S_ISREG(info.st_mode) && info.st_size <= limit &&
+        file.open(descriptor, QIODevice::ReadOnly, QFileDevice::DontCloseHandle)) {
+        const QByteArray bytes = file.read(limit);
+        if (file.error() == QFileDevice::NoError)
+            result = bytes;
+    }
+    ::close(descriptor);
+    return result;
 }
 
 std::optional<QStringList> listFolder(const QString &folder) {

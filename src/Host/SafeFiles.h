@@ -44,6 +44,10 @@ QString writeAtomically(const QString &path, const QByteArray &data, bool privat
 /// The same, throwing std::system_error with the path in its text.
 void writeAtomicallyOrThrow(const QString &path, const QByteArray &data, bool privateFile = false);
 
+/// The bytes of a small file that a program of ours wrote; none when it is missing, longer than `limit`, a link or no
+/// file at all, such as a pipe, which would hold up whoever opens it.
+std::optional<QByteArray> readSmallFile(const QString &path, qint64 limit);
+
 /// Moves a file that cannot be read aside to `{path}.corrupt-{time}`, never replacing another. Returns the new path,
 /// empty when it could not be moved.
 QString setAsideCorrupt(const QString &path);

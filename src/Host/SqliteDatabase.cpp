@@ -1,5 +1,6 @@
 #include "Host/SqliteDatabase.h"
 
+#include <cerrno>
 #include <cstring>
 #include <memory>
 
@@ -134,10 +135,14 @@ QByteArray SqliteDatabase::image() const {
 }
 
 QString SqliteDatabase::reason(sqlite3 *database, int code) {
-    QString text = QString::fromUtf8(database ? sqlite3_errmsg(database) : sqlite3_errstr(code));
-    if (const int error = database ? sqlite3_system_errno(database) : 0; error != 0 && code != SQLITE_CORRUPT)
-        text += QStringLiteral(" (%1)").arg(QString::fromLocal8Bit(std::strerror(error)));
-    return text;
+    // The system's own words where a call of it failed; SQLite forgets the number of a full disk.
+    const int kind = code & 0xff;
+    if (kind == SQLITE_FULL)
+        return qt_error_string(ENOSPC);
+    const int error = database ? sqlite3_system_errno(database) : 0;
+    if (error != 0 && (kind == SQLITE_IOERR || kind == SQLITE_CANTOPEN))
+        return qt_error_string(error);
+    return QString::fromUtf8(database ? sqlite3_errmsg(database) : sqlite3_errstr(code));
 }
 
 } // namespace ludarium

@@ -26,6 +26,7 @@ namespace {
 
 constexpr int lockAttempts = 500;
 constexpr int lockPause = 10; // milliseconds
+constexpr std::chrono::milliseconds lookInterval{300};
 
 QString reasonOf(const std::exception &error) {
     return QString::fromUtf8(error.what());
@@ -111,23 +112,29 @@ void SqliteSettingsStore::openFile(bool alone) {
     if (alone && missing && !SettingsGenerations(m_file).all().isEmpty())
         restore(QStringLiteral("it is missing or empty"));
 
-    const auto load = [this] {
-        makePrivate(m_file);
-        m_database = SettingsDatabase::open(m_file);
-        m_values.clear();
-        m_revision = 0;
-        m_dataVersion = m_database->dataVersion();
-        apply(m_database->changesSince(m_revision));
-    };
     try {
         load();
     } catch (const SqliteError &error) {
         m_database.reset();
-        if (!error.isDamage() || !alone)
+        if (!error.isDamage())
+            throw;
+        if (repair(reasonOf(error)))
+            return;
+        if (!alone)
             throw;
         restore(reasonOf(error));
         load();
     }
+}
+
+void SqliteSettingsStore::load() {
+    makePrivate(m_file);
+    m_database = SettingsDatabase::open(m_file);
+    m_values.clear();
+    m_revision = 0;
+    m_dataVersion = m_database->dataVersion();
+    apply(m_database->changesSince(m_revision));
+    m_readProblem.clear();
 }
 
 void SqliteSettingsStore::restore(const QString &damage) {
@@ -179,38 +186,52 @@ void SqliteSettingsStore::restore(const QString &damage) {
 void SqliteSettingsStore::readWithoutWriting() {
     m_values.clear();
     m_revision = 0;
-    const auto load = [this](std::unique_ptr<SettingsDatabase> database) { apply(database->changesSince(m_revision)); };
+    m_readProblem.clear();
+    const auto take = [this](std::unique_ptr<SettingsDatabase> database) {
+        m_revision = 0;
+        apply(database->changesSince(m_revision));
+    };
+    struct stat info {};
+    if (::lstat(QFile::encodeName(m_file).constData(), &info) != 0 && errno == ENOENT)
+        return; // nothing was ever stored
     try {
         const QString log = m_file + QStringLiteral("-wal");
-        if (QFileInfo(log).size() == 0) {
-            load(SettingsDatabase::openReadOnly(m_file));
-            return;
-        }
+        if (QFileInfo(log).size() == 0)
+            return take(SettingsDatabase::openReadOnly(m_file));
         // The newest values are still in the log, which SQLite cannot read without files beside it.
         const QTemporaryDir folder;
         const QString copy = folder.filePath(QStringLiteral("settings.sqlite"));
         if (QFile::copy(m_file, copy) && QFile::copy(log, copy + QStringLiteral("-wal"))) {
             QFile::setPermissions(copy, QFile::ReadOwner | QFile::WriteOwner);
             QFile::setPermissions(copy + QStringLiteral("-wal"), QFile::ReadOwner | QFile::WriteOwner);
-            load(SettingsDatabase::open(copy));
-            return;
+            return take(SettingsDatabase::open(copy));
         }
-        load(SettingsDatabase::openReadOnly(m_file));
+        m_readProblem = QStringLiteral("the newest changes are in %1, which cannot be read").arg(log);
+        take(SettingsDatabase::openReadOnly(m_file));
     } catch (const std::exception &error) {
         m_values.clear();
-        if (QFileInfo::exists(m_file))
-            Log::error(QStringLiteral("❌ The settings cannot be read: %1").arg(reasonOf(error)));
-        for (const SettingsGenerations::Generation &generation : SettingsGenerations(m_file).all()) {
-            try {
-                m_revision = 0;
-                load(SettingsDatabase::fromImage(generation.read()));
-                Log::warning(QStringLiteral("⚠️ The settings of %1 are used").arg(generation.file));
-                return;
-            } catch (const std::exception &) {
-                m_values.clear(); // an older one may be readable
-            }
+        m_readProblem = reasonOf(error);
+        Log::error(QStringLiteral("❌ The settings cannot be read: %1").arg(m_readProblem));
+        if (const auto kept = newestGeneration(m_revision))
+            apply(*kept);
+    }
+}
+
+std::optional<QHash<QString, QVariant>> SqliteSettingsStore::newestGeneration(qint64 &revision) const {
+    for (const SettingsGenerations::Generation &generation : SettingsGenerations(m_file).all()) {
+        try {
+            qint64 found = 0;
+            const SettingsDatabase::Changes values =
+                SettingsDatabase::fromImage(generation.read())->changesSince(found);
+            Log::warning(QStringLiteral("⚠️ The settings of %1 are used").arg(generation.file));
+            revision = found;
+            return values;
+        } catch (const std::exception &error) {
+            Log::error(
+                QStringLiteral("❌ The kept settings in %1 are damaged too: %2").arg(generation.file, reasonOf(error)));
         }
     }
+    return std::nullopt;
 }
 
 void SqliteSettingsStore::keepGeneration() {
@@ -230,8 +251,18 @@ void SqliteSettingsStore::watchOtherProcesses() {
     if (!QCoreApplication::instance())
         return;
     // The log exists as long as the store is open, and every write of every process goes through it.
-    m_watcher = std::make_unique<QFileSystemWatcher>(QStringList{m_file + QStringLiteral("-wal")});
-    connect(m_watcher.get(), &QFileSystemWatcher::fileChanged, this, [this] { noticeForeignChanges(); });
+    const QString log = m_file + QStringLiteral("-wal");
+    m_watcher = std::make_unique<QFileSystemWatcher>(QStringList{log});
+    m_secondLook.setSingleShot(true);
+    m_secondLook.setInterval(lookInterval);
+    m_secondLook.callOnTimeout(this, [this] { noticeForeignChanges(); });
+    connect(m_watcher.get(), &QFileSystemWatcher::fileChanged, this, [this, log] {
+        if (!m_watcher->files().contains(log))
+            m_watcher->addPath(log); // made anew
+        noticeForeignChanges();
+        // The log is written before its change can be seen, and a killed process touches nothing afterwards.
+        m_secondLook.start();
+    });
 }
 
 } // namespace ludarium

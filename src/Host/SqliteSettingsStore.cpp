@@ -3,6 +3,7 @@
 #include "Host/AppLogger.h"
 #include "Host/LogRedactor.h"
 #include "Host/SettingsDatabase.h"
+#include "Host/SettingsValues.h"
 
 #include <QFile>
 #include <QThread>
@@ -57,20 +58,29 @@ void SqliteSettingsStore::noticeForeignChanges() const {
     // change made by reading.
     auto *self = const_cast<SqliteSettingsStore *>(this);
     try {
-        const QSet<QString> changedKeys = self->loadForeignChanges();
-        if (!changedKeys.isEmpty())
-            // Not at once: the reader does not expect its own read to call anybody.
-            QMetaObject::invokeMethod(
-                self,
-                [self, changedKeys] {
-                    for (const QString &key : changedKeys)
-                        Q_EMIT self->changed(key);
-                },
-                Qt::QueuedConnection);
-    } catch (const SqliteError &error) {
+        try {
+            self->announce(self->loadForeignChanges());
+        } catch (const SqliteError &error) {
+            if (!error.isDamage() || !self->repair(QString::fromUtf8(error.what())))
+                throw;
+        }
+    } catch (const std::exception &error) {
         Log::warning(QStringLiteral("⚠️ Settings of another process could not be read: %1")
                          .arg(QString::fromUtf8(error.what())));
     }
+}
+
+void SqliteSettingsStore::announce(const QSet<QString> &changedKeys) {
+    if (changedKeys.isEmpty())
+        return;
+    // Not at once: a reader does not expect its own read to call anybody.
+    QMetaObject::invokeMethod(
+        this,
+        [this, changedKeys] {
+            for (const QString &key : changedKeys)
+                Q_EMIT changed(key);
+        },
+        Qt::QueuedConnection);
 }
 
 QSet<QString> SqliteSettingsStore::loadForeignChanges() {
@@ -85,7 +95,7 @@ QSet<QString> SqliteSettingsStore::loadForeignChanges() {
 
 void SqliteSettingsStore::apply(const QHash<QString, QVariant> &changes, QSet<QString> *changedKeys) {
     for (auto it = changes.cbegin(); it != changes.cend(); ++it) {
-        if (changedKeys && !SettingsDatabase::isSame(m_values.value(it.key()), it.value()))
+        if (changedKeys && !SettingsValues::isSame(m_values.value(it.key()), it.value()))
             changedKeys->insert(it.key());
         put(it.key(), it.value());
     }
@@ -115,10 +125,10 @@ void SqliteSettingsStore::putEntry(const QString &key, const QString &entry, con
 // --- writing -------------------------------------------------------------------------------------------------------
 
 void SqliteSettingsStore::setRawValue(const QString &key, const QVariant &value) {
-    const QVariant after = SettingsDatabase::normalised(value);
+    const QVariant after = SettingsValues::normalised(value);
     transaction([&] {
         const QVariant before = m_values.value(key);
-        if (SettingsDatabase::isSame(before, after))
+        if (SettingsValues::isSame(before, after))
             return;
         Dirty &dirty = m_dirty[key];
         if (before.typeId() == QMetaType::QVariantMap) {
@@ -136,7 +146,7 @@ void SqliteSettingsStore::setRawValue(const QString &key, const QVariant &value)
             const QVariantMap old = before.toMap();
             const QVariantMap map = after.toMap();
             for (auto it = map.cbegin(); it != map.cend(); ++it)
-                if (!SettingsDatabase::isSame(old.value(it.key()), it.value()))
+                if (!SettingsValues::isSame(old.value(it.key()), it.value()))
                     dirty.entries.insert(it.key());
         }
         m_undo.append({key, std::nullopt, before});
@@ -150,7 +160,7 @@ void SqliteSettingsStore::remove(const QString &key) {
 }
 
 void SqliteSettingsStore::setRawEntry(const QString &key, const QString &entry, const QVariant &value) {
-    const QVariant after = SettingsDatabase::normalised(value);
+    const QVariant after = SettingsValues::normalised(value);
     if (after.typeId() == QMetaType::QVariantMap)
         throw SettingsError("A map cannot hold a map");
     transaction([&] {
@@ -160,7 +170,7 @@ void SqliteSettingsStore::setRawEntry(const QString &key, const QString &entry, 
         if (isMap) {
             // Without a copy of the map, which would make the write below copy all of it.
             before = static_cast<const QVariantMap *>(stored->constData())->value(entry);
-            if (SettingsDatabase::isSame(before, after))
+            if (SettingsValues::isSame(before, after))
                 return;
             m_undo.append({key, entry, before});
         } else {
@@ -176,14 +186,37 @@ void SqliteSettingsStore::transaction(const std::function<void()> &changes) {
     Q_ASSERT(thread() == QThread::currentThread());
     if (m_depth > 0)
         return changes();
+    try {
+        try {
+            runTransaction(changes);
+        } catch (const SqliteError &error) {
+            // What SQLite refuses for a damaged file it will refuse for ever, while all reads may go well.
+            if (!error.isDamage() || !repair(QString::fromUtf8(error.what())))
+                throw;
+            runTransaction(changes);
+        }
+    } catch (const SqliteError &error) {
+        throw SettingsError(
+            QStringLiteral("The settings cannot be saved: %1").arg(QString::fromUtf8(error.what())).toStdString());
+    }
+}
+
+void SqliteSettingsStore::runTransaction(const std::function<void()> &changes) {
     beginTransaction();
     try {
         changes();
+        commitTransaction();
     } catch (...) {
         rollbackTransaction();
         throw;
     }
-    commitTransaction();
+    m_depth = 0;
+    m_dirty.clear();
+    m_undo.clear();
+    QStringList changedKeys = std::exchange(m_dirtyOrder, {});
+    changedKeys.removeDuplicates();
+    for (const QString &key : std::as_const(changedKeys))
+        Q_EMIT changed(key);
 }
 
 void SqliteSettingsStore::beginTransaction() {
@@ -194,47 +227,29 @@ void SqliteSettingsStore::beginTransaction() {
     try {
         m_database->begin();
         // What others wrote comes first, so that the changes are made to the newest values.
-        const QSet<QString> foreign = loadForeignChanges();
-        for (const QString &key : foreign)
-            QMetaObject::invokeMethod(
-                this, [this, key] { Q_EMIT changed(key); }, Qt::QueuedConnection);
-    } catch (const SqliteError &error) {
+        announce(loadForeignChanges());
+    } catch (const SqliteError &) {
         m_database->rollback();
-        throw SettingsError(
-            QStringLiteral("The settings cannot be saved: %1").arg(QString::fromUtf8(error.what())).toStdString());
+        throw;
     }
     m_depth = 1;
 }
 
 void SqliteSettingsStore::commitTransaction() {
     try {
-        try {
-            writeDirty();
-        } catch (const SqliteError &error) {
-            m_database->rollback();
-            if (error.code != SQLITE_FULL)
-                throw;
-            // The log may have grown beside a database that has room: fold it in and try once more. Not when another
-            // process has written meanwhile, as these changes were made to the values before.
-            m_database->foldLog();
-            m_database->begin();
-            if (m_database->dataVersion() != m_dataVersion)
-                throw;
-            writeDirty();
-        }
+        writeDirty();
     } catch (const SqliteError &error) {
         m_database->rollback();
-        rollbackTransaction();
-        throw SettingsError(
-            QStringLiteral("The settings cannot be saved: %1").arg(QString::fromUtf8(error.what())).toStdString());
+        if (error.code != SQLITE_FULL)
+            throw;
+        // The log may have grown beside a database that has room: fold it in and try once more. Not when another
+        // process has written meanwhile, as these changes were made to the values before.
+        m_database->foldLog();
+        m_database->begin();
+        if (m_database->dataVersion() != m_dataVersion)
+            throw;
+        writeDirty();
     }
-    m_depth = 0;
-    m_dirty.clear();
-    m_undo.clear();
-    QStringList changedKeys = std::exchange(m_dirtyOrder, {});
-    changedKeys.removeDuplicates();
-    for (const QString &key : std::as_const(changedKeys))
-        Q_EMIT changed(key);
 }
 
 void SqliteSettingsStore::writeDirty() {

@@ -5,6 +5,7 @@
 #include <QFileSystemWatcher>
 #include <QHash>
 #include <QSet>
+#include <QTimer>
 #include <memory>
 
 namespace ludarium {
@@ -15,9 +16,10 @@ class SettingsDatabase;
 /// the file at once: what another one has written is noticed at the next read, and by `changed` when the event loop
 /// runs.
 ///
-/// A damaged file is set aside and the newest readable of three kept generations takes its place; a generation is
-/// kept each time the store is opened with changes. Where the file cannot be written, its values can still be read,
-/// and each write fails with SettingsError.
+/// A damaged file is set aside and rebuilt from what can still be read of it, and for the rest from the newest readable
+/// of three kept generations; a generation is kept each time the store is opened with changes. Damage is noticed when
+/// the store is opened, by a read and by a write that SQLite refuses for it. Where the file cannot be written, its
+/// values can still be read, and each write fails with SettingsError.
 class SqliteSettingsStore : public SettingsStore {
     Q_OBJECT
   public:
@@ -39,14 +41,29 @@ class SqliteSettingsStore : public SettingsStore {
     /// What a person should know of how the store was opened: that nothing can be kept, or that it was damaged. Empty
     /// when all is well.
     QString notice() const;
+    /// What became of a store that was damaged; empty when none was.
+    QString repairNotice() const { return m_repair; }
+    /// Why the values are not those that were stored: nothing, or an older copy. Empty when the store could be read.
+    QString readProblem() const { return m_readProblem; }
+
+  Q_SIGNALS:
+    /// Damage was found after the store was opened, and mended; `repairNotice` tells.
+    void repaired();
 
   private:
     // --- opening
     void open();
     bool lock(bool alone);
     void openFile(bool alone);
-    /// Sets a damaged file aside and puts the newest readable generation, or an empty store, in its place.
+    void load();
+    /// Sets a copy of a damaged file aside and rebuilds the file in its place, so that other processes go on with it;
+    /// false when not even its tables can be found.
+    bool repair(const QString &damage);
+    /// For a file of which nothing can be read: sets it aside and puts the newest readable generation, or an empty
+    /// store, in its place.
     void restore(const QString &damage);
+    /// The values of the newest generation that can be read.
+    std::optional<QHash<QString, QVariant>> newestGeneration(qint64 &revision) const;
     void readWithoutWriting();
     void keepGeneration();
     void watchOtherProcesses();
@@ -58,9 +75,12 @@ class SqliteSettingsStore : public SettingsStore {
     /// Loads what another process has written; returns the keys that have new values.
     QSet<QString> loadForeignChanges();
     void noticeForeignChanges() const;
+    /// Tells of new values once the event loop runs.
+    void announce(const QSet<QString> &changedKeys);
     void beginTransaction();
     void commitTransaction();
     void rollbackTransaction();
+    void runTransaction(const std::function<void()> &changes);
     void writeDirty();
 
     /// What a transaction has changed of one key.
@@ -78,9 +98,11 @@ class SqliteSettingsStore : public SettingsStore {
     const QString m_file;
     QString m_problem;
     QString m_repair; ///< what became of a damaged store
+    QString m_readProblem;
     int m_lock = -1;
     std::unique_ptr<SettingsDatabase> m_database;
     std::unique_ptr<QFileSystemWatcher> m_watcher;
+    QTimer m_secondLook;
 
     QHash<QString, QVariant> m_values;
     qint64 m_revision = 0;

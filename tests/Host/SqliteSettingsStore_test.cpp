@@ -1,7 +1,7 @@
 #include "Host/SqliteSettingsStore.h"
 
 #include "Host/LogRedactor.h"
-#include "Host/SettingsDatabase.h"
+#include "Host/SettingsValues.h"
 #include "support/TestHost.h"
 
 #include <QElapsedTimer>
@@ -77,7 +77,7 @@ TEST_F(SqliteSettingsStoreTest, KeepsEveryTypeOfValueAcrossAReopening) {
     for (int round = 0; round < 2; ++round) {
         for (auto it = values.cbegin(); it != values.cend(); ++it) {
             const QVariant read = store->rawValue(QString::fromLatin1(it.key()));
-            EXPECT_TRUE(SettingsDatabase::isSame(read, it.value())) << it.key() << ", round " << round;
+            EXPECT_TRUE(SettingsValues::isSame(read, it.value())) << it.key() << ", round " << round;
         }
         EXPECT_EQ(store->keys().size(), values.size());
         reopen();

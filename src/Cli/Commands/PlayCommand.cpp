@@ -22,6 +22,7 @@
 
 #include <QCoro/QCoroFuture>
 #include <QPromise>
+#include <QScopeGuard>
 #include <nlohmann/json.hpp>
 
 namespace ludarium {
@@ -125,6 +126,11 @@ class PlayCommand : public Command {
     QCoro::Task<> play(CommandContext &context, GameLauncher &launcher, GamePtr game,
                        std::optional<GameVersionOption> version) {
         context.dialogs().startsAnyway = m_anyway;
+        QString refusal;
+        const QMetaObject::Connection refused =
+            QObject::connect(&context.appState().gameLibrary(), &GameLibrary::userDataRefused, &launcher,
+                             [&refusal](const QString &reason) { refusal = reason; });
+        const auto disconnected = qScopeGuard([refused] { QObject::disconnect(refused); });
         co_await launcher.launch(game, LaunchMode::play, version);
         if (!launcher.launchError().isEmpty())
             throw CliError(launcher.launchError());
@@ -141,9 +147,14 @@ class PlayCommand : public Command {
         if (m_wait && process)
             outcome = co_await waitForGame(context.host().processes, *process);
         // The tracker looks once a second: the play time is stored before the program leaves only when it is told.
+        QString timeRefusal;
         if (m_wait && process && !outcome.interrupted)
-            context.appState().sessionTracker().endSession();
+            timeRefusal = context.appState().sessionTracker().endSession();
         report(context, *game, process, outcome);
+        if (!timeRefusal.isEmpty())
+            throw CliError(QStringLiteral("The play time is stored at the next start, not now: %1").arg(timeRefusal));
+        if (!refusal.isEmpty())
+            throw CliError(QStringLiteral("The game was started but not counted: %1").arg(refusal));
     }
 
     void report(CommandContext &context, const Game &game, const std::optional<ProcessId> &process,

@@ -65,6 +65,8 @@ class ThumbnailsCommand : public Command {
                                .arg(count.cached + count.skipped)
                                .arg(count.total));
         print(context, count, double(timer.elapsed()) / 1000);
+        if (count.failed > 0 && count.cached == 0)
+            throw CliError(QStringLiteral("No thumbnail was saved: %1").arg(count.failure));
         co_return exitDone;
     }
 

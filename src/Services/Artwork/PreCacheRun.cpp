@@ -7,9 +7,17 @@
 
 namespace ludarium {
 
-bool PreCacheRun::processGameForCache(const Game &game, const std::stop_token &stop) {
+void PreCacheRun::processGameForCache(const Game &game, const std::stop_token &stop) {
     const std::optional<FoundImage> image = m_finder.bestListedImageURL(game, m_collectionPath, m_dirCache);
-    return image && !m_cache.contains(image->url) && m_cache.saveToDiskCacheFromSource(image->url, stop);
+    QString failure;
+    const bool made =
+        image && !m_cache.contains(image->url) && m_cache.saveToDiskCacheFromSource(image->url, stop, &failure);
+    ++(made ? m_cached : m_skipped);
+    if (failure.isEmpty())
+        return;
+    ++m_failed;
+    const QMutexLocker locker(&m_failureMutex);
+    m_failure = failure;
 }
 
 PreCacheCount PreCacheRun::run(QThreadPool &pool, int mostAtOnce, const std::stop_token &stop,
@@ -19,8 +27,7 @@ PreCacheCount PreCacheRun::run(QThreadPool &pool, int mostAtOnce, const std::sto
         if (begun)
             begun();
         for (qsizetype i = m_next++; i < m_games.size() && !stop.stop_requested(); i = m_next++) {
-            const bool made = processGameForCache(*m_games[i], stop);
-            ++(made ? m_cached : m_skipped);
+            processGameForCache(*m_games[i], stop);
             if (advanced)
                 advanced();
         }
@@ -40,7 +47,8 @@ PreCacheCount PreCacheRun::run(QThreadPool &pool, int mostAtOnce, const std::sto
 }
 
 PreCacheCount PreCacheRun::count() const {
-    return {m_cached, m_skipped, int(m_games.size()), false};
+    const QMutexLocker locker(&m_failureMutex);
+    return {m_cached, m_skipped, int(m_games.size()), false, m_failed, m_failure};
 }
 
 } // namespace ludarium

@@ -3,6 +3,7 @@
 #include "Models/Game.h"
 #include "Services/Artwork/ArtworkFinder.h"
 
+#include <QMutex>
 #include <atomic>
 #include <functional>
 #include <stop_token>
@@ -19,6 +20,8 @@ struct PreCacheCount {
     int skipped = 0; ///< games that have one, or no picture
     int total = 0;
     bool stopped = false;
+    int failed = 0;       ///< of the skipped ones: games whose picture could not be copied
+    QString failure = {}; ///< why the last of them could not
 };
 
 /// Copies the pictures of many games to the local disk, several at a time. `run` blocks the thread that it is called
@@ -36,8 +39,8 @@ class PreCacheRun {
     PreCacheCount count() const;
 
   private:
-    /// Whether a copy was made.
-    bool processGameForCache(const Game &game, const std::stop_token &stop);
+    /// Makes the copy of a game's picture, and counts what came of it.
+    void processGameForCache(const Game &game, const std::stop_token &stop);
 
     ArtworkFinder &m_finder;
     const ThumbnailDiskCache &m_cache;
@@ -47,6 +50,9 @@ class PreCacheRun {
     std::atomic<qsizetype> m_next = 0;
     std::atomic<int> m_cached = 0;
     std::atomic<int> m_skipped = 0;
+    std::atomic<int> m_failed = 0;
+    mutable QMutex m_failureMutex;
+    QString m_failure;
 };
 
 } // namespace ludarium

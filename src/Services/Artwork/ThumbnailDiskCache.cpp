@@ -86,16 +86,22 @@ Bitmap ThumbnailDiskCache::loadFromDiskCache(const QString &path, int longestSid
     }
 }
 
-bool ThumbnailDiskCache::saveToDiskCacheFromSource(const QString &path, const std::stop_token &stop) const {
+bool ThumbnailDiskCache::saveToDiskCacheFromSource(const QString &path, const std::stop_token &stop,
+                                                   QString *failure) const {
     if (!freshFile(path).isNull())
         return false;
+    const auto fail = [failure](const QString &what) {
+        logFailure(what);
+        if (failure)
+            *failure = what;
+    };
     Bitmap image;
     try {
         image = decodeImageFile(path, diskCacheMaxDimension, stop);
     } catch (const ImageError &error) {
-        logFailure((error.kind() == ImageError::Case::unreadable ? QStringLiteral("cannot read source %1")
-                                                                 : QStringLiteral("cannot generate thumbnail for %1"))
-                       .arg(nameOf(path)));
+        fail((error.kind() == ImageError::Case::unreadable ? QStringLiteral("cannot read source %1")
+                                                           : QStringLiteral("cannot generate thumbnail for %1"))
+                 .arg(nameOf(path)));
         return false;
     }
     if (image.isNull() || stop.stop_requested())
@@ -104,7 +110,7 @@ bool ThumbnailDiskCache::saveToDiskCacheFromSource(const QString &path, const st
     try {
         data = encodeJpeg(image, jpegQuality);
     } catch (const ImageError &) {
-        logFailure(QStringLiteral("JPEG conversion failed for %1").arg(nameOf(path)));
+        fail(QStringLiteral("JPEG conversion failed for %1").arg(nameOf(path)));
         return false;
     }
     const QString target = diskCacheURL(path);
@@ -112,7 +118,7 @@ bool ThumbnailDiskCache::saveToDiskCacheFromSource(const QString &path, const st
     if (!problem.isEmpty() && !QFileInfo::exists(m_directory) && QDir().mkpath(m_directory))
         problem = writeWhole(m_directory, target, data);
     if (!problem.isEmpty())
-        logFailure(QStringLiteral("write error for %1: %2").arg(nameOf(path), problem));
+        fail(QStringLiteral("write error for %1: %2").arg(nameOf(path), problem));
     return problem.isEmpty();
 }
 

@@ -29,9 +29,10 @@ class ThumbnailDiskCache {
     bool contains(const QString &path) const;
     /// The copy made `longestSide` pixels long or shorter; null when there is none.
     Bitmap loadFromDiskCache(const QString &path, int longestSide, const std::stop_token &stop = {}) const;
-    /// Makes the copy unless there is one that is not older than the picture; says whether it made one. Failures go to
-    /// the log.
-    bool saveToDiskCacheFromSource(const QString &path, const std::stop_token &stop = {}) const;
+    /// Makes the copy unless there is one that is not older than the picture; says whether it made one.
+    /// Failures go to the log, and to `failure` too.
+    bool saveToDiskCacheFromSource(const QString &path, const std::stop_token &stop = {},
+                                   QString *failure = nullptr) const;
 
     /// Bytes of all copies.
     qint64 diskCacheSize() const;

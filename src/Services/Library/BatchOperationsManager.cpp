@@ -20,6 +20,9 @@ using namespace Qt::StringLiterals;
 using Status = BatchOperationStatus;
 using Outcome = BatchOperationsManager::Outcome;
 
+/// Games of one write of the store; few enough that a run can be cancelled soon.
+constexpr qsizetype writtenTogether = 1000;
+
 bool isThere(const QString &path) {
     const QFileInfo info(path);
     return info.exists() || info.isSymLink();
@@ -31,6 +34,18 @@ QString uninstallProblem(const Game &game, const QString &collection) {
     if (folder.isEmpty() || !isThere(folder))
         return u"Game folder not found at %1"_s.arg(folder.isEmpty() ? game.configurationPath : folder);
     return BatchFiles::removeFolder(folder, collection);
+}
+
+bool isFavoriteOperation(BatchOperationType type) {
+    return type == BatchOperationType::addToFavorites || type == BatchOperationType::removeFromFavorites;
+}
+
+Outcome favoriteOutcome(bool favorite, bool changed, const QString &refusal) {
+    if (!changed)
+        return {Status::skipped, favorite ? u"Already a favorite"_s : u"Not a favorite"_s};
+    if (!refusal.isEmpty())
+        return {Status::failed, refusal};
+    return {Status::completed, favorite ? u"Added to favorites"_s : u"Removed from favorites"_s};
 }
 
 Outcome verified(const Game &game, const QString &collection) {
@@ -152,6 +167,8 @@ QCoro::Task<> BatchOperationsManager::runOperation() {
     const QPointer<BatchOperationsManager> self(this);
     const BatchOperationType type = m_currentOperation->type;
     const qsizetype count = m_currentOperation->results.size();
+    // Where nobody watches the games go by, many are written at once: each write of the store is flushed to disk.
+    const bool together = m_pause.count() == 0 && m_library && isFavoriteOperation(type);
     for (qsizetype i = 0; i < count; ++i) {
         if (i > 0) {
             co_await m_host.clock.sleep(m_pause);
@@ -160,6 +177,10 @@ QCoro::Task<> BatchOperationsManager::runOperation() {
         }
         if (!m_isRunning)
             co_return;
+        if (together) {
+            i = setFavoritesTogether(i) - 1;
+            continue;
+        }
         // The library may have lost the game meanwhile.
         const GamePtr game = m_library ? m_library->game(m_currentOperation->results[i].gameId) : GamePtr();
         if (!game)
@@ -171,6 +192,27 @@ QCoro::Task<> BatchOperationsManager::runOperation() {
         m_currentOperation->progress = double(i + 1) / double(count);
         publishResult(i, outcome);
     }
+}
+
+qsizetype BatchOperationsManager::setFavoritesTogether(qsizetype place) {
+    const bool favorite = m_currentOperation->type == BatchOperationType::addToFavorites;
+    const qsizetype end = std::min(place + writtenTogether, m_currentOperation->results.size());
+    QStringList changing;
+    for (qsizetype i = place; i < end; ++i) {
+        const QString &id = m_currentOperation->results[i].gameId;
+        if (const GamePtr game = m_library->game(id); game && game->isFavorite != favorite)
+            changing.append(id);
+    }
+    const QString refusal = changing.isEmpty() ? QString() : m_library->setFavorites(changing, favorite);
+    const QSet<QString> changed(changing.cbegin(), changing.cend());
+    // What is published as done is on disk.
+    for (qsizetype i = place; i < end; ++i) {
+        const QString id = m_currentOperation->results[i].gameId;
+        m_currentOperation->progress = double(i + 1) / double(m_currentOperation->results.size());
+        if (m_library->game(id))
+            publishResult(i, favoriteOutcome(favorite, changed.contains(id), refusal));
+    }
+    return end;
 }
 
 void BatchOperationsManager::publishResult(qsizetype place, const Outcome &outcome) {
@@ -260,11 +302,8 @@ QCoro::Task<Outcome> BatchOperationsManager::uninstall(GamePtr game, QString col
 }
 
 Outcome BatchOperationsManager::setFavorite(const Game &game, bool favorite) {
-    if (game.isFavorite == favorite)
-        return {Status::skipped, favorite ? u"Already a favorite"_s : u"Not a favorite"_s};
-    if (const QString refusal = m_library->setFavorites({game.id}, favorite); !refusal.isEmpty())
-        return {Status::failed, refusal};
-    return {Status::completed, favorite ? u"Added to favorites"_s : u"Removed from favorites"_s};
+    const bool changes = game.isFavorite != favorite;
+    return favoriteOutcome(favorite, changes, changes ? m_library->setFavorites({game.id}, favorite) : QString());
 }
 
 QCoro::Task<Outcome> BatchOperationsManager::exportMetadata(GamePtr game) {

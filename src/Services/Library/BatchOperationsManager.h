@@ -76,6 +76,8 @@ class BatchOperationsManager : public QObject {
     QStringList selectionInOrder() const;
     BatchOperation newOperation(BatchOperationType type, const QStringList &ids) const;
     QCoro::Task<> runOperation();
+    /// The favourites of the games from `place` on, as many as are written together; the place behind them.
+    qsizetype setFavoritesTogether(qsizetype place);
     void publishResult(qsizetype place, const Outcome &outcome);
     void setRunning(bool running);
     QCoro::Task<Outcome> install(GamePtr game, QString collection);

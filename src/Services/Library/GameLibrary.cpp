@@ -107,6 +107,14 @@ void GameLibrary::refreshFromUserData(const QStringList &ids) {
 }
 
 void GameLibrary::refreshAllFromUserData() {
+    const UserData::Values &values = m_userData.values();
+    Log::debug(QStringLiteral("🔄 Took over what another program changed: %1 favorites, %2 games played, %3 notes, %4 "
+                              "ratings, %5 with progress")
+                   .arg(values.favorites.size())
+                   .arg(values.playCounts.size())
+                   .arg(values.notes.size())
+                   .arg(values.ratings.size())
+                   .arg(values.progress.size()));
     GameList games = m_games;
     for (GamePtr &game : games)
         if (m_userData.values().differsFrom(*game)) {

@@ -3,14 +3,18 @@
 #include "Host/AppLogger.h"
 #include "Host/Async.h"
 #include "Host/Clock.h"
+#include "Host/FileLock.h"
 #include "Host/Host.h"
 #include "Host/ProcessTable.h"
 #include "Services/Library/PlayStatistics.h"
 
 #include <QCoreApplication>
 #include <QPointer>
+#include <csignal>
 
 namespace ludarium {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -42,118 +46,193 @@ const QStringList &PlaySessionTracker::emulatorProcessNames() {
 }
 
 PlaySessionTracker::PlaySessionTracker(Host &host, QObject *parent)
-    : QObject(parent), m_host(host), m_running(std::make_unique<RunningGames>(host.processes, host.paths.state())),
-      m_journal(host.paths.state() + QStringLiteral("/session.json")) {
+    : QObject(parent), m_host(host), m_running(std::make_unique<RunningGames>(host.processes, host.paths.state())) {
     connect(m_running.get(), &RunningGames::changed, this, &PlaySessionTracker::runningChanged);
     m_timer.setInterval(tick);
-    connect(&m_timer, &QTimer::timeout, this, [this] {
-        m_duration = elapsed();
-        Q_EMIT durationChanged();
-        if (m_duration - m_entry.seconds >= journalInterval)
-            writeJournal();
-    });
+    connect(&m_timer, &QTimer::timeout, this, &PlaySessionTracker::everySecond);
 }
 
 PlaySessionTracker::~PlaySessionTracker() = default;
 
+void PlaySessionTracker::everySecond() {
+    for (const SessionPtr &session : std::as_const(m_sessions))
+        if (!session->entry.isClosed && elapsed(*session) - session->entry.seconds >= journalInterval)
+            writeJournal(*session);
+    if (!m_current)
+        return;
+    m_duration = elapsed(*m_current);
+    Q_EMIT durationChanged();
+}
+
 bool PlaySessionTracker::isRunningNow(const QString &gameId) const {
     m_running->look();
-    return m_running->contains(gameId);
+    return isRunning(gameId);
 }
 
-double PlaySessionTracker::elapsed() const {
-    return m_secondsBefore + std::chrono::duration<double>(m_host.clock.monotonic() - m_startedAt).count();
+/// Of a game whose journal could not be written its own session tells.
+bool PlaySessionTracker::isMeasured(const QString &gameId) const {
+    return std::any_of(m_sessions.cbegin(), m_sessions.cend(),
+                       [&](const SessionPtr &session) { return session->entry.gameId == gameId && runs(*session); });
 }
 
-void PlaySessionTracker::writeJournal() {
-    m_entry.seconds = elapsed();
-    m_journal.write(m_entry);
+bool PlaySessionTracker::runs(const Session &session) const {
+    return session.entry.process && m_host.processes.isRunning(*session.entry.process);
 }
 
-void PlaySessionTracker::open(GamePtr game, const SessionJournal::Entry &entry) {
-    m_entry = entry;
-    m_secondsBefore = entry.seconds;
-    m_startedAt = m_host.clock.monotonic();
-    m_duration = entry.seconds;
-    m_game = std::move(game);
-    ++m_session;
+double PlaySessionTracker::elapsed(const Session &session) const {
+    return session.secondsBefore + std::chrono::duration<double>(m_host.clock.monotonic() - session.startedAt).count();
+}
+
+void PlaySessionTracker::writeJournal(Session &session) {
+    session.entry.seconds = elapsed(session);
+    session.journal.write(session.entry);
+}
+
+void PlaySessionTracker::open(const SessionPtr &session, bool isCurrent) {
+    session->secondsBefore = session->entry.seconds;
+    session->startedAt = m_host.clock.monotonic();
+    m_sessions.append(session);
     m_timer.start();
-    Q_EMIT sessionChanged();
-    spawn(monitor(m_session, entry.process), "watching the emulator");
+    if (isCurrent) {
+        m_current = session;
+        m_duration = session->entry.seconds;
+        Q_EMIT sessionChanged();
+    }
+    m_running->look();
+    spawn(monitor(session), "watching the emulator");
 }
 
 void PlaySessionTracker::startSession(GamePtr game, std::optional<ProcessId> process) {
     endSession();
-    Log::info(QStringLiteral("🎮 PlaySessionTracker: Starting session for %1").arg(game->title));
-    const SessionJournal::Entry entry{game->id, game->title, m_host.clock.now(), 0, process, thisProgram()};
-    m_journal = SessionJournal::of(entry.owner, m_host.paths.state());
-    m_journal.write(entry);
-    open(std::move(game), entry);
+    Log::info(u"🎮 PlaySessionTracker: Starting session for %1"_s.arg(game->title));
+    auto session = std::make_shared<Session>();
+    session->entry = {.gameId = game->id,
+                      .title = game->title,
+                      .startedAt = m_host.clock.now(),
+                      .process = process,
+                      .owner = thisProgram(),
+                      .startedSinceBoot = SessionJournal::secondsSinceBoot()};
+    session->game = std::move(game);
+    session->journal = SessionJournal::create(session->entry.owner, m_host.paths.state());
+    session->journal.write(session->entry);
+    open(session, true);
 }
 
-void PlaySessionTracker::endSession() {
-    if (!m_game)
+QString PlaySessionTracker::endSession() {
+    return m_current ? close(m_current) : QString();
+}
+
+/// Takes a session off the list, whatever becomes of its journal.
+void PlaySessionTracker::leave(SessionPtr session) {
+    m_sessions.removeOne(session);
+    if (m_sessions.isEmpty())
+        m_timer.stop();
+    if (m_current != session)
         return;
-    const double seconds = elapsed();
-    const GamePtr game = std::exchange(m_game, nullptr);
-    Log::info(QStringLiteral("🎮 PlaySessionTracker: Session ended for %1 - Duration: %2")
-                  .arg(game->title, formatSessionDuration(seconds)));
-    m_timer.stop();
+    m_current.reset();
     m_duration = 0;
-    // The journal goes last: what is reported twice after a crash in between is better than what is lost.
-    if (onSessionEnded)
-        onSessionEnded(game->id, seconds);
-    m_journal.clear();
-    if (reportSession)
-        reportSession(game, static_cast<int>(seconds / 60.0), m_entry.startedAt);
     Q_EMIT sessionChanged();
 }
 
-void PlaySessionTracker::suspend() {
-    if (!m_game || !m_entry.process || !m_host.processes.isRunning(*m_entry.process)) {
-        endSession();
-        return;
+QString PlaySessionTracker::close(SessionPtr session) {
+    const double seconds = elapsed(*session);
+    SessionJournal::Entry &entry = session->entry;
+    Log::info(u"🎮 PlaySessionTracker: Session ended for %1 - Duration: %2"_s.arg(entry.title,
+                                                                                 formatSessionDuration(seconds)));
+    // The journal goes last: what is reported twice after a crash in between is better than what is lost.
+    const QString refusal = onSessionEnded ? onSessionEnded(entry.gameId, seconds) : QString();
+    if (!refusal.isEmpty()) {
+        entry.seconds = seconds;
+        entry.owner = {}; // for whoever comes next
+        session->journal.write(entry);
+        Log::error(u"❌ The play time of %1 is kept in its journal: %2"_s.arg(entry.title, refusal));
+        leave(session);
+    } else if (runs(*session)) {
+        // Its time is told, but nobody shall start it once more.
+        entry.isClosed = true;
+        session->journal.write(entry);
+        m_current.reset();
+        m_duration = 0;
+        Q_EMIT sessionChanged();
+    } else {
+        session->journal.clear();
+        leave(session);
     }
-    writeJournal();
-    m_timer.stop();
-    m_game = nullptr;
+    if (reportSession && session->game)
+        reportSession(session->game, static_cast<int>(seconds / 60.0), entry.startedAt);
+    m_running->look();
+    return refusal;
+}
+
+void PlaySessionTracker::suspend() {
+    const QList<SessionPtr> sessions = m_sessions;
+    for (const SessionPtr &session : sessions) {
+        if (!runs(*session)) {
+            if (session->entry.isClosed)
+                session->journal.clear();
+            else
+                close(session);
+        } else if (!session->entry.isClosed) {
+            session->entry.owner = {};
+            writeJournal(*session);
+            if (startKeeper)
+                startKeeper(session->journal.file());
+        }
+        leave(session);
+    }
 }
 
 void PlaySessionTracker::recover(const std::function<GamePtr(const QString &)> &find) {
-    if (m_game)
-        return;
-    for (const SessionJournal &journal : SessionJournal::inFolder(m_host.paths.state())) {
-        const std::optional<SessionJournal::Entry> left = journal.read();
-        if (!left || m_host.processes.isRunning(left->owner))
-            continue;
-        SessionJournal::Entry entry = *left;
-        const GamePtr game = find(entry.gameId);
-        if (entry.process && m_host.processes.isRunning(*entry.process)) {
-            if (!game)
-                continue; // a game of another collection, which will find it
-            // The game has been running all the while, also while nobody measured it.
-            const double sinceStart = static_cast<double>(entry.startedAt.msecsTo(m_host.clock.now())) / 1000;
-            entry.seconds = std::max(entry.seconds, sinceStart);
-            if (!m_game) {
-                entry.owner = thisProgram();
-                m_journal = journal;
-                m_journal.write(entry);
-                Log::info(QStringLiteral("🎮 PlaySessionTracker: Going on with the session for %1").arg(entry.title));
-                open(game, entry);
-                continue;
-            }
-        }
-        Log::info(QStringLiteral("🎮 PlaySessionTracker: Session ended for %1 - Duration: %2")
-                      .arg(entry.title, formatSessionDuration(entry.seconds)));
-        if (onSessionEnded)
-            onSessionEnded(entry.gameId, entry.seconds);
-        journal.clear();
-    }
+    const FileLock lock(SessionJournal::lockFile(m_host.paths.state()));
+    for (const SessionJournal &journal : SessionJournal::inFolder(m_host.paths.state()))
+        takeUp(journal, find);
+    m_running->look();
 }
 
-QCoro::Task<> PlaySessionTracker::monitor(quint64 session, std::optional<ProcessId> process) {
+void PlaySessionTracker::takeUp(const SessionJournal &journal, const std::function<GamePtr(const QString &)> &find) {
+    const std::optional<SessionJournal::Entry> left = journal.read();
+    if (!left)
+        return;
+    const bool isOwned = left->owner.pid != 0 && m_host.processes.isRunning(left->owner);
+    const bool runs = left->process && m_host.processes.isRunning(*left->process);
+    if (left->isClosed) {
+        if (!runs)
+            journal.clear();
+        return;
+    }
+    if (isOwned && !(left->isKept && m_takesOver && runs))
+        return;
+    SessionJournal::Entry entry = *left;
+    if (!runs) {
+        Log::info(u"🎮 PlaySessionTracker: Session ended for %1 - Duration: %2"_s.arg(
+            entry.title, formatSessionDuration(entry.seconds)));
+        if (!onSessionEnded || onSessionEnded(entry.gameId, entry.seconds).isEmpty())
+            journal.clear();
+        return;
+    }
+    const GamePtr game = find(entry.gameId);
+    if (!m_takesOver || !game)
+        return; // a game of another collection, which will find it
+    // The game has been running all the while, also while nobody measured it.
+    entry.seconds = entry.secondsUntilNow();
+    const ProcessId keeper = std::exchange(entry.owner, thisProgram());
+    entry.isKept = false;
+    if (!journal.write(entry))
+        return;
+    if (isOwned)
+        ::kill(static_cast<pid_t>(keeper.pid), SIGTERM); // it has nothing more to do
+    Log::info(u"🎮 PlaySessionTracker: Going on with the session for %1"_s.arg(entry.title));
+    auto session = std::make_shared<Session>();
+    session->journal = journal;
+    session->entry = entry;
+    session->game = game;
+    open(session, m_current == nullptr);
+}
+
+QCoro::Task<> PlaySessionTracker::monitor(SessionPtr session) {
     const QPointer<PlaySessionTracker> self(this);
     Clock &clock = m_host.clock;
+    std::optional<ProcessId> process = session->entry.process;
     if (!process) {
         co_await clock.sleep(firstLook);
         for (int round = 0; round < searchRounds && !process; ++round) {
@@ -167,22 +246,30 @@ QCoro::Task<> PlaySessionTracker::monitor(quint64 session, std::optional<Process
             co_return;
         if (!process) {
             // The session stays open until the next one begins or the program quits.
-            Log::warning(QStringLiteral("🎮 PlaySessionTracker: No emulator process found after 30s"));
+            Log::warning(u"🎮 PlaySessionTracker: No emulator process found after 30s"_s);
             co_return;
         }
-        m_entry.process = process;
-        writeJournal();
+        session->entry.process = process;
+        writeJournal(*session);
+        m_running->look();
         Q_EMIT sessionChanged();
     }
-    Log::info(QStringLiteral("🎮 PlaySessionTracker: Found emulator process (PID: %1)").arg(process->pid));
+    Log::info(u"🎮 PlaySessionTracker: Found emulator process (PID: %1)"_s.arg(process->pid));
     while (m_host.processes.isRunning(*process)) {
         co_await clock.sleep(tick);
         if (!self || !isOpen(session))
             co_return;
     }
-    Log::info(QStringLiteral("🎮 PlaySessionTracker: Emulator process (PID: %1) has exited").arg(process->pid));
-    if (isOpen(session))
-        endSession();
+    Log::info(u"🎮 PlaySessionTracker: Emulator process (PID: %1) has exited"_s.arg(process->pid));
+    if (!isOpen(session))
+        co_return;
+    if (!session->entry.isClosed) {
+        close(session);
+        co_return;
+    }
+    session->journal.clear();
+    leave(session);
+    m_running->look();
 }
 
 std::optional<qint64> PlaySessionTracker::emulatorInListing(const QByteArray &psOutput) {

@@ -15,9 +15,9 @@ namespace ludarium {
 
 struct Host;
 
-/// Measures how long a game runs. It watches the process that the launcher started; where there is none to watch it
-/// looks for a known emulator among the machine's processes. An open session is journalled, so that a crash or a quit
-/// loses little of it. Main thread only.
+/// Measures how long games run. It watches the process that the launcher started; where there is none to watch it
+/// looks for a known emulator among the machine's processes. Open sessions are journalled, so that a crash or a quit
+/// loses little of them. Main thread only.
 class PlaySessionTracker : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool isTracking READ isTracking NOTIFY sessionChanged)
@@ -26,36 +26,42 @@ class PlaySessionTracker : public QObject {
     explicit PlaySessionTracker(Host &host, QObject *parent = nullptr);
     ~PlaySessionTracker() override;
 
-    /// Opens a session, closing one that is open. `process` is what the launcher started, when it can be watched.
+    /// Opens a session, closing the one before. `process` is what the launcher started, when it can be watched.
     void startSession(GamePtr game, std::optional<ProcessId> process);
-    /// Closes the open session and reports it; nothing without one. Called when the process has gone, by the next
-    /// `startSession` and at quit.
-    void endSession();
+    /// Closes the current session and reports it; nothing without one. Called when the process has gone, by the next
+    /// `startSession` and at quit. Returns why its time could not be stored, empty when it was; then the journal stays,
+    /// and the next start stores it.
+    QString endSession();
 
-    /// For the end of the program: leaves the journal of a session whose game still runs to the next start, which goes
-    /// on with it or reports it; closes any other session.
+    /// For the end of the program: leaves the journals of sessions whose game still runs to a keeper, or else to the
+    /// next start, and closes any other session.
     void suspend();
 
     /// Takes up the sessions that programs which have ended left open: one whose game still runs goes on, any other is
     /// reported with the time that its journal holds. Call once the library has its games; `find` gives a game by id.
     /// A game that still runs and is not in the library is left to whoever has its collection.
     void recover(const std::function<GamePtr(const QString &id)> &find);
+    /// Whether `recover` goes on with games that run, and takes them over from their keepers: a window does, a command
+    /// that ends at once does not.
+    void setTakingOver(bool takes) { m_takesOver = takes; }
 
     /// Called with each closed session; every length counts. A session of a game that is not in the library comes
-    /// with its id alone.
-    std::function<void(const QString &gameId, double seconds)> onSessionEnded;
+    /// with its id alone. Returns why the time could not be stored, empty when it was.
+    std::function<QString(const QString &gameId, double seconds)> onSessionEnded;
     /// Reports a closed session to a community service, when there is one.
     std::function<void(GamePtr game, int minutes, QDateTime startedAt)> reportSession;
+    /// Starts a small program that stays until the game of a journal has ended and stores its time; when there is one.
+    std::function<void(const QString &journalFile)> startKeeper;
 
-    bool isTracking() const { return m_game != nullptr; }
-    GamePtr currentGame() const { return m_game; }
+    bool isTracking() const { return m_current != nullptr; }
+    GamePtr currentGame() const { return m_current ? m_current->game : GamePtr(); }
     /// Whether the end of the game will be noticed.
-    bool isWatching() const { return m_game && m_entry.process; }
+    bool isWatching() const { return m_current && m_current->entry.process; }
     double currentSessionDuration() const { return m_duration; } ///< seconds, refreshed once a second
 
     /// Whether a process of the game exists, whichever of our programs started it; a change comes with
     /// `runningChanged` within a second. Cheap enough for every row of a list.
-    bool isRunning(const QString &gameId) const { return m_running->contains(gameId); }
+    bool isRunning(const QString &gameId) const { return m_running->contains(gameId) || isMeasured(gameId); }
     /// The same, looked up at this moment, for who is about to start the game.
     bool isRunningNow(const QString &gameId) const;
     /// How long the game's process has existed; 0 without one.
@@ -72,21 +78,35 @@ class PlaySessionTracker : public QObject {
     void runningChanged();
 
   private:
-    QCoro::Task<> monitor(quint64 session, std::optional<ProcessId> process);
+    /// A game that runs. Those that are not the current one were taken over beside it, or go on after their time was
+    /// stored.
+    struct Session {
+        SessionJournal journal;
+        SessionJournal::Entry entry;
+        GamePtr game;
+        std::chrono::nanoseconds startedAt{0};
+        double secondsBefore = 0; ///< that an earlier program measured
+    };
+    using SessionPtr = std::shared_ptr<Session>;
+
+    QCoro::Task<> monitor(SessionPtr session);
     QCoro::Task<std::optional<ProcessId>> findEmulatorProcess();
-    void open(GamePtr game, const SessionJournal::Entry &entry);
-    void writeJournal();
-    double elapsed() const;
-    bool isOpen(quint64 session) const { return m_game && m_session == session; }
+    void open(const SessionPtr &session, bool isCurrent);
+    QString close(SessionPtr session);
+    void leave(SessionPtr session);
+    void takeUp(const SessionJournal &journal, const std::function<GamePtr(const QString &id)> &find);
+    void writeJournal(Session &session);
+    void everySecond();
+    double elapsed(const Session &session) const;
+    bool runs(const Session &session) const;
+    bool isMeasured(const QString &gameId) const;
+    bool isOpen(const SessionPtr &session) const { return m_sessions.contains(session); }
 
     Host &m_host;
     std::unique_ptr<RunningGames> m_running;
-    SessionJournal m_journal;
-    SessionJournal::Entry m_entry;
-    GamePtr m_game;
-    quint64 m_session = 0; ///< counts sessions, so that a monitor knows when its own is over
-    std::chrono::nanoseconds m_startedAt{0};
-    double m_secondsBefore = 0; ///< of a session that an earlier run began
+    QList<SessionPtr> m_sessions;
+    SessionPtr m_current;
+    bool m_takesOver = true;
     double m_duration = 0;
     QTimer m_timer;
 };

@@ -1,7 +1,9 @@
 #include "Services/Library/PlaySessionTracker.h"
 
 #include "GameFactory.h"
+#include "Host/ProcessTable.h"
 #include "Host/SafeFiles.h"
+#include "support/Mount.h"
 #include "support/TestHost.h"
 
 #include <QCoreApplication>
@@ -11,6 +13,7 @@
 #include <QFile>
 #include <csignal>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace ludarium::test {
 
@@ -46,11 +49,15 @@ class PlaySessionTrackerTest : public testing::Test {
                  host.host().workspace,    host.host().dialogs,  host.host().terminal,  clock,
                  host.host().notifications};
     QList<std::pair<QString, double>> ended;
+    QString refusal;
     GamePtr game = makeGame(QStringLiteral("g"), QStringLiteral("Fjord Raiders"));
 
     std::unique_ptr<PlaySessionTracker> makeTracker() {
         auto tracker = std::make_unique<PlaySessionTracker>(machine);
-        tracker->onSessionEnded = [this](const QString &id, double seconds) { ended.append({id, seconds}); };
+        tracker->onSessionEnded = [this](const QString &id, double seconds) {
+            ended.append({id, seconds});
+            return refusal;
+        };
         return tracker;
     }
     ProcessId start(const QByteArray &seconds) {
@@ -61,6 +68,8 @@ class PlaySessionTrackerTest : public testing::Test {
     }
     QString journalFile() { return host.host().paths.state() + QStringLiteral("/session.json"); }
     SessionJournal journal() { return SessionJournal(journalFile()); }
+    QList<SessionJournal> journals() { return SessionJournal::inFolder(host.host().paths.state()); }
+    static void end(const ProcessId &process) { ::kill(static_cast<pid_t>(process.pid), SIGKILL); }
     GamePtr find(const QString &id) { return id == game->id ? game : GamePtr(); }
 };
 
@@ -90,14 +99,14 @@ TEST_F(PlaySessionTrackerTest, ClosesTheSessionOfAnEmulatorThatEndsAtOnce) {
     EXPECT_TRUE(eventually([&] { return !tracker->isTracking(); }));
     ASSERT_EQ(ended.size(), 1);
     EXPECT_EQ(ended[0].first, QStringLiteral("g"));
-    EXPECT_FALSE(QFile::exists(journalFile()));
+    EXPECT_TRUE(journals().isEmpty());
 }
 
 TEST_F(PlaySessionTrackerTest, MeasuresByTheMonotonicClockUntilTheNextGameStarts) {
     const auto tracker = makeTracker();
     const ProcessId process = start("60");
     tracker->startSession(game, process);
-    EXPECT_TRUE(journal().read());
+    EXPECT_EQ(journals().size(), 1);
     const double before = std::chrono::duration<double>(clock.elapsed).count();
     clock.current = clock.current.addDays(-3); // somebody set the clock
     clock.advance(std::chrono::seconds(59));
@@ -108,7 +117,14 @@ TEST_F(PlaySessionTrackerTest, MeasuresByTheMonotonicClockUntilTheNextGameStarts
     EXPECT_EQ(tracker->currentGame()->id, QStringLiteral("h"));
     tracker->endSession();
     EXPECT_EQ(ended.size(), 2);
-    ::kill(static_cast<pid_t>(process.pid), SIGTERM);
+    // The time of the first is told, and yet it runs: no other program may start it again, and none counts it twice.
+    EXPECT_TRUE(makeTracker()->isRunningNow(game->id));
+    tracker->suspend();
+    end(process);
+    await(host.host().processes.waitForEmulator(process));
+    makeTracker()->recover([&](const QString &id) { return find(id); });
+    EXPECT_EQ(ended.size(), 2);
+    EXPECT_TRUE(journals().isEmpty());
 }
 
 TEST_F(PlaySessionTrackerTest, JournalsAnOpenSessionEveryHalfMinute) {
@@ -197,23 +213,110 @@ TEST_F(PlaySessionTrackerTest, LeavesARunningGameOfAnotherCollectionToThatOne) {
 TEST_F(PlaySessionTrackerTest, HandsARunningGameOverToTheNextStart) {
     const ProcessId process = start("60");
     auto tracker = makeTracker();
+    QStringList kept;
+    tracker->startKeeper = [&](const QString &file) { kept.append(file); };
     tracker->startSession(game, process);
     clock.advance(std::chrono::seconds(40));
     tracker->suspend();
     tracker.reset();
     EXPECT_TRUE(ended.isEmpty());
-    SessionJournal::Entry entry = *journal().read();
-    EXPECT_EQ(entry.seconds, 40);
-    entry.owner = {999'999'999, 1}; // the program has ended
-    journal().write(entry);
-    clock.advance(std::chrono::seconds(20));
+    ASSERT_EQ(kept.size(), 1);
+    EXPECT_EQ(SessionJournal(kept[0]).read()->seconds, 40);
+    clock.current = clock.current.addYears(1);
+    const auto command = makeTracker();
+    command->setTakingOver(false);
+    command->recover([&](const QString &id) { return find(id); });
+    EXPECT_FALSE(command->isTracking()) << "a command leaves a game that runs alone";
     const auto next = makeTracker();
     next->recover([&](const QString &id) { return find(id); });
     EXPECT_TRUE(next->isTracking());
-    ::kill(static_cast<pid_t>(process.pid), SIGTERM);
+    end(process);
     EXPECT_TRUE(eventually([&] { return !next->isTracking(); }));
     ASSERT_EQ(ended.size(), 1);
-    EXPECT_EQ(ended[0].second, 60);
+    EXPECT_NEAR(ended[0].second, 40, 5) << "whatever the clock on the wall says";
+}
+
+TEST_F(PlaySessionTrackerTest, MeasuresAcrossProgramsByTheMachinesClock) {
+    const qint64 old = processStartTime(1).value();
+    const double age = secondsSinceProcessStart(old);
+    ASSERT_GT(age, 100);
+    SessionJournal::Entry entry{game->id, game->title, clock.now().addYears(-1), 7, ProcessId{1, old}, {}};
+    EXPECT_NEAR(entry.secondsUntilNow(), age, 2) << "of an older version, by the process's own start";
+    entry.startedSinceBoot = SessionJournal::secondsSinceBoot() - 50;
+    EXPECT_NEAR(entry.secondsUntilNow(), 50, 2);
+    entry.startedSinceBoot = -1e9;
+    EXPECT_NEAR(entry.secondsUntilNow(), age, 2) << "no longer than its process";
+    entry.startedSinceBoot = 1e18;
+    EXPECT_EQ(entry.secondsUntilNow(), 7) << "and no shorter than what was measured";
+}
+
+TEST_F(PlaySessionTrackerTest, GoesOnWithEveryGameThatRuns) {
+    const GamePtr other = makeGame(QStringLiteral("h"), QStringLiteral("Other"));
+    const QList<ProcessId> processes{start("60"), start("60")};
+    journal().write({game->id, game->title, clock.now(), 1, processes[0], {}});
+    SessionJournal(host.host().paths.state() + QStringLiteral("/session-2.json"))
+        .write({other->id, other->title, clock.now(), 2, processes[1], {}});
+    const auto tracker = makeTracker();
+    tracker->recover([&](const QString &id) { return id == other->id ? other : find(id); });
+    EXPECT_TRUE(ended.isEmpty());
+    EXPECT_TRUE(tracker->isRunning(game->id) && tracker->isRunning(other->id));
+    for (const ProcessId &process : processes)
+        end(process);
+    EXPECT_TRUE(eventually([&] { return ended.size() == 2; }));
+    EXPECT_TRUE(journals().isEmpty());
+}
+
+TEST_F(PlaySessionTrackerTest, KeepsTheJournalOfATimeThatCouldNotBeStored) {
+    const ProcessId process = start("0");
+    await(host.host().processes.waitForEmulator(process));
+    {
+        const auto tracker = makeTracker();
+        refusal = QStringLiteral("No space left on device");
+        tracker->startSession(game, std::nullopt);
+        clock.advance(std::chrono::seconds(90));
+        EXPECT_EQ(tracker->endSession(), refusal);
+        tracker->suspend();
+    }
+    makeTracker()->recover([&](const QString &id) { return find(id); });
+    ASSERT_EQ(journals().size(), 1) << "still refused";
+    refusal.clear();
+    ended.clear();
+    makeTracker()->recover([&](const QString &id) { return find(id); });
+    EXPECT_EQ(ended, (QList<std::pair<QString, double>>{{game->id, 90}}));
+    EXPECT_TRUE(journals().isEmpty());
+}
+
+TEST_F(PlaySessionTrackerTest, IsHeldUpByNothingThatOnlyLooksLikeAJournal) {
+    const QString folder = host.host().paths.state();
+    QDir().mkpath(folder + QStringLiteral("/session-folder.json"));
+    ASSERT_EQ(::mkfifo(QFile::encodeName(journalFile()).constData(), 0600), 0);
+    QFile::link(journalFile(), folder + QStringLiteral("/session-link.json"));
+    const auto tracker = makeTracker();
+    tracker->recover([&](const QString &id) { return find(id); });
+    EXPECT_FALSE(tracker->isRunningNow(game->id));
+    tracker->startSession(game, start("60"));
+    EXPECT_TRUE(tracker->isRunningNow(game->id));
+    const QStringList files = QDir(folder).entryList({QStringLiteral("session-*-1.json")}, QDir::Files);
+    ASSERT_EQ(files.size(), 1);
+    EXPECT_EQ(QFile::permissions(folder + u'/' + files[0]) & (QFile::ReadGroup | QFile::ReadOther),
+              QFile::Permissions());
+}
+
+TEST_F(PlaySessionTrackerTest, JournalsOnADiskThatIsFull) {
+    const QString folder = host.scratch() + QStringLiteral("/small");
+    const Mount disk = Mount::memory(folder, QStringLiteral("64k"));
+    if (!disk.ok())
+        GTEST_SKIP() << disk.reason().toStdString();
+    const SessionJournal small(folder + QStringLiteral("/session.json"));
+    SessionJournal::Entry entry{game->id, game->title, clock.now(), 1, std::nullopt, {}};
+    ASSERT_TRUE(small.write(entry));
+    QFile filler(folder + QStringLiteral("/filler"));
+    ASSERT_TRUE(filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    while (filler.write(QByteArray(1024, 'x')) > 0) {
+    }
+    entry.seconds = 123.5;
+    EXPECT_TRUE(small.write(entry));
+    EXPECT_EQ(small.read()->seconds, 123.5);
 }
 
 TEST_F(PlaySessionTrackerTest, SetsAJournalAsideThatItCannotRead) {
