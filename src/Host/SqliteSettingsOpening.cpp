@@ -26,7 +26,7 @@ namespace {
 
 constexpr int lockAttempts = 500;
 constexpr int lockPause = 10; // milliseconds
-constexpr std::chrono::milliseconds lookInterval{300};
+constexpr std::chrono::milliseconds lookInterval{700};
 
 QString reasonOf(const std::exception &error) {
     return QString::fromUtf8(error.what());
@@ -253,15 +253,14 @@ void SqliteSettingsStore::watchOtherProcesses() {
     // The log exists as long as the store is open, and every write of every process goes through it.
     const QString log = m_file + QStringLiteral("-wal");
     m_watcher = std::make_unique<QFileSystemWatcher>(QStringList{log});
-    m_secondLook.setSingleShot(true);
-    m_secondLook.setInterval(lookInterval);
-    m_secondLook.callOnTimeout(this, [this] { noticeForeignChanges(); });
+    // The log is written before its change can be seen, a killed process touches nothing afterwards, and some file
+    // systems tell of nothing at all. Asking whether anything has changed costs microseconds.
+    m_look.callOnTimeout(this, [this] { noticeForeignChanges(); });
+    m_look.start(lookInterval);
     connect(m_watcher.get(), &QFileSystemWatcher::fileChanged, this, [this, log] {
         if (!m_watcher->files().contains(log))
             m_watcher->addPath(log); // made anew
         noticeForeignChanges();
-        // The log is written before its change can be seen, and a killed process touches nothing afterwards.
-        m_secondLook.start();
     });
 }
 

@@ -102,7 +102,7 @@ class SqliteSettingsStore : public SettingsStore {
     int m_lock = -1;
     std::unique_ptr<SettingsDatabase> m_database;
     std::unique_ptr<QFileSystemWatcher> m_watcher;
-    QTimer m_secondLook;
+    QTimer m_look;
 
     QHash<QString, QVariant> m_values;
     qint64 m_revision = 0;
