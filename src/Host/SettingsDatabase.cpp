@@ -16,8 +16,8 @@ namespace {
 
 constexpr qint64 schemaVersion = 2;
 
-/// How long a write waits for the one of another process.
-constexpr int busyTimeout = 5000;
+/// How long a write waits for those of other processes: a dozen at once on a slow disk take seconds.
+constexpr int busyTimeout = 20'000;
 
 constexpr char tables[] = "CREATE TABLE value(key TEXT PRIMARY KEY NOT NULL, revision INTEGER NOT NULL,"
                           "                   type INTEGER NOT NULL, value, sum INTEGER) WITHOUT ROWID;"

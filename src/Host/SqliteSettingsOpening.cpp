@@ -24,7 +24,7 @@ namespace ludarium {
 
 namespace {
 
-constexpr int lockAttempts = 500;
+constexpr int lockAttempts = 2000;
 constexpr int lockPause = 10; // milliseconds
 constexpr std::chrono::milliseconds lookInterval{700};
 
