@@ -229,6 +229,28 @@ TEST_F(Cli, PlansALaunchAndWritesNothing) {
     EXPECT_FALSE(QFile::exists(collection.file(QStringLiteral("eXo/eXoDOS/writer/RAN.TXT"))));
 }
 
+TEST_F(Cli, StartsNoGameWhoseProgramIsMissingUnlessToldTo) {
+    if (!hasDosbox())
+        GTEST_SKIP() << "no dosbox on this machine";
+    const QString conf = collection.file(QStringLiteral("eXo/eXoDOS/!dos/writer/dosbox.conf"));
+    QDir(collection.file(QStringLiteral("eXo/eXoDOS/writer"))).removeRecursively();
+    ASSERT_TRUE(QDir().mkpath(collection.file(QStringLiteral("eXo/eXoDOS/writer/DATA"))));
+    QFile file(conf);
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(conf).path()) && file.open(QIODevice::WriteOnly));
+    file.write("[autoexec]\nmount c .\\eXoDOS\\writer\nc:\nlost.exe\nexit\n");
+    file.close();
+    const QStringList play{QStringLiteral("play"), QStringLiteral("Writer")};
+    const CliResult refused = run(play);
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_EQ(refused.errorLines(), 1) << refused.errors.toStdString();
+    EXPECT_TRUE(refused.errors.toLower().contains("lost.exe is not in c:\\writer")) << refused.errors.toStdString();
+    const QJsonObject proof = json(run(play + QStringList{QStringLiteral("--dry-run"), QStringLiteral("--json")}))
+                                  .value(QStringLiteral("proof"))
+                                  .toObject();
+    EXPECT_EQ(proof.value(QStringLiteral("verdict")).toString(), QStringLiteral("missing"));
+    EXPECT_EQ(run(play + QStringList{QStringLiteral("--wait"), QStringLiteral("--anyway")}).status, 0);
+}
+
 TEST_F(Cli, PlaysAGameAndWaitsForItsEnd) {
     if (!hasDosbox())
         GTEST_SKIP() << "no dosbox on this machine";

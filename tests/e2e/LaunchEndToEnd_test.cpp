@@ -54,8 +54,8 @@ class LaunchEndToEnd : public testing::Test {
         return game;
     }
 
-    void play() {
-        await(launcher.launch(game()));
+    void play(GamePtr played = game()) {
+        await(launcher.launch(std::move(played)));
         const std::optional<ProcessId> process = launcher.lastProcess();
         if (!process)
             return;
@@ -109,6 +109,17 @@ TEST_F(LaunchEndToEnd, RunsAGameWhoseConfigurationIsAmongTheScripts) {
     EXPECT_EQ(traces(), "RAN");
 }
 
+TEST_F(LaunchEndToEnd, RunsAGameWhoseRecordSpellsItsFoldersOtherwise) {
+    collection.put(collection.script() + u"/dosbox.conf"_s,
+                   "[autoexec]\ncd ..\nmount c .\\eXoDOS\\game\nc:\ngame.com\nexit\n");
+    Game other = *game();
+    other.title = u"Video Poker with Soundtrack"_s;
+    other.configurationPath = u"exo\\EXODOS\\!DOS\\game\\game.bat"_s;
+    play(std::make_shared<const Game>(other));
+    EXPECT_EQ(launcher.launchError(), QString());
+    EXPECT_EQ(traces(), "RAN");
+}
+
 TEST_F(LaunchEndToEnd, PlansWithoutStartingAnything) {
     collection.put(u"dosbox.conf"_s, "[autoexec]\nmount c .\nc:\ngame.com\nexit\n");
     const LaunchPlan plan = await(launcher.plan(game()));
@@ -125,6 +136,12 @@ TEST_F(LaunchEndToEnd, SaysWhatIsMissingAndStartsNothing) {
     ASSERT_TRUE(QDir(collection.game()).removeRecursively());
     play();
     EXPECT_EQ(launcher.launchError(), u"File not found: Game is not installed. Please install it first."_s);
+    const QTemporaryDir elsewhere;
+    collection.put(elsewhere.path() + u"/game.com"_s);
+    ASSERT_TRUE(QFile::link(elsewhere.path(), collection.game()));
+    play();
+    EXPECT_EQ(launcher.launchError(), u"File not found: Game is not installed. Please install it first."_s)
+        << "a link out of the collection is no game's folder";
     ASSERT_TRUE(QDir(collection.script()).removeRecursively());
     play();
     EXPECT_EQ(launcher.launchError(), u"File not found: "_s + collection.script());

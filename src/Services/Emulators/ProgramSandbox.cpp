@@ -3,8 +3,8 @@
 #include "Host/AppLogger.h"
 #include "Host/Host.h"
 #include "Host/HostPaths.h"
-#include "Host/ProcessRunner.h"
 #include "Host/SafeFiles.h"
+#include "Services/Emulators/ToolVersion.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -110,28 +110,19 @@ bool sandboxSees(const ProgramSandbox &sandbox, const QByteArray &permissions, c
                                                          : snapSees(permissions, folder, home);
 }
 
-QCoro::Task<QString> whySandboxDoesNotSee(const Host *host, ProgramSandbox sandbox, QString folder) {
+QCoro::Task<QString> whySandboxDoesNotSee(Host *host, ProgramSandbox sandbox, QString folder) {
     const bool isFlatpak = sandbox.kind == ProgramSandbox::Kind::flatpak;
-    ProcessSpec spec;
-    spec.program = host->paths.which(isFlatpak ? u"flatpak"_s : u"snap"_s);
-    spec.arguments = isFlatpak ? QStringList{u"info"_s, u"--show-permissions"_s, sandbox.id}
-                               : QStringList{u"connections"_s, sandbox.id};
-    spec.environment = host->paths.childEnvironment();
-    spec.environment->insert(u"LC_ALL"_s, u"C"_s);
-    ProcessResult answer;
-    try {
-        if (spec.program.isEmpty())
-            throw ProcessError("its tool is not there");
-        answer = co_await host->processes.run(spec);
-    } catch (const ProcessError &error) {
-        answer.standardError = error.what();
-    }
-    if (!answer.succeeded()) {
-        Log::warning(u"⚠️ What %1 may see is not known: %2"_s.arg(
-            sandbox.id, QString::fromUtf8(answer.standardError).trimmed()));
+    const QString tool = host->paths.which(isFlatpak ? u"flatpak"_s : u"snap"_s);
+    const QStringList question = isFlatpak ? QStringList{u"info"_s, u"--show-permissions"_s, sandbox.id}
+                                           : QStringList{u"connections"_s, sandbox.id};
+    QString answer;
+    if (!tool.isEmpty())
+        answer = co_await toolOutput(*host, tool, question);
+    if (!answer.contains(isFlatpak ? u"[Context]"_s : sandbox.id + u':')) {
+        Log::warning(u"⚠️ What %1 may see is not known: %2"_s.arg(sandbox.id, answer.trimmed()));
         co_return QString();
     }
-    const QByteArray permissions = answer.standardOutput;
+    const QByteArray permissions = answer.toUtf8();
     const QString real = QFileInfo(folder).canonicalFilePath();
     const QString home = host->paths.home();
     if (sandboxSees(sandbox, permissions, folder, home) &&

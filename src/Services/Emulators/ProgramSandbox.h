@@ -30,6 +30,6 @@ bool sandboxSees(const ProgramSandbox &sandbox, const QByteArray &permissions, c
 
 /// Asks the sandbox's tool. Says why the program cannot see the folder and how that is changed; empty when it can, and
 /// when the tool does not answer.
-QCoro::Task<QString> whySandboxDoesNotSee(const Host *host, ProgramSandbox sandbox, QString folder);
+QCoro::Task<QString> whySandboxDoesNotSee(Host *host, ProgramSandbox sandbox, QString folder);
 
 } // namespace ludarium
