@@ -4,6 +4,7 @@
 #include "Host/Async.h"
 #include "Host/Clock.h"
 #include "Host/Host.h"
+#include "Models/PlayTime.h"
 #include "Services/Library/GameLibrary.h"
 
 #include <QLocale>

@@ -1,5 +1,6 @@
 #include "Models/Game.h"
 #include "Models/Platform.h"
+#include "Models/PlayTime.h"
 #include "Models/RecordDecoder.h"
 #include "Models/RecordEncoder.h"
 
@@ -182,6 +183,15 @@ TEST(StoredEnumerations, ReadOnlyWhatTheyWrite) {
     EXPECT_FALSE(emulatorTypeFromText(text("Staging")));
     EXPECT_EQ(gameProgressFromNumber(4), GameProgress::mastered);
     EXPECT_FALSE(gameProgressFromNumber(5) || gameProgressFromNumber(-1) || gameProgressFromNumber(1LL << 32));
+}
+
+TEST(PlayTimes, AreCutToWholeUnits) {
+    EXPECT_EQ(formatPlayTime(59.9), text("0m"));
+    EXPECT_EQ(formatPlayTime(3599), text("59m"));
+    EXPECT_EQ(formatPlayTime(3661), text("1h 1m"));
+    EXPECT_EQ(formatSessionDuration(59.9), text("59s"));
+    EXPECT_EQ(formatSessionDuration(61), text("1m 1s"));
+    EXPECT_EQ(formatSessionDuration(3661), text("1h 1m 1s"));
 }
 
 } // namespace

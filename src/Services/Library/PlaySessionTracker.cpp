@@ -6,7 +6,7 @@
 #include "Host/FileLock.h"
 #include "Host/Host.h"
 #include "Host/ProcessTable.h"
-#include "Services/Library/PlayStatistics.h"
+#include "Models/PlayTime.h"
 
 #include <QCoreApplication>
 #include <QPointer>

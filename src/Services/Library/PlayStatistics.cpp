@@ -86,20 +86,4 @@ PlayStatistics PlayStatistics::compute(const GameList &games, const QDateTime &n
     return result;
 }
 
-QString formatPlayTime(double seconds) {
-    const qint64 whole = static_cast<qint64>(seconds);
-    if (whole < 3600)
-        return QStringLiteral("%1m").arg(whole / 60);
-    return QStringLiteral("%1h %2m").arg(whole / 3600).arg(whole % 3600 / 60);
-}
-
-QString formatSessionDuration(double seconds) {
-    const qint64 whole = static_cast<qint64>(seconds);
-    if (whole < 60)
-        return QStringLiteral("%1s").arg(whole);
-    if (whole < 3600)
-        return QStringLiteral("%1m %2s").arg(whole / 60).arg(whole % 60);
-    return QStringLiteral("%1h %2m %3s").arg(whole / 3600).arg(whole % 3600 / 60).arg(whole % 60);
-}
-
 } // namespace ludarium

@@ -45,9 +45,4 @@ struct PlayStatistics {
     static PlayStatistics compute(const GameList &games, const QDateTime &now);
 };
 
-/// "{m}m" below an hour, else "{h}h {m}m".
-QString formatPlayTime(double seconds);
-/// "{s}s", "{m}m {s}s" or "{h}h {m}m {s}s".
-QString formatSessionDuration(double seconds);
-
 } // namespace ludarium

@@ -86,13 +86,4 @@ TEST(PlayStatistics, CountStreaksInCalendarDaysAcrossDaylightSaving) {
     EXPECT_EQ(utc.playHistory.first().hours, 1);
 }
 
-TEST(PlayDurations, AreWrittenInWholeUnits) {
-    EXPECT_EQ(formatPlayTime(59.9), QStringLiteral("0m"));
-    EXPECT_EQ(formatPlayTime(3599), QStringLiteral("59m"));
-    EXPECT_EQ(formatPlayTime(3661), QStringLiteral("1h 1m"));
-    EXPECT_EQ(formatSessionDuration(59.9), QStringLiteral("59s"));
-    EXPECT_EQ(formatSessionDuration(61), QStringLiteral("1m 1s"));
-    EXPECT_EQ(formatSessionDuration(3661), QStringLiteral("1h 1m 1s"));
-}
-
 } // namespace ludarium::test
