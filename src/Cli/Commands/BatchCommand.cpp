@@ -5,17 +5,15 @@
 #include "Cli/CommandOptions.h"
 #include "Cli/Commands/Commands.h"
 #include "Cli/GameChoice.h"
-#include "Cli/JsonText.h"
+#include "Cli/JsonRecords.h"
 #include "Cli/Output.h"
+#include "Cli/Question.h"
 #include "Cli/TerminalText.h"
-#include "Host/Async.h"
 #include "Host/InterruptWatch.h"
 #include "Services/Library/BatchOperationsManager.h"
 #include "Services/Library/GameLibrary.h"
 
-#include <QFile>
 #include <nlohmann/json.hpp>
-#include <unistd.h>
 
 namespace ludarium {
 
@@ -32,12 +30,6 @@ QString kebab(const QString &name) {
     return text;
 }
 
-/// The first line of standard input, trimmed. Blocks until it is there.
-QByteArray readAnswer() {
-    QFile input;
-    return input.open(STDIN_FILENO, QIODevice::ReadOnly) ? input.readLine(1024).trimmed() : QByteArray();
-}
-
 class BatchCommand : public Command {
   public:
     const char *name() const override { return "batch"; }
@@ -52,6 +44,8 @@ class BatchCommand : public Command {
         options.flag("--installed", m_installed, "Every game that is installed");
         options.flag("--not-installed", m_notInstalled, "Every game that is not installed");
         options.flag("--yes", m_yes, "Uninstall without asking");
+        options.flag("--without-archive", m_withoutArchive,
+                     "Uninstall also games that no archive can bring back: they are gone for good");
         options.exclusive("--all", "--installed");
         options.exclusive("--all", "--not-installed");
         options.exclusive("--installed", "--not-installed");
@@ -62,6 +56,8 @@ class BatchCommand : public Command {
         if (m_games.isEmpty() != (m_all || m_installed || m_notInstalled))
             throw CliError(QStringLiteral("Name games, or use one of --all, --installed and --not-installed."),
                            exitWrongUsage);
+        if (m_withoutArchive && type != BatchOperationType::uninstall)
+            throw CliError(QStringLiteral("--without-archive belongs to uninstall."), exitWrongUsage);
         GameLibrary *library = co_await context.loadLibrary();
         // A full load has looked at the disk; the cache may be behind it.
         if (library->loadedFromCache())
@@ -70,6 +66,8 @@ class BatchCommand : public Command {
         choose(context, *library, manager);
         if (type == BatchOperationType::uninstall && !m_yes)
             co_await confirm(context, manager.selectedGameIds().size());
+        using OnlyCopies = BatchOperationsManager::OnlyCopies;
+        const OnlyCopies onlyCopies = m_withoutArchive ? OnlyCopies::remove : OnlyCopies::keep;
         // There is no window to be kept live.
         manager.setPause(std::chrono::milliseconds(0));
 
@@ -80,7 +78,7 @@ class BatchCommand : public Command {
             &manager, &BatchOperationsManager::currentOperationChanged, &manager, [&context, &manager, &told] {
                 printProgress(context.json() ? context.errors() : context.output(), *manager.currentOperation(), told);
             });
-        co_await manager.execute(type);
+        co_await manager.execute(type, {}, onlyCopies);
         QObject::disconnect(progress);
         const BatchOperation &operation = *manager.currentOperation();
         report(context, operation);
@@ -114,14 +112,12 @@ class BatchCommand : public Command {
             manager.selectAll(m_all ? library.games() : games);
     }
 
-    static QCoro::Task<> confirm(CommandContext &context, qsizetype count) {
-        context.errors().write(QStringLiteral("Remove the files of %1 from the disk? [y/N] ")
-                                   .arg(count == 1 ? QStringLiteral("1 game") : QStringLiteral("%1 games").arg(count))
-                                   .toUtf8());
-        context.errors().flush();
-        auto read = readAnswer;
-        const QByteArray answer = (co_await runOnPool(read)).toLower();
-        if (answer != "y" && answer != "yes")
+    QCoro::Task<> confirm(CommandContext &context, qsizetype count) {
+        QString question = QStringLiteral("Remove the files of %1 from the disk?")
+                               .arg(count == 1 ? QStringLiteral("1 game") : QStringLiteral("%1 games").arg(count));
+        if (m_withoutArchive)
+            question += QStringLiteral(" Nothing can bring back what has no archive.");
+        if (!co_await askYesNo(context, question))
             throw CliError(QStringLiteral("Nothing was uninstalled."));
     }
 
@@ -145,10 +141,10 @@ class BatchCommand : public Command {
         if (context.json()) {
             Json document = jsonDocument();
             addText(document, "operation", batchOperationName(operation.type));
-            document["completed"] = operation.successCount();
-            document["failed"] = operation.failureCount();
-            document["skipped"] = skipped;
-            document["pending"] = pending;
+            document["completedCount"] = operation.successCount();
+            document["failedCount"] = operation.failureCount();
+            document["skippedCount"] = skipped;
+            document["pendingCount"] = pending;
             document["results"] = Json::array();
             for (const BatchOperationResult &result : operation.results) {
                 Json entry;
@@ -177,6 +173,7 @@ class BatchCommand : public Command {
     bool m_installed = false;
     bool m_notInstalled = false;
     bool m_yes = false;
+    bool m_withoutArchive = false;
 };
 
 } // namespace

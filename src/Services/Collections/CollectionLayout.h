@@ -13,6 +13,9 @@ inline constexpr QLatin1StringView util{"eXo/util"};                   ///< tool
 inline constexpr QLatin1StringView aria{"eXo/util/aria"};              ///< torrents and download indexes
 inline constexpr QLatin1StringView dosboxTools{"eXo/emulators/dosbox"};
 
+/// In a lite collection, an archive up to this size only holds the place of one.
+inline constexpr qint64 maxPlaceholderSize = 10'239;
+
 /// Mapping files that come out of the archives of `util`.
 inline constexpr QLatin1StringView mappingFiles[]{QLatin1StringView("dosbox.txt"), QLatin1StringView("scummvm.txt"),
                                                   QLatin1StringView("appleIIGS.txt")};

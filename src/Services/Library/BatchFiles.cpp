@@ -26,6 +26,11 @@ bool isYear(const QString &name) {
     return name.size() == 4 && std::all_of(name.cbegin(), name.cend(), [](QChar c) { return c >= u'0' && c <= u'9'; });
 }
 
+bool leadsOut(const QString &folder, const QString &collection) {
+    return QFileInfo(folder).isSymLink() &&
+           !QFileInfo(folder).canonicalFilePath().startsWith(QFileInfo(collection).canonicalFilePath() + u'/');
+}
+
 } // namespace
 
 QString removableFolder(const Game &game, const QString &collection) {
@@ -34,7 +39,7 @@ QString removableFolder(const Game &game, const QString &collection) {
         return {};
     const QString folder = GameFolders::dataFolder(game, collection);
     const QString name = folder.sliced(folder.lastIndexOf(u'/') + 1);
-    if (!isDeletableName(name))
+    if (!isDeletableName(name) || leadsOut(folder, collection))
         return {};
     // The set of Windows 9x games keeps them in a folder for each year, which is what the path of such a game names
     // first.

@@ -8,7 +8,7 @@
 namespace ludarium::BatchFiles {
 
 /// The folder of an installed game, which can be removed to uninstall it; empty for a game that has none of its own,
-/// such as a book or a ROM, or whose folder is one that other games share.
+/// such as a book or a ROM, or whose folder is one that other games share or a link out of the collection.
 QString removableFolder(const Game &game, const QString &collection);
 /// Removes such a folder. Returns why it could not, empty on success.
 QString removeFolder(const QString &folder, const QString &collection);

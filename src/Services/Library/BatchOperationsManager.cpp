@@ -6,6 +6,7 @@
 #include "Host/Host.h"
 #include "Host/SafeFiles.h"
 #include "Models/Platform.h"
+#include "Services/Collections/GameArchive.h"
 #include "Services/Library/BatchFiles.h"
 #include "Services/Library/GameLibrary.h"
 
@@ -19,6 +20,7 @@ namespace {
 using namespace Qt::StringLiterals;
 using Status = BatchOperationStatus;
 using Outcome = BatchOperationsManager::Outcome;
+using OnlyCopies = BatchOperationsManager::OnlyCopies;
 
 /// Games of one write of the store; few enough that a run can be cancelled soon.
 constexpr qsizetype writtenTogether = 1000;
@@ -28,12 +30,20 @@ bool isThere(const QString &path) {
     return info.exists() || info.isSymLink();
 }
 
-/// Empty when the game was uninstalled.
-QString uninstallProblem(const Game &game, const QString &collection) {
+Outcome uninstalled(const Game &game, const QString &collection, OnlyCopies onlyCopies) {
     const QString folder = BatchFiles::removableFolder(game, collection);
     if (folder.isEmpty() || !isThere(folder))
-        return u"Game folder not found at %1"_s.arg(folder.isEmpty() ? game.configurationPath : folder);
-    return BatchFiles::removeFolder(folder, collection);
+        return {Status::failed,
+                u"Game folder not found at %1"_s.arg(folder.isEmpty() ? game.configurationPath : folder)};
+    if (onlyCopies == OnlyCopies::keep) {
+        // Looked at as late as can be: what was there when the user was asked may be gone.
+        const GameArchive::Proof proof = GameArchive::proofOfCopy(game, folder, collection);
+        if (!proof.problem.isEmpty())
+            return {Status::skipped, u"Kept, as it is the only copy: %1"_s.arg(proof.problem)};
+    }
+    const QString problem = BatchFiles::removeFolder(folder, collection);
+    return problem.isEmpty() ? Outcome{Status::completed, u"Uninstalled successfully"_s}
+                             : Outcome{Status::failed, problem};
 }
 
 bool isFavoriteOperation(BatchOperationType type) {
@@ -130,7 +140,7 @@ BatchOperation BatchOperationsManager::newOperation(BatchOperationType type, con
     return operation;
 }
 
-QCoro::Task<> BatchOperationsManager::execute(BatchOperationType type, QStringList ids) {
+QCoro::Task<> BatchOperationsManager::execute(BatchOperationType type, QStringList ids, OnlyCopies onlyCopies) {
     const QPointer<BatchOperationsManager> self(this);
     while (m_isWorking) {
         if (m_isRunning) {
@@ -145,7 +155,7 @@ QCoro::Task<> BatchOperationsManager::execute(BatchOperationType type, QStringLi
     m_currentOperation = newOperation(type, ids.isEmpty() ? selectionInOrder() : ids);
     setRunning(true);
     Q_EMIT currentOperationChanged();
-    co_await runOperation();
+    co_await runOperation(onlyCopies);
     if (!self)
         co_return;
 
@@ -163,7 +173,7 @@ QCoro::Task<> BatchOperationsManager::execute(BatchOperationType type, QStringLi
     Q_EMIT runEnded();
 }
 
-QCoro::Task<> BatchOperationsManager::runOperation() {
+QCoro::Task<> BatchOperationsManager::runOperation(OnlyCopies onlyCopies) {
     const QPointer<BatchOperationsManager> self(this);
     const BatchOperationType type = m_currentOperation->type;
     const qsizetype count = m_currentOperation->results.size();
@@ -186,7 +196,7 @@ QCoro::Task<> BatchOperationsManager::runOperation() {
         if (!game)
             continue;
         publishResult(i, {Status::inProgress, {}});
-        const Outcome outcome = co_await executeOperation(type, game);
+        const Outcome outcome = co_await executeOperation(type, game, onlyCopies);
         if (!self)
             co_return;
         m_currentOperation->progress = double(i + 1) / double(count);
@@ -233,7 +243,8 @@ void BatchOperationsManager::cancelOperation() {
 
 // --- One game
 
-QCoro::Task<Outcome> BatchOperationsManager::executeOperation(BatchOperationType type, GamePtr game) {
+QCoro::Task<Outcome> BatchOperationsManager::executeOperation(BatchOperationType type, GamePtr game,
+                                                              OnlyCopies onlyCopies) {
     const QString collection = m_library ? m_library->collectionURL() : QString();
     const bool changesFiles = type == BatchOperationType::install || type == BatchOperationType::uninstall;
     const bool needsInstalled = type == BatchOperationType::uninstall || type == BatchOperationType::verifyFiles;
@@ -256,7 +267,7 @@ QCoro::Task<Outcome> BatchOperationsManager::executeOperation(BatchOperationType
             outcome = co_await install(game, collection);
             break;
         case BatchOperationType::uninstall:
-            outcome = co_await uninstall(game, collection);
+            outcome = co_await uninstall(game, collection, onlyCopies);
             break;
         case BatchOperationType::addToFavorites:
             outcome = setFavorite(*game, true);
@@ -290,15 +301,13 @@ QCoro::Task<Outcome> BatchOperationsManager::install(GamePtr game, QString colle
     co_return Outcome{Status::completed, u"Installed successfully"_s};
 }
 
-QCoro::Task<Outcome> BatchOperationsManager::uninstall(GamePtr game, QString collection) {
+QCoro::Task<Outcome> BatchOperationsManager::uninstall(GamePtr game, QString collection, OnlyCopies onlyCopies) {
     const QPointer<GameLibrary> library(m_library);
-    auto work = [=] { return uninstallProblem(*game, collection); };
-    const QString problem = co_await runOnPool(work);
-    if (!problem.isEmpty())
-        co_return Outcome{Status::failed, problem};
-    if (library && library->collectionURL() == collection)
+    auto work = [=] { return uninstalled(*game, collection, onlyCopies); };
+    const Outcome outcome = co_await runOnPool(work);
+    if (outcome.status == Status::completed && library && library->collectionURL() == collection)
         co_await library->markGameInstalled(game->id, false);
-    co_return Outcome{Status::completed, u"Uninstalled successfully"_s};
+    co_return outcome;
 }
 
 Outcome BatchOperationsManager::setFavorite(const Game &game, bool favorite) {

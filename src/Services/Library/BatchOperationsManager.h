@@ -30,6 +30,9 @@ class BatchOperationsManager : public QObject {
         bool operator==(const Outcome &) const = default;
     };
 
+    /// What uninstalling does with a game that no archive can bring back. Removing is for a user who was told so.
+    enum class OnlyCopies { keep, remove };
+
     static constexpr qsizetype historySize = 10;
 
     explicit BatchOperationsManager(Host &host, QObject *parent = nullptr);
@@ -56,12 +59,13 @@ class BatchOperationsManager : public QObject {
     /// Runs on these games in their order; without any, on the selected ones in the library's order. Refused while
     /// another run is under way; behind a cancelled one it waits for the game that is still being worked on. Never
     /// throws.
-    QCoro::Task<> execute(BatchOperationType type, QStringList ids = {});
+    QCoro::Task<> execute(BatchOperationType type, QStringList ids = {}, OnlyCopies onlyCopies = OnlyCopies::keep);
     /// No further game is begun. The one under way ends and keeps its result; the rest stay pending.
     void cancelOperation();
 
     /// What a run does for one game.
-    QCoro::Task<Outcome> executeOperation(BatchOperationType type, GamePtr game);
+    QCoro::Task<Outcome> executeOperation(BatchOperationType type, GamePtr game,
+                                          OnlyCopies onlyCopies = OnlyCopies::keep);
 
   Q_SIGNALS:
     void isRunningChanged();
@@ -75,13 +79,13 @@ class BatchOperationsManager : public QObject {
     void select(const std::function<bool(const Game &)> &test);
     QStringList selectionInOrder() const;
     BatchOperation newOperation(BatchOperationType type, const QStringList &ids) const;
-    QCoro::Task<> runOperation();
+    QCoro::Task<> runOperation(OnlyCopies onlyCopies);
     /// The favourites of the games from `place` on, as many as are written together; the place behind them.
     qsizetype setFavoritesTogether(qsizetype place);
     void publishResult(qsizetype place, const Outcome &outcome);
     void setRunning(bool running);
     QCoro::Task<Outcome> install(GamePtr game, QString collection);
-    QCoro::Task<Outcome> uninstall(GamePtr game, QString collection);
+    QCoro::Task<Outcome> uninstall(GamePtr game, QString collection, OnlyCopies onlyCopies);
     Outcome setFavorite(const Game &game, bool favorite);
     QCoro::Task<Outcome> exportMetadata(GamePtr game);
     QCoro::Task<Outcome> verifyFiles(GamePtr game, QString collection);

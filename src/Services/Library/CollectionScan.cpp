@@ -1,5 +1,7 @@
 #include "Services/Library/CollectionScan.h"
 
+#include "Services/Collections/CollectionLayout.h"
+
 #include <QFile>
 #include <algorithm>
 #include <dirent.h>
@@ -67,7 +69,7 @@ class Directory {
         struct stat information {};
         if (::fstatat(::dirfd(m_stream), entry->d_name, &information, 0) != 0)
             return true;
-        return S_ISREG(information.st_mode) && information.st_size <= maxPlaceholderSize;
+        return S_ISREG(information.st_mode) && information.st_size <= CollectionLayout::maxPlaceholderSize;
     }
 
   private:

@@ -12,9 +12,6 @@ namespace ludarium {
 /// two of them.
 QStringList normalizeArticleVariants(const QString &name);
 
-/// In a lite collection, an archive up to this size only holds the place of one.
-inline constexpr qint64 maxPlaceholderSize = 10'239;
-
 /// The names of installed games and of archives in a collection, in the form of `assignNameKey`, from one listing a
 /// directory. File sizes are asked for only in a lite collection and only of archives, so the cost is that of listing,
 /// on a network drive too.

@@ -4,6 +4,7 @@
 #include "Host/SafeFiles.h"
 #include "Models/Platform.h"
 #include "Services/Collections/AriaIndexManager.h"
+#include "Services/Collections/CollectionLayout.h"
 #include "Services/Library/CollectionScan.h"
 #include "Services/Library/InstallationStatus.h"
 #include "Services/Library/MetadataIndexes.h"
@@ -97,7 +98,8 @@ class ArchiveSearch {
         if (!isSafeName(name))
             return false;
         const QFileInfo file(m_folder + u'/' + name);
-        return file.exists() && !(m_isLiteCollection && file.isFile() && file.size() <= maxPlaceholderSize);
+        return file.exists() &&
+               !(m_isLiteCollection && file.isFile() && file.size() <= CollectionLayout::maxPlaceholderSize);
     }
 
     const QString m_folder;

@@ -3,6 +3,7 @@
 #include "GameFactory.h"
 #include "Services/Library/BatchFiles.h"
 #include "Services/Library/GameLibrary.h"
+#include "support/Archives.h"
 #include "support/TestHost.h"
 
 #include <QCoro/QCoroFuture>
@@ -35,6 +36,7 @@ class BatchOperations : public testing::Test {
             xml += "<Game><ID>g" + n + "</ID><Title>Game " + n + "</Title><Platform>MS-DOS</Platform>" +
                    "<ConfigurationPath>eXo\\eXoDOS\\!dos\\Game" + n + "\\dosbox.conf</ConfigurationPath></Game>";
             host.put(u"/collection/eXo/eXoDOS/Game%1/GAME.EXE"_s.arg(i), "MZ");
+            host.put(u"/collection/eXo/eXoDOS/Game %1.zip"_s.arg(i), gameArchive(u"Game%1"_s.arg(i)));
         }
         host.put(u"/collection/Data/Platforms/MS-DOS.xml"_s, xml + "</LaunchBox>");
         LibraryServices services;
@@ -170,6 +172,7 @@ TEST_F(BatchOperations, UninstallRemovesNothingButTheGamesOwnFolder) {
     const QString rom = host.put(u"/collection/eXo/eXoDOS/Shared/keep.txt"_s, "theirs");
     QFile::link(host.root() + u"/elsewhere/Game"_s, path(u"eXo/eXoDOS/Linked"_s));
     QFile::link(host.root() + u"/elsewhere"_s, path(u"eXo/eXoDREAMM"_s));
+    QFile::link(path(u"eXo/eXoDOS/Game1"_s), path(u"eXo/eXoDOS/Twin"_s));
     const struct {
         const char *what;
         QString platform;
@@ -185,18 +188,43 @@ TEST_F(BatchOperations, UninstallRemovesNothingButTheGamesOwnFolder) {
         {"a book next to a game of that name", u"MS-DOS Books"_s, u"Books\\Shared\\a.pdf"_s, Status::failed},
         {"a set that is a link to another place", u"DREAMM"_s, u"eXo\\eXoDREAMM\\!DREAMM\\Game\\x.bat"_s,
          Status::failed},
-        {"a game that is a link", u"MS-DOS"_s, u"eXo\\eXoDOS\\!dos\\Linked\\x.conf"_s, Status::completed},
+        {"a game that is a link out", u"MS-DOS"_s, u"eXo\\eXoDOS\\!dos\\Linked\\x.conf"_s, Status::failed},
+        {"a game that is a link", u"MS-DOS"_s, u"eXo\\eXoDOS\\!dos\\Twin\\x.conf"_s, Status::completed},
     };
     for (const auto &row : rows) {
         const GamePtr game = changed([&](Game &changing) {
             changing.platform = row.platform;
             changing.configurationPath = row.configuration;
         });
-        EXPECT_EQ(run(Type::uninstall, game).status, row.status) << row.what;
+        const auto onlyCopies = BatchOperationsManager::OnlyCopies::remove;
+        EXPECT_EQ(await(manager.executeOperation(Type::uninstall, game, onlyCopies)).status, row.status) << row.what;
         for (const QString &kept : {elsewhere, year, script, rom, path(u"eXo/eXoDOS/Game1/GAME.EXE"_s)})
             EXPECT_TRUE(QFile::exists(kept)) << row.what << " took " << kept.toStdString();
     }
-    EXPECT_FALSE(QFileInfo(path(u"eXo/eXoDOS/Linked"_s)).isSymLink());
+    EXPECT_TRUE(QFileInfo(path(u"eXo/eXoDOS/Linked"_s)).isSymLink());
+    EXPECT_FALSE(QFileInfo(path(u"eXo/eXoDOS/Twin"_s)).isSymLink());
+}
+
+TEST_F(BatchOperations, UninstallKeepsTheOnlyCopyUnlessItIsToldNotTo) {
+    for (const char *id : {"g0", "g1", "g2"})
+        markInstalled(QString::fromUtf8(id));
+    ASSERT_TRUE(QFile::remove(path(u"eXo/eXoDOS/Game 0.zip"_s)));
+    host.put(u"/collection/eXo/eXoDOS/Game 1.zip"_s, {});
+    await(manager.execute(Type::uninstall, {u"g0"_s, u"g1"_s, u"g2"_s}));
+    EXPECT_EQ(statuses(), (QList<Status>{Status::skipped, Status::skipped, Status::completed}));
+    const QList<BatchOperationResult> results = manager.currentOperation()->results;
+    EXPECT_EQ(results[0].message, u"Kept, as it is the only copy: it has no archive"_s);
+    EXPECT_EQ(results[1].message, u"Kept, as it is the only copy: its archive Game 1.zip is empty"_s);
+    for (const char *folder : {"Game0", "Game1"})
+        EXPECT_TRUE(QFile::exists(path(u"eXo/eXoDOS/%1/GAME.EXE"_s.arg(QString::fromUtf8(folder)))));
+    EXPECT_TRUE(library->game(u"g0"_s)->isInstalled);
+
+    // The leave holds for one run.
+    await(manager.execute(Type::uninstall, {u"g0"_s}, BatchOperationsManager::OnlyCopies::remove));
+    EXPECT_EQ(statuses(), QList<Status>{Status::completed});
+    EXPECT_FALSE(QFile::exists(path(u"eXo/eXoDOS/Game0"_s)));
+    await(manager.execute(Type::uninstall, {u"g1"_s}));
+    EXPECT_EQ(statuses(), QList<Status>{Status::skipped});
 }
 
 TEST_F(BatchOperations, ExportUnderANameThatStaysInTheFolder) {
