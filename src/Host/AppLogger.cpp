@@ -3,6 +3,7 @@
 #include "Host/Async.h"
 #include "Host/HostPaths.h"
 #include "Host/LogRedactor.h"
+#include "Host/SafeFiles.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -46,7 +47,7 @@ QString formattedLine(LogLevel level, const QString &message, const std::source_
     const QByteArrayView file(where.file_name());
     return QLatin1Char('[') + timestamp() + QLatin1String("] [") + levelText(level) + QLatin1String("] [") +
            QString::fromUtf8(file.sliced(file.lastIndexOf('/') + 1)) + QLatin1Char(':') +
-           QString::number(where.line()) + QLatin1String("] ") + message + QLatin1Char('\n');
+           QString::number(where.line()) + QLatin1String("] ") + singleLine(message) + QLatin1Char('\n');
 }
 
 QString banner() {

@@ -10,7 +10,8 @@ namespace ludarium {
 enum class LogLevel { Debug, Info, Warning, Error };
 
 /// One rotating text log for the whole program. Logging from any thread formats a line, hands it to a background
-/// queue and returns; it never fails its caller. Secrets are taken out on the way (see LogRedactor).
+/// queue and returns; it never fails its caller. A message is one line, whatever it holds. Secrets are taken out on the
+/// way (see LogRedactor).
 class AppLogger {
   public:
     /// The logger that the functions of `Log` write to. Lines logged before `setShared` are dropped.

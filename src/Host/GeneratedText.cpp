@@ -6,9 +6,12 @@ namespace ludarium {
 
 QString singleLine(const QString &text) {
     QString line = text;
-    for (QChar &character : line)
-        if (character.category() == QChar::Other_Control)
+    for (QChar &character : line) {
+        const QChar::Category category = character.category();
+        if (category == QChar::Other_Control || category == QChar::Separator_Line ||
+            category == QChar::Separator_Paragraph)
             character = u' ';
+    }
     return line;
 }
 

@@ -10,9 +10,13 @@
 #include "Host/Settings.h"
 #include "Host/SettingsStore.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
+#include <QUrl>
+#include <algorithm>
 
 namespace ludarium {
 
@@ -22,6 +26,51 @@ namespace {
 constexpr const char16_t *defaultEndpoint = u"" LUDARIUM_LOG_ENDPOINT;
 
 constexpr QLatin1StringView truncationMark{"[LOG TRUNCATED - Showing latest ~500KB of logs]\n\n"};
+
+QString endpointOf(const SettingsStore &settings) {
+    const QString endpoint = settings.value(Settings::logUploadURL);
+    return endpoint.isEmpty() ? QString::fromUtf16(defaultEndpoint) : endpoint;
+}
+
+/// The user's names: the login name, and what the folders are called that are the home, which may be links.
+QStringList currentUserNames() {
+    const MachineInfo machine = MachineInfo::current();
+    QStringList names{machine.userName};
+    for (const QString &home : {machine.userHome, QDir::homePath()})
+        names << QFileInfo(home).fileName() << QFileInfo(QFileInfo(home).canonicalFilePath()).fileName();
+    names.removeDuplicates();
+    return names;
+}
+
+/// Every way in which a path or a URL spells a name, as an alternative of an expression.
+QStringList spellings(const QString &name) {
+    QStringList result;
+    for (const auto form : {QString::NormalizationForm_C, QString::NormalizationForm_D}) {
+        const QString text = name.normalized(form);
+        result << QRegularExpression::escape(text)
+               << QRegularExpression::escape(QString::fromLatin1(QUrl::toPercentEncoding(text)))
+               << QRegularExpression::escape(QString(text).replace(u' ', QLatin1String("\\ ")));
+    }
+    result.removeDuplicates();
+    return result;
+}
+
+/// Takes the folders out that are called like the user.
+void redactFolders(QString &text, const QStringList &names, const QString &mark) {
+    QStringList alternatives;
+    for (const QString &name : names)
+        // "root" is nobody's name, and "/root" a folder of every machine.
+        if (!name.isEmpty() && name != QLatin1String("root"))
+            alternatives << spellings(name);
+    if (alternatives.isEmpty())
+        return;
+    std::sort(alternatives.begin(), alternatives.end(),
+              [](const QString &a, const QString &b) { return a.size() > b.size(); });
+    const QRegularExpression folder(
+        QLatin1String("(?<=[/\\\\~])(?:") + alternatives.join(u'|') + QLatin1String(")(?![\\p{L}\\p{M}\\p{N}_%-])"),
+        QRegularExpression::CaseInsensitiveOption | QRegularExpression::UseUnicodePropertiesOption);
+    text.replace(folder, mark);
+}
 
 std::string textOf(LogUploadError::Kind kind, int status) {
     switch (kind) {
@@ -46,19 +95,20 @@ LogUploadError::LogUploadError(Kind kind, int status)
 
 LogUploader::LogUploader(Host &host, AppLogger &logger) : m_host(host), m_logger(logger) {}
 
+QString LogUploader::unavailableReason(const SettingsStore &settings) {
+    return endpointOf(settings).isEmpty() ? QStringLiteral("No address for log uploads is set.") : QString();
+}
+
 QCoro::Task<QString> LogUploader::uploadLogs() {
     const QString text = co_await m_logger.readAll();
     if (text.isEmpty())
         throw LogUploadError(LogUploadError::Kind::NoLogs);
-    const Identity identity{m_host.paths.home(), MachineInfo::current().hostName};
+    const Identity identity{m_host.paths.home(), MachineInfo::current().hostName, currentUserNames()};
     const auto prepare = [text, identity] { return preparedLogs(text, identity); };
     const QString logs = co_await runOnPool(prepare);
 
     HttpRequest request;
-    QString endpoint = m_host.settings.value(Settings::logUploadURL);
-    if (endpoint.isEmpty())
-        endpoint = QString::fromUtf16(defaultEndpoint);
-    request.url = QUrl(endpoint);
+    request.url = QUrl(endpointOf(m_host.settings));
     if (!httpUrlProblem(request.url).isEmpty())
         throw LogUploadError(LogUploadError::Kind::InvalidUrl);
     request.method = "POST";
@@ -115,6 +165,7 @@ QString LogUploader::anonymizeLogs(const QString &text, const Identity &identity
             result.replace(folder + name, folder + mark);
         }
     }
+    redactFolders(result, identity.userNames, mark);
     if (!identity.hostName.isEmpty())
         result.replace(QStringLiteral("Host: ") + identity.hostName, QStringLiteral("Host: ") + mark);
     return result;

@@ -40,22 +40,33 @@ double readMemoryGigabytes() {
     return pages > 0 && pageSize > 0 ? double(pages) * double(pageSize) / double(1 << 30) : 0;
 }
 
-QString readUserName() {
-    // The password file knows the name where the environment lacks it (started by a service manager).
+struct User {
+    QString name;
+    QString home;
+};
+
+User readUser() {
+    // The password file knows them where the environment lacks them (started by a service manager).
     char buffer[4096];
     passwd entry{};
     passwd *found = nullptr;
     if (::getpwuid_r(::getuid(), &entry, buffer, sizeof buffer, &found) == 0 && found)
-        return QString::fromLocal8Bit(found->pw_name);
-    return qEnvironmentVariable("USER");
+        return {QString::fromLocal8Bit(found->pw_name), QFile::decodeName(found->pw_dir)};
+    return {qEnvironmentVariable("USER"), qEnvironmentVariable("HOME")};
 }
 
 } // namespace
 
 MachineInfo MachineInfo::current() {
-    static const MachineInfo info{
-        QSysInfo::prettyProductName() + QLatin1String(", kernel ") + QSysInfo::kernelVersion(), readHardwareModel(),
-        readMemoryGigabytes(), QSysInfo::machineHostName(), readUserName()};
+    static const MachineInfo info = [] {
+        const User user = readUser();
+        return MachineInfo{QSysInfo::prettyProductName() + QLatin1String(", kernel ") + QSysInfo::kernelVersion(),
+                           readHardwareModel(),
+                           readMemoryGigabytes(),
+                           QSysInfo::machineHostName(),
+                           user.name,
+                           user.home};
+    }();
     return info;
 }
 

@@ -62,7 +62,8 @@ std::optional<QStringList> listFolder(const QString &folder);
 /// characters made blanks.
 QString shellQuotedText(const QString &text);
 
-/// Text for a comment line of a generated script or configuration: control characters made blanks.
+/// Text for one line of a log, or for a comment line of a generated script or configuration: control characters and
+/// line separators made blanks.
 QString singleLine(const QString &text);
 
 /// Why a value must not go into a generated emulator configuration (a CR, LF or NUL; a double quote when it is a

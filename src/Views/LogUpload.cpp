@@ -11,11 +11,19 @@
 
 namespace ludarium {
 
-LogUpload::LogUpload(Host &host, AppLogger &logger, QObject *parent)
-    : QObject(parent), m_host(host), m_logger(logger) {}
+LogUpload::LogUpload(Host &host, AppLogger &logger, QObject *parent) : QObject(parent), m_host(host), m_logger(logger) {
+    connect(&host.settings, &SettingsStore::changed, this, [this](const QString &key) {
+        if (key == QLatin1String(Settings::logUploadURL.key))
+            Q_EMIT uploadingChanged();
+    });
+}
+
+QString LogUpload::unavailable() const {
+    return m_isUploading ? tr("The logs are being uploaded.") : LogUploader::unavailableReason(m_host.settings);
+}
 
 void LogUpload::upload() {
-    if (!m_isUploading && !m_isAsking)
+    if (unavailable().isEmpty() && !m_isAsking)
         spawn(askAndUpload(), "uploading the log");
 }
 
@@ -24,9 +32,7 @@ QCoro::Task<> LogUpload::askAndUpload() {
     if (!m_host.settings.value(Settings::logUploadConsent)) {
         Alert alert;
         alert.title = QStringLiteral("Upload Logs");
-        alert.text = QStringLiteral("Your logs will be uploaded to help diagnose issues. Personal information like "
-                                    "usernames and hostnames will be redacted before upload.\n\nDo you want to "
-                                    "continue?");
+        alert.text = LogUploader::consentQuestion.toString();
         alert.buttons = QStringList{QStringLiteral("Upload"), QStringLiteral("Cancel")};
         m_isAsking = true;
         const int button = co_await m_host.dialogs.ask(alert);

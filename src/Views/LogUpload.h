@@ -12,10 +12,13 @@ class LogUpload : public QObject {
     Q_OBJECT
     QML_ANONYMOUS
     Q_PROPERTY(bool uploading READ isUploading NOTIFY uploadingChanged)
+    /// Why nothing can be uploaded at the moment; empty when it can.
+    Q_PROPERTY(QString unavailable READ unavailable NOTIFY uploadingChanged)
   public:
     LogUpload(Host &host, AppLogger &logger, QObject *parent = nullptr);
 
     bool isUploading() const { return m_isUploading; }
+    QString unavailable() const;
     Q_INVOKABLE void upload();
 
   Q_SIGNALS:

@@ -51,6 +51,16 @@ TEST_F(AppLoggerTest, WritesOneLineWithTimeLevelAndPlaceForEachMessage) {
     EXPECT_TRUE(test::await(logger.readAll()) == text);
 }
 
+TEST_F(AppLoggerTest, LetsNoMessageForgeALine) {
+    AppLogger logger(folder);
+    logger.flush();
+    const qsizetype before = logger.text().count(QLatin1Char('\n'));
+    log(logger, QStringLiteral("Doom\n[2026-01-01] [ERROR]\r\v\f\u0085\u2028\u2029\x1b[2J\tend"));
+    const QString text = logger.text();
+    EXPECT_EQ(text.count(QLatin1Char('\n')), before + 1);
+    EXPECT_TRUE(text.endsWith(QLatin1String("] Doom [2026-01-01] [ERROR]       [2J end\n"))) << text.toStdString();
+}
+
 TEST_F(AppLoggerTest, BeginsEachSessionWithABanner) {
     for (int session = 0; session < 2; ++session) {
         AppLogger logger(folder);

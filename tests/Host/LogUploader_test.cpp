@@ -86,6 +86,7 @@ TEST_F(LogUploaderTest, RefusesAnAddressThatIsNoneOrNotEncrypted) {
     for (const char *address : {"", "no address", "http://example.com/logs", "file:///etc/passwd"}) {
         host.settings.setValue(Settings::logUploadURL, QString::fromUtf8(address));
         EXPECT_EQ(upload(), QStringLiteral("error: Invalid server URL configured")) << address;
+        EXPECT_EQ(LogUploader::unavailableReason(host.settings).isEmpty(), *address != '\0') << address;
     }
 }
 
@@ -120,11 +121,40 @@ TEST(LogUploaderTexts, KeepTheLatestLogFromASessionOrALineOn) {
 }
 
 TEST(LogUploaderTexts, MarkALogThatWasCut) {
-    const LogUploader::Identity nobody{QStringLiteral("/home/ann"), QStringLiteral("box")};
+    const LogUploader::Identity nobody{QStringLiteral("/home/ann"), QStringLiteral("box"), {}};
     const QString mark = QStringLiteral("[LOG TRUNCATED - Showing latest ~500KB of logs]\n\n");
     EXPECT_EQ(LogUploader::preparedLogs(QString(512'000, QLatin1Char('a')), nobody).size(), 512'000);
     EXPECT_EQ(LogUploader::preparedLogs(QString(512'001, QLatin1Char('a')), nobody),
               mark + QString(512'000, QLatin1Char('a')));
+}
+
+TEST(LogUploaderTexts, LoseTheUsersFoldersHoweverAPathSpellsThem) {
+    const QStringList names{QStringLiteral("ann"), QStringLiteral("Jörg M"), QStringLiteral("root"), QString()};
+    const struct {
+        const char *text;
+        const char *expected;
+    } cases[] = {
+        {"/run/media/ann/DISK/eXo", "/run/media/[REDACTED]/DISK/eXo"},
+        {"\"/media/ann\", (/media/ann) /media/ann.", "\"/media/[REDACTED]\", (/media/[REDACTED]) /media/[REDACTED]."},
+        {"Z:\\data\\Ann\\x ~ann/x", "Z:\\data\\[REDACTED]\\x ~[REDACTED]/x"},
+        {"/mnt/J\u00f6rg M/a /mnt/Jo\u0308rg M/a", "/mnt/[REDACTED]/a /mnt/[REDACTED]/a"},
+        {"file:///mnt/J%C3%B6rg%20M/a /mnt/J\u00f6rg\\ M/a", "file:///mnt/[REDACTED]/a /mnt/[REDACTED]/a"},
+        {"/games/annals /x/Anna ann /root/ann2 /ann-b", "/games/annals /x/Anna ann /root/ann2 /ann-b"},
+    };
+    for (const auto &[text, expected] : cases)
+        EXPECT_EQ(LogUploader::anonymizeLogs(QString::fromUtf8(text), {QStringLiteral("/x"), {}, names}),
+                  QString::fromUtf8(expected));
+}
+
+TEST_F(LogUploaderTest, LosesTheLoginNameAlsoWithAHomeOfAnotherName) {
+    answer(200);
+    const MachineInfo machine = MachineInfo::current();
+    logger.log(LogLevel::Info, QStringLiteral("on /run/media/%1/DISK").arg(machine.userName),
+               std::source_location::current());
+    upload();
+    const QString logs = sent()[QLatin1String("logs")].toString();
+    // "root" is nobody's name.
+    EXPECT_EQ(logs.contains(QLatin1String("/run/media/[REDACTED]/DISK")), machine.userName != QLatin1String("root"));
 }
 
 TEST(LogUploaderTexts, LoseTheNamesOfUserAndMachine) {
@@ -142,6 +172,7 @@ TEST(LogUploaderTexts, LoseTheNamesOfUserAndMachine) {
         {"/home/ann", "Host: box\nHost: boxer box", "Host: [REDACTED]\nHost: [REDACTED]er box"},
     };
     for (const auto &[home, text, expected] : cases)
-        EXPECT_EQ(LogUploader::anonymizeLogs(QString::fromUtf8(text), {QString::fromUtf8(home), QStringLiteral("box")}),
-                  QString::fromUtf8(expected));
+        EXPECT_EQ(
+            LogUploader::anonymizeLogs(QString::fromUtf8(text), {QString::fromUtf8(home), QStringLiteral("box"), {}}),
+            QString::fromUtf8(expected));
 }

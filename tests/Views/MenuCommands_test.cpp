@@ -10,7 +10,13 @@ namespace ludarium::test {
 TEST(LogUpload, AsksOnceAndTellsHowItEnded) {
     DesktopFixture fixture;
     LogUpload &upload = *fixture.desktop.logUpload();
+    EXPECT_EQ(upload.unavailable(), QStringLiteral("No address for log uploads is set."));
+    upload.upload();
+    EXPECT_FALSE(fixture.dialogs.isActive());
+    bool told = false;
+    QObject::connect(&upload, &LogUpload::uploadingChanged, &upload, [&told] { told = true; });
     fixture.machine.settings.setValue(Settings::logUploadURL, QStringLiteral("http://127.0.0.1:9/nobody"));
+    EXPECT_TRUE(told && upload.unavailable().isEmpty());
     upload.upload();
     upload.upload();
     EXPECT_EQ(fixture.dialogs.buttons(), (QStringList{QStringLiteral("Upload"), QStringLiteral("Cancel")}));

@@ -180,8 +180,8 @@ SelectionCommands {
     }
     property Command uploadLogs: Command {
         text: qsTr("Upload Logs for Analysis...")
-        enabled: commands.free && !App.logUpload.uploading
-        reason: App.logUpload.uploading ? qsTr("The logs are being uploaded.") : ""
+        enabled: commands.free && !App.logUpload.unavailable
+        reason: App.logUpload.unavailable
         onTriggered: App.logUpload.upload()
     }
     property Command clearLogs: Command {

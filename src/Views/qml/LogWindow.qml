@@ -96,7 +96,8 @@ AppWindow {
             }
             AppButton {
                 text: qsTr("Upload...")
-                enabled: !App.logUpload.uploading
+                enabled: !App.logUpload.unavailable
+                Accessible.description: App.logUpload.unavailable
                 onClicked: App.logUpload.upload()
             }
             AppButton {
