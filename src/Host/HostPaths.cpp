@@ -137,6 +137,10 @@ QString HostPaths::temporaryDirectory() const {
     return m_temporary->path();
 }
 
+QString HostPaths::systemName() const {
+    return m_layout == HostLayout::MacOS ? QStringLiteral("macOS") : QStringLiteral("Linux");
+}
+
 QString HostPaths::coreExtension() const {
     return m_layout == HostLayout::MacOS ? QStringLiteral("dylib") : QStringLiteral("so");
 }

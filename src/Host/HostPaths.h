@@ -53,6 +53,8 @@ class HostPaths {
     /// can be made. Copies of this object share the folder.
     QString temporaryDirectory() const;
 
+    /// The system as texts for the user call it: "macOS" or "Linux".
+    QString systemName() const;
     /// Extension of a libretro core: "dylib" or "so".
     QString coreExtension() const;
     /// Name of the key combination that makes DOSBox change to the next disc image.
@@ -89,6 +91,7 @@ struct MachineInfo {
     double memoryGigabytes = 0;
     QString hostName;
     QString userName;
+    QString userHome; ///< as the machine's list of users has it, whatever the environment says
     static MachineInfo current();
 };
 

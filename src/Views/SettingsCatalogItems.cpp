@@ -220,7 +220,8 @@ void SettingsCatalog::addDependencies() {
     add({.key = QStringLiteral("dependency:tools"),
          .tab = tab,
          .label = tr("Tools"),
-         .help = tr("Homebrew or the package manager, GNU sed, aria2, wget, bash"),
+         .help = tr("%1, GNU sed, aria2, wget, bash")
+                     .arg(m_state.host().paths.layout() == HostLayout::MacOS ? tr("Homebrew") : tr("Package manager")),
          .kind = Kind::elsewhere});
     add({.key = QStringLiteral("dependency:mt32"),
          .tab = tab,

@@ -15,7 +15,7 @@ namespace {
 using namespace Qt::StringLiterals;
 using Severity = GameException::Severity;
 
-QList<GameException> builtInExceptions(const QDateTime &now) {
+QList<GameException> builtInExceptions(const QDateTime &now, const QString &discSwapKeys) {
     QList<GameException> list;
     const auto add = [&](const QString &id, const QStringList &patterns, std::optional<EmulatorOverride> emulator,
                          const QMap<QString, QString> &overrides, Severity severity, const QString &notes) {
@@ -54,7 +54,8 @@ QList<GameException> builtInExceptions(const QDateTime &now) {
     add(u"mt32-issues"_s, {u"Space Quest III"_s}, std::nullopt, {{u"mididevice"_s, u"fluidsynth"_s}}, Severity::info,
         u"Some games have MT-32 compatibility issues. FluidSynth may provide better results."_s);
     add(u"cdrom-games"_s, {u"The 7th Guest"_s, u"The 11th Hour"_s, u"Myst"_s, u"Phantasmagoria"_s}, std::nullopt,
-        {{u"label"_s, u"CDROM"_s}}, Severity::info, u"Multi-disc game. Press Fn+Cmd+F4 to swap discs when prompted."_s);
+        {{u"label"_s, u"CDROM"_s}}, Severity::info,
+        u"Multi-disc game. Press %1 to swap discs when prompted."_s.arg(discSwapKeys));
     add(u"svga-games"_s, {u"Command & Conquer"_s, u"Red Alert"_s, u"Warcraft II"_s}, std::nullopt,
         {{u"machine"_s, u"svga_s3"_s}, {u"memsize"_s, u"16"_s}}, Severity::optional,
         u"SVGA games benefit from S3 graphics emulation and more memory."_s);
@@ -100,7 +101,7 @@ struct GameExceptionsManager::Private {
 };
 
 GameExceptionsManager::GameExceptionsManager(const Host &host) : d(std::make_unique<Private>()) {
-    d->exceptions = builtInExceptions(host.clock.now());
+    d->exceptions = builtInExceptions(host.clock.now(), host.paths.discSwapKeys());
     d->customExceptions = GameException::listFromJson(host.settings.value(Settings::customGameExceptions))
                               .value_or(QList<GameException>());
     d->compile(d->exceptions);

@@ -91,8 +91,8 @@ InstallTexts wine(bool mac) {
     texts.title = u"Wine Not Found"_s;
     texts.question =
         u"This game requires Wine to run the Windows version of DOSBox (ECE or custom build).\n\nWine is a "
-        u"compatibility layer that allows Windows applications to run on macOS.\n\nWould you like to install Wine "
-        u"now?"_s;
+        u"compatibility layer that allows Windows applications to run on %1.\n\nWould you like to install Wine "
+        u"now?"_s.arg(mac ? u"macOS"_s : u"Linux"_s);
     texts.instructionsTitle = u"Install Wine"_s;
     const PageButton button{u"Open WineHQ Website"_s, QUrl(winePage)};
     if (mac) {

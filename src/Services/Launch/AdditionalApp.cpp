@@ -52,18 +52,18 @@ QString videoScript(const QString &path, const Game &game, const QString &collec
 }
 
 /// The collection's scripts for Windows have twins of the same name.
-QString twinOfBatchFile(const QString &path) {
-    Log::info(u"   ⚠️  Found .bat file, looking for macOS equivalent..."_s);
+QString twinOfBatchFile(const QString &path, const QString &system) {
+    Log::info(u"   ⚠️  Found .bat file, looking for %1 equivalent..."_s.arg(system));
     const QString stem = path.chopped(4);
     for (const QString &extension : {u".bsh"_s, u".command"_s})
         if (QFileInfo(stem + extension).isFile()) {
             Log::info(u"   ✅ Found %1 version: %2"_s.arg(extension, stem + extension));
             return stem + extension;
         }
-    Log::info(u"   ❌ No macOS version found"_s);
+    Log::info(u"   ❌ No %1 version found"_s.arg(system));
     throw LaunchError(LaunchError::Case::unsupportedFileType,
-                      u"Windows batch file (.bat) found, but no macOS equivalent (.bsh or .command) exists in the same "
-                      "directory."_s);
+                      u"Windows batch file (.bat) found, but no %1 equivalent (.bsh or .command) exists in the same "
+                      "directory."_s.arg(system));
 }
 
 } // namespace
@@ -75,7 +75,8 @@ AdditionalApp::Action AdditionalApp::likelyAction(const AdditionalApplication &a
     return extension == u"bat" || extension == u"bsh" || extension == u"command" ? Action::script : Action::document;
 }
 
-AdditionalApp AdditionalApp::find(const AdditionalApplication &app, const Game &game, const QString &collection) {
+AdditionalApp AdditionalApp::find(const AdditionalApplication &app, const Game &game, const QString &collection,
+                                  const QString &system) {
     if (collection.isEmpty() || app.applicationPath.isEmpty())
         throw LaunchError(LaunchError::Case::noApplicationPath);
     Log::info(u"🎬 Additional app launch request:"_s);
@@ -85,7 +86,7 @@ AdditionalApp AdditionalApp::find(const AdditionalApplication &app, const Game &
     const QString extension = extensionOf(app.applicationPath);
     Log::info(u"   Extension: %1"_s.arg(extension));
     if (isSoundtrack(app)) {
-        Log::info(u"   🎵 Detected soundtrack - using native macOS playback"_s);
+        Log::info(u"   🎵 Detected soundtrack - using native %1 playback"_s.arg(system));
         return {Action::soundtrack, {}};
     }
     if (app.name.toLower().contains(u"video"_s)) {
@@ -98,7 +99,7 @@ AdditionalApp AdditionalApp::find(const AdditionalApplication &app, const Game &
     if (!path)
         throw LaunchError(LaunchError::Case::fileNotFound, app.applicationPath);
     if (extension == u"bat")
-        return {Action::script, twinOfBatchFile(*path)};
+        return {Action::script, twinOfBatchFile(*path, system)};
     if (!QFileInfo::exists(*path))
         throw LaunchError(LaunchError::Case::fileNotFound, *path);
     if (extension == u"bsh" || extension == u"command")

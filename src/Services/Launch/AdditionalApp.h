@@ -17,8 +17,10 @@ struct AdditionalApp {
     Action action = Action::document;
     QString path;
 
-    /// Looks at the disk. Throws LaunchError when there is nothing to start.
-    static AdditionalApp find(const AdditionalApplication &app, const Game &game, const QString &collection);
+    /// Looks at the disk. `system` is what texts call this machine's. Throws LaunchError when there is nothing to
+    /// start.
+    static AdditionalApp find(const AdditionalApplication &app, const Game &game, const QString &collection,
+                              const QString &system);
     /// The action that the record alone lets expect. Looks at no disk.
     static Action likelyAction(const AdditionalApplication &app);
 };

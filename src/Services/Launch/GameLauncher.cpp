@@ -273,7 +273,9 @@ QCoro::Task<> GameLauncher::launchAdditionalApp(AdditionalApplication app, GameP
     const MediaCollaborators media = d->media;
     const QString collection = d->collection;
     Host *host = &d->host;
-    const auto search = [app, game, collection] { return AdditionalApp::find(app, *game, collection); };
+    const auto search = [app, game, collection, system = host->paths.systemName()] {
+        return AdditionalApp::find(app, *game, collection, system);
+    };
     const AdditionalApp found = co_await runOnPool(search);
     switch (found.action) {
     case AdditionalApp::Action::soundtrack:

@@ -10,6 +10,7 @@
 #include "Host/Workspace.h"
 #include "Services/Emulators/EmulatorManager.h"
 #include "Services/Emulators/Mt32Roms.h"
+#include "Services/Emulators/PackageManager.h"
 
 namespace ludarium {
 
@@ -19,13 +20,13 @@ using namespace Qt::StringLiterals;
 
 constexpr QStringView eceChoiceText =
     u"This game is marked for %1 in eXoDOS, which may indicate it needs specific CPU timing or features.\n\nDOSBox "
-    "Staging (Recommended): Native macOS emulator with excellent graphics and performance. Most ECE games work fine, "
+    "Staging (Recommended): Native %2 emulator with excellent graphics and performance. Most ECE games work fine, "
     "but timing-sensitive games may have issues.\n\nWine + %1: Runs original Windows DOSBox for accurate timing. "
-    "However, graphics rendering through Wine often has visual glitches on macOS.\n\nTry Staging first - if the game "
+    "However, graphics rendering through Wine often has visual glitches on %2.\n\nTry Staging first - if the game "
     "has timing issues (wrong speed, hangs, glitches), try Wine+ECE.";
 constexpr QStringView noWineText =
-    u"\"%1\" is designed for DOSBox ECE, which requires Wine to run on macOS.\n\nWine is not installed. To install "
-    "it:\n  brew install --cask wine-stable\n\nYou can try launching with DOSBox Staging instead, but the game may not "
+    u"\"%1\" is designed for DOSBox ECE, which requires Wine to run on %2.\n\nWine is not installed. To install "
+    "it:\n  %3\n\nYou can try launching with DOSBox Staging instead, but the game may not "
     "work correctly.";
 constexpr QStringView noBuildText =
     u"\"%1\" is designed for DOSBox ECE, but the required DOSBox ECE files were not found in the collection.\n\nYou "
@@ -39,6 +40,14 @@ QString bulleted(const QStringList &items) {
     for (const QString &item : items)
         lines.append(u"• "_s + item);
     return lines.join(u'\n');
+}
+
+/// What a person types to get Wine: the distribution's own, where its package manager is known.
+QString wineCommand(const HostPaths &paths) {
+    const PackageManager::Kind kind = findPackageManager(paths).kind;
+    const bool distribution = kind != PackageManager::Kind::none && kind != PackageManager::Kind::homebrew;
+    return distribution ? installCommand(kind, {u"wine"_s})
+                        : emulatorInstallCommand(EmulatorProgram::wine, paths.layout());
 }
 
 /// What is remembered of a notice is worth no failed launch.
@@ -72,7 +81,7 @@ QCoro::Task<ECELaunchChoice> LaunchPrompts::promptECELaunchChoice(const Host *ho
     const QString emulator = emulatorTypeName(emulatorType);
     Alert alert;
     alert.title = u"Choose Emulator for "_s + game->title;
-    alert.text = eceChoiceText.toString().arg(emulator);
+    alert.text = eceChoiceText.toString().arg(emulator, host->paths.systemName());
     alert.buttons = QStringList{eceChoiceStagingButton.toString(), u"Wine + "_s + emulator, u"Cancel"_s};
     const int answer = co_await host->dialogs.ask(alert);
     if (answer == 0)
@@ -83,7 +92,13 @@ QCoro::Task<ECELaunchChoice> LaunchPrompts::promptECELaunchChoice(const Host *ho
 QCoro::Task<ECELaunchChoice> LaunchPrompts::promptWineECENotAvailable(const Host *host, GamePtr game, bool hasWine) {
     Alert alert;
     alert.title = u"Wine + DOSBox ECE Required"_s;
-    alert.text = (hasWine ? noBuildText : noWineText).toString().arg(game->title);
+    if (hasWine) {
+        alert.text = noBuildText.toString().arg(game->title);
+    } else {
+        const auto look = [paths = host->paths] { return wineCommand(paths); };
+        const QString command = co_await runOnPool(look);
+        alert.text = noWineText.toString().arg(game->title, host->paths.systemName(), command);
+    }
     alert.buttons = QStringList{eceMissingStagingButton.toString(), u"Cancel"_s};
     alert.style = Alert::Style::Critical;
     const int answer = co_await host->dialogs.ask(alert);

@@ -62,6 +62,15 @@ TEST(GameExceptionsManager, KnowsTheEmulatorOfTheFirstExceptionThatNamesOne) {
     EXPECT_FALSE(manager.getEmulatorOverride(u"Wing Commander"_s));
 }
 
+TEST(GameExceptionsManager, NamesTheKeysOfTheMachine) {
+    for (const HostLayout layout : {HostLayout::MacOS, HostLayout::Linux}) {
+        test::TestHost host(layout);
+        const QString keys = layout == HostLayout::MacOS ? u"Fn+Cmd+F4"_s : u"Ctrl+F4"_s;
+        EXPECT_EQ(GameExceptionsManager(host).getExceptions(u"Myst"_s).value(0).notes,
+                  u"Multi-disc game. Press %1 to swap discs when prompted."_s.arg(keys));
+    }
+}
+
 TEST(GameExceptionsManager, HasItsOwnTableInOrder) {
     test::TestHost host;
     const GameExceptionsManager manager(host);

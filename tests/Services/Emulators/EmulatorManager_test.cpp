@@ -215,6 +215,7 @@ TEST_P(Prompts, GiveInstructionsOfTheMachineAndOpenTheirPages) {
         }
         const bool isMac = layout == HostLayout::MacOS;
         EXPECT_EQ(texts.instructions.contains(u"/Applications"_s) || texts.instructions.contains(u"brew"_s), isMac);
+        EXPECT_FALSE(texts.question.contains(isMac ? u"Linux"_s : u"macOS"_s));
         EXPECT_EQ(texts.instructions.contains(u"flatpak install"_s), !isMac);
         EXPECT_EQ(texts.installed.contains(u"Homebrew"_s), isMac && GetParam().program != EmulatorProgram::retroArch);
     }

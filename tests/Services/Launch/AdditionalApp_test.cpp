@@ -47,7 +47,7 @@ TEST_P(AdditionalApps, AreStartedByNameTypeAndWhatIsThere) {
     application.applicationPath = app.path;
     QString outcome;
     try {
-        const AdditionalApp found = AdditionalApp::find(application, game, host.scratch());
+        const AdditionalApp found = AdditionalApp::find(application, game, host.scratch(), u"Linux"_s);
         outcome = found.action == AdditionalApp::Action::soundtrack ? u"soundtrack"_s
                   : found.action == AdditionalApp::Action::script   ? u"script "_s + found.path
                                                                     : u"document "_s + found.path;
@@ -82,7 +82,7 @@ INSTANTIATE_TEST_SUITE_P(
                 u"Alternate"_s,
                 u"a\\run.bat"_s,
                 {u"a/run.bat"_s},
-                u"Windows batch file (.bat) found, but no macOS equivalent (.bsh or .command) exists in the same "
+                u"Windows batch file (.bat) found, but no Linux equivalent (.bsh or .command) exists in the same "
                 "directory."_s},
         AppCase{"a script", u"Alternate"_s, u"a\\run.bsh"_s, {u"a/run.bsh"_s}, u"script a/run.bsh"_s},
         AppCase{"a document", u"Manual"_s, u"a\\m.pdf"_s, {u"a/m.pdf"_s}, u"document a/m.pdf"_s},

@@ -27,30 +27,35 @@ struct ChoiceCase {
     ECELaunchChoice choice;
 };
 
-class EceChoice : public testing::TestWithParam<ChoiceCase> {};
+class EceChoice : public testing::TestWithParam<std::tuple<ChoiceCase, HostLayout>> {};
 
 TEST_P(EceChoice, FollowsTheButton) {
-    TestHost host;
-    host.dialogs.answers = {QString::fromUtf8(GetParam().button)};
-    EXPECT_EQ(await(LaunchPrompts::promptECELaunchChoice(&host.host(), loom(), EmulatorType::custom)),
-              GetParam().choice);
+    const auto &[expected, layout] = GetParam();
+    const QString system = layout == HostLayout::MacOS ? u"macOS"_s : u"Linux"_s;
+    TestHost host(layout);
+    host.dialogs.answers = {QString::fromUtf8(expected.button)};
+    EXPECT_EQ(await(LaunchPrompts::promptECELaunchChoice(&host.host(), loom(), EmulatorType::custom)), expected.choice);
     const Alert &alert = host.dialogs.asked.first();
     EXPECT_EQ(alert.title, u"Choose Emulator for Loom %1"_s);
-    EXPECT_TRUE(alert.text.startsWith(u"This game is marked for Custom DOSBox in eXoDOS, which may indicate it needs "
-                                      "specific CPU timing or features.\n\nDOSBox Staging (Recommended): Native"_s));
+    EXPECT_TRUE(alert.text.startsWith(
+        u"This game is marked for Custom DOSBox in eXoDOS, which may indicate it needs "
+        "specific CPU timing or features.\n\nDOSBox Staging (Recommended): Native %1 emulator"_s.arg(system)));
     EXPECT_TRUE(alert.text.contains(u"\n\nWine + Custom DOSBox: Runs original Windows DOSBox for accurate timing. "_s));
+    EXPECT_TRUE(alert.text.contains(u"glitches on %1.\n"_s.arg(system)));
     EXPECT_TRUE(alert.text.endsWith(u"(wrong speed, hangs, glitches), try Wine+ECE."_s));
     EXPECT_EQ(alert.buttons, (QStringList{u"DOSBox Staging (Recommended)"_s, u"Wine + Custom DOSBox"_s, u"Cancel"_s}));
     EXPECT_EQ(alert.style, Alert::Style::Informational);
 }
 
 INSTANTIATE_TEST_SUITE_P(Buttons, EceChoice,
-                         testing::Values(ChoiceCase{"DOSBox Staging (Recommended)", ECELaunchChoice::staging},
-                                         ChoiceCase{"Wine + Custom DOSBox", ECELaunchChoice::wineECE},
-                                         ChoiceCase{"Cancel", ECELaunchChoice::cancelled}));
+                         testing::Combine(testing::Values(ChoiceCase{"DOSBox Staging (Recommended)",
+                                                                     ECELaunchChoice::staging},
+                                                          ChoiceCase{"Wine + Custom DOSBox", ECELaunchChoice::wineECE},
+                                                          ChoiceCase{"Cancel", ECELaunchChoice::cancelled}),
+                                          testing::Values(HostLayout::MacOS, HostLayout::Linux)));
 
 TEST(WindowsBuildNotice, SaysWhatIsMissingAndFollowsTheButton) {
-    TestHost host;
+    TestHost host(HostLayout::MacOS);
     host.dialogs.answers = {u"Try DOSBox Staging"_s, u"Cancel"_s};
     EXPECT_EQ(await(LaunchPrompts::promptWineECENotAvailable(&host.host(), loom(), false)), ECELaunchChoice::staging);
     EXPECT_TRUE(host.log().contains(u"🎮 User chose to try DOSBox Staging for ECE game"_s));
@@ -69,6 +74,26 @@ TEST(WindowsBuildNotice, SaysWhatIsMissingAndFollowsTheButton) {
               u"\"Loom %1\" is designed for DOSBox ECE, but the required DOSBox ECE files were not found in the "
               "collection.\n\nYou can try launching with DOSBox Staging instead, but the game may not work "
               "correctly."_s);
+}
+
+TEST(WindowsBuildNotice, NamesThePackageManagerOfTheMachine) {
+    const struct {
+        const char *program; ///< that the machine has
+        const char *command;
+    } rows[] = {{nullptr, "flatpak install flathub org.winehq.Wine"},
+                {"/usr/bin/apt-get", "sudo apt install wine"},
+                {"/usr/bin/pacman", "sudo pacman -S wine"}};
+    for (const auto &[program, command] : rows) {
+        TestHost host(HostLayout::Linux);
+        if (program)
+            host.putProgram(QString::fromUtf8(program), "exit 0");
+        host.dialogs.answers = {u"Cancel"_s};
+        await(LaunchPrompts::promptWineECENotAvailable(&host.host(), loom(), false));
+        EXPECT_TRUE(host.dialogs.asked[0].text.contains(
+            u"requires Wine to run on Linux.\n\nWine is not installed. To install it:\n  %1\n\n"_s.arg(
+                QString::fromUtf8(command))))
+            << host.dialogs.asked[0].text.toStdString();
+    }
 }
 
 /// A machine of one layout, with DOSBox Staging and the ROMs put on it as needed.
