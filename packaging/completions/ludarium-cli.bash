@@ -12,7 +12,7 @@ _ludarium_cli() {
             compopt -o filenames 2>/dev/null
             return
             ;;
-        --search | --platform | --limit | --genre | --developer | --publisher | --year | --playlist | --collection-id | --game-version)
+        --search | --platform | --limit | --genre | --developer | --publisher | --series | --year | --playlist | --collection-id | --game-version)
             return
             ;;
         --sort)
@@ -46,7 +46,7 @@ _ludarium_cli() {
         refresh) words="$common --clear-cache" ;;
         games) words="$common --search --platform --limit" ;;
         search)
-            words="$common --genre --developer --publisher --year --platform --playlist --collection-id"
+            words="$common --genre --developer --publisher --series --year --platform --playlist --collection-id"
             words+=" --favorites --installed --sort --limit"
             ;;
         thumbnails) words="$common --platform" ;;
@@ -58,10 +58,10 @@ _ludarium_cli() {
         progress) words="$common notPlayed playing beaten completed mastered" ;;
         play) words="$common --game-version --wait --dry-run --anyway" ;;
         batch)
-            words="$common --all --installed --not-installed --yes install uninstall add-to-favorites"
+            words="$common --all --installed --not-installed --yes --without-archive install uninstall add-to-favorites"
             words+=" remove-from-favorites add-to-playlist export-metadata verify-files"
             ;;
-        log) words="$common --path" ;;
+        log) words="$common --path --upload --yes" ;;
     esac
     mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
 }

@@ -8,7 +8,7 @@
 
 namespace ludarium {
 
-/// Ends a command with one line on standard error and an exit status.
+/// Ends a command with one line on standard error, or an object on standard output, and an exit status.
 class CliError : public std::exception {
   public:
     explicit CliError(const QString &text, ExitStatus status = exitFailed) : m_text(text.toUtf8()), m_status(status) {}

@@ -7,15 +7,19 @@
 #include "Cli/TerminalText.h"
 #include "Host/Settings.h"
 #include "Host/SettingsStore.h"
-#include "Models/LaunchError.h"
 #include "Services/Launch/GameLauncher.h"
 #include "Services/Library/GameLibrary.h"
+
+#include <nlohmann/json.hpp>
 
 namespace ludarium {
 
 CommandContext::CommandContext(Composition &composition, CliDialogs &dialogs, const GlobalOptions &options,
                                Output &output, Output &errors)
-    : m_composition(composition), m_dialogs(dialogs), m_options(options), m_output(output), m_errors(errors) {}
+    : m_composition(composition), m_dialogs(dialogs), m_options(options), m_output(output), m_errors(errors),
+      m_errorDetails(std::make_unique<Json>(Json::object())) {}
+
+CommandContext::~CommandContext() = default;
 
 Host &CommandContext::host() {
     return m_composition.host();
@@ -39,7 +43,8 @@ QString CommandContext::collectionPath() {
         return m_options.collection;
     const QString remembered = host().settings.value(Settings::collectionPath);
     if (remembered.isEmpty())
-        throw LaunchError(LaunchError::Case::noCollectionPath);
+        throw CliError(QStringLiteral("No collection path configured. Name one with --collection DIR, or select it in "
+                                      "the desktop program."));
     return remembered;
 }
 

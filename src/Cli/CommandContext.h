@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Cli/CommandLine.h"
+#include "Cli/JsonText.h"
 
 #include <QCoro/QCoroTask>
 
@@ -19,6 +20,7 @@ class CommandContext {
   public:
     CommandContext(Composition &composition, CliDialogs &dialogs, const GlobalOptions &options, Output &output,
                    Output &errors);
+    ~CommandContext();
 
     const GlobalOptions &options() const { return m_options; }
     bool json() const { return m_options.json; }
@@ -26,6 +28,9 @@ class CommandContext {
     Output &output() { return m_output; }
     /// Standard error, for what is no data.
     Output &errors() { return m_errors; }
+
+    /// What the object of an error holds besides its message, with `json`.
+    Json &errorDetails() { return *m_errorDetails; }
 
     Composition &composition() { return m_composition; }
     Host &host();
@@ -35,10 +40,9 @@ class CommandContext {
     /// launcher makes the collection ready, and listing writes nothing.
     GameLauncher &launcherFor(const GameLibrary &library, bool prepare);
 
-    /// The folder that is named on the command line, else the remembered one. Throws LaunchError::noCollectionPath.
+    /// The folder that is named on the command line, else the remembered one. Throws CliError without either.
     QString collectionPath();
-    /// The library of that collection, loaded. Throws LaunchError::noCollectionPath, or CliError with the library's
-    /// own message.
+    /// The library of that collection, loaded. Throws CliError, with the library's own message where it has one.
     QCoro::Task<GameLibrary *> loadLibrary();
 
   private:
@@ -47,6 +51,7 @@ class CommandContext {
     const GlobalOptions &m_options;
     Output &m_output;
     Output &m_errors;
+    std::unique_ptr<Json> m_errorDetails;
 };
 
 } // namespace ludarium

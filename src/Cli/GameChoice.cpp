@@ -2,11 +2,13 @@
 
 #include "Cli/CliError.h"
 #include "Cli/CommandContext.h"
+#include "Cli/JsonRecords.h"
 #include "Cli/Output.h"
 #include "Cli/Table.h"
 #include "Services/Library/GameLibrary.h"
 
 #include <algorithm>
+#include <nlohmann/json.hpp>
 
 namespace ludarium {
 
@@ -37,6 +39,21 @@ GamePtr chooseGame(CommandContext &context, const GameLibrary &library, const QS
         return games.first();
     if (games.isEmpty())
         throw CliError(QStringLiteral("No game has the id or title \"%1\".").arg(idOrTitle));
+    const CliError ambiguous(
+        QStringLiteral("\"%1\" names %2 games. Use the id of one.").arg(idOrTitle).arg(games.size()));
+    if (context.json()) {
+        Json &candidates = context.errorDetails()["games"] = Json::array();
+        for (const GamePtr &game : games) {
+            Json candidate = Json::object();
+            addName(candidate, *game);
+            addText(candidate, "Platform", game->platform);
+            if (game->releaseYear)
+                candidate["releaseYear"] = *game->releaseYear;
+            candidates.push_back(std::move(candidate));
+        }
+        throw ambiguous;
+    }
+
     Table table({QStringLiteral("ID"), QStringLiteral("TITLE"), QStringLiteral("PLATFORM"), QStringLiteral("YEAR")}, 1);
     for (const GamePtr &game : games.first(std::min(games.size(), candidatesShown)))
         table.add({game->id, game->title, game->platform,
@@ -44,7 +61,7 @@ GamePtr chooseGame(CommandContext &context, const GameLibrary &library, const QS
     table.print(context.errors());
     if (games.size() > candidatesShown)
         context.errors().line(QStringLiteral("… and %1 more").arg(games.size() - candidatesShown));
-    throw CliError(QStringLiteral("\"%1\" names %2 games. Use the id of one.").arg(idOrTitle).arg(games.size()));
+    throw ambiguous;
 }
 
 QString gameStateText(const Game &game) {

@@ -5,7 +5,7 @@
 #include "Cli/CommandContext.h"
 #include "Cli/CommandOptions.h"
 #include "Cli/GameChoice.h"
-#include "Cli/JsonText.h"
+#include "Cli/JsonRecords.h"
 #include "Cli/NamedChoice.h"
 #include "Cli/Output.h"
 #include "Cli/Table.h"
@@ -68,6 +68,7 @@ void GameFilter::declareFacets(CommandOptions &options) {
     options.text("--genre", "NAME", genre, "Only games of this genre");
     options.text("--developer", "NAME", developer, "Only games of this developer");
     options.text("--publisher", "NAME", publisher, "Only games of this publisher");
+    options.text("--series", "NAME", series, "Only games of this series");
     options.number("--year", "YEAR", year, "Only games of this year");
 }
 
@@ -95,6 +96,8 @@ GameList GameFilter::select(CommandContext &context, const GameLibrary &library)
         existing(metadata.developers, developer, QStringLiteral("developer"), QStringLiteral("facets developers"));
     query.publisher =
         existing(metadata.publishers, publisher, QStringLiteral("publisher"), QStringLiteral("facets publishers"));
+    const QString ofSeries =
+        existing(metadata.series, series, QStringLiteral("series"), QStringLiteral("facets series"));
     query.year = year;
     if (!platform.isNull())
         query.platform =
@@ -107,6 +110,8 @@ GameList GameFilter::select(CommandContext &context, const GameLibrary &library)
     query.installedOnly = installed;
     query.sortOrder = SortOrder(std::max<qsizetype>(0, sortWords().indexOf(sort)));
     GameList games = context.appState().browser().filteredGames(query);
+    if (!ofSeries.isNull())
+        games.removeIf([&](const GamePtr &game) { return game->series != ofSeries; });
     if (limit && *limit < games.size())
         games.resize(*limit);
     return games;
@@ -115,10 +120,11 @@ GameList GameFilter::select(CommandContext &context, const GameLibrary &library)
 void printGames(CommandContext &context, const GameList &games) {
     if (context.json()) {
         JsonList list(context.output(), "games");
+        const UserData &user = context.appState().gameLibrary().userData();
         for (const GamePtr &game : games) {
             if (context.output().readerGone())
                 return;
-            list.add(toJson(*game));
+            list.add(toJson(*game, user));
         }
         list.finish();
         return;

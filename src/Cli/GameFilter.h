@@ -17,6 +17,7 @@ struct GameFilter {
     QString genre;
     QString developer;
     QString publisher;
+    QString series;
     std::optional<int> year;
     QString platform;
     QString playlist;     ///< id or name
@@ -28,7 +29,7 @@ struct GameFilter {
 
     void declareSearch(CommandOptions &options);
     void declarePlatform(CommandOptions &options);
-    void declareFacets(CommandOptions &options); ///< genre, developer, publisher, year
+    void declareFacets(CommandOptions &options); ///< genre, developer, publisher, series, year
     void declareLists(CommandOptions &options);  ///< playlist, collection, favorites, installed
     void declareSort(CommandOptions &options);
     void declareLimit(CommandOptions &options);

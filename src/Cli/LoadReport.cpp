@@ -17,9 +17,9 @@ FieldList loadFields(const GameLibrary &library, qint64 milliseconds) {
 }
 
 void addLoadMembers(Json &document, const GameLibrary &library, qint64 milliseconds) {
-    document["games"] = library.games().size();
-    document["platforms"] = library.platforms().size();
-    document["playlists"] = library.playlists().size();
+    document["gameCount"] = library.games().size();
+    document["platformCount"] = library.platforms().size();
+    document["playlistCount"] = library.playlists().size();
     document["fromCache"] = library.loadedFromCache();
     document["milliseconds"] = milliseconds;
 }

@@ -6,6 +6,8 @@
 #include "Services/Library/GameLibrary.h"
 #include "Services/Library/SmartCollection.h"
 
+#include <nlohmann/json.hpp>
+
 namespace ludarium {
 
 QList<qsizetype> thingsNamed(const QList<NamedThing> &things, const QString &idOrName) {
@@ -29,10 +31,16 @@ qsizetype chooseThing(CommandContext &context, const QList<NamedThing> &things, 
         return found.first();
     if (found.isEmpty())
         throw CliError(QStringLiteral("No %1 has the id or name \"%2\". See: ludarium-cli %1s").arg(kind, idOrName));
-    Table table({QStringLiteral("ID"), QStringLiteral("NAME")}, 1);
-    for (const qsizetype place : found)
-        table.add({things[place].id, things[place].name});
-    table.print(context.errors());
+    if (context.json()) {
+        Json &candidates = context.errorDetails()[kind.toStdString() + 's'] = Json::array();
+        for (const qsizetype place : found)
+            candidates.push_back(Json{{"ID", jsonText(things[place].id)}, {"Name", jsonText(things[place].name)}});
+    } else {
+        Table table({QStringLiteral("ID"), QStringLiteral("NAME")}, 1);
+        for (const qsizetype place : found)
+            table.add({things[place].id, things[place].name});
+        table.print(context.errors());
+    }
     throw CliError(QStringLiteral("\"%1\" names %2 %3s. Use the id of one.").arg(idOrName).arg(found.size()).arg(kind));
 }
 

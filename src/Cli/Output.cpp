@@ -26,6 +26,7 @@ Output::~Output() {
 }
 
 void Output::write(QByteArrayView bytes) {
+    m_untouched = false;
     m_buffer.append(bytes);
     if (m_buffer.size() >= bufferSize)
         flush();

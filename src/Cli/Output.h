@@ -21,6 +21,8 @@ class Output {
 
     /// Columns of the terminal; 0 when the stream is none and lines may have any length.
     int columns() const { return m_columns; }
+    /// Whether anything was written yet.
+    bool isUntouched() const { return m_untouched; }
     /// The reader of a pipe has had enough: what is written now goes nowhere, and that is no failure.
     bool readerGone() const { return m_readerGone; }
 
@@ -33,6 +35,7 @@ class Output {
     int m_descriptor;
     int m_columns = 0;
     bool m_colours = false;
+    bool m_untouched = true;
     bool m_readerGone = false;
     int m_error = 0;
     QByteArray m_buffer;

@@ -71,9 +71,10 @@ void printLaunchPlan(Output &output, const Game &game, const LaunchPlan &plan) {
     fields.print(output);
     if (!plan.decisions.isEmpty()) {
         output.line();
-        Table decisions({QStringLiteral("DECISION"), QStringLiteral("CHOICE"), QStringLiteral("REASON")}, 1);
+        output.line(QStringLiteral("DECISIONS"), Output::Style::strong);
+        FieldList decisions;
         for (const LaunchDecision &decision : plan.decisions)
-            decisions.add({decision.subject, decision.choice, decision.reason});
+            decisions.add(decision.subject, decision.choice + u'\n' + decision.reason);
         decisions.print(output);
     }
     for (const GeneratedFile &file : plan.files)

@@ -32,18 +32,41 @@ void Table::addFaint(const QStringList &cells) {
     m_rows.last().faint = true;
 }
 
+void Table::fit(QList<int> &widths, int columns) const {
+    int excess = int(widths.size() - 1) * gap - columns;
+    for (const int width : std::as_const(widths))
+        excess += width;
+    const auto shrink = [&](qsizetype column, int smallest) {
+        const int by = std::clamp(widths[column] - smallest, 0, std::max(0, excess));
+        widths[column] -= by;
+        excess -= by;
+    };
+    shrink(m_flexible, smallestFlexibleWidth);
+    // An id that is cut cannot be used any more.
+    for (const auto &[smallest, idsToo] : {std::pair{8, false}, {4, false}, {1, true}}) {
+        while (excess > 0) {
+            qsizetype widest = -1;
+            for (qsizetype column = 0; column < widths.size(); ++column)
+                if (widths[column] > smallest && (idsToo || m_headings[column] != QLatin1String("ID")) &&
+                    (widest < 0 || widths[column] > widths[widest]))
+                    widest = column;
+            if (widest < 0)
+                break;
+            shrink(widest, widths[widest] - 1);
+        }
+    }
+}
+
 void Table::print(Output &output) const {
     QList<int> widths;
-    int total = -gap;
     for (qsizetype column = 0; column < m_headings.size(); ++column) {
         int width = displayWidth(m_headings[column]);
         for (const Row &row : m_rows)
             width = std::max(width, displayWidth(row.cells.value(column)));
         widths << width;
-        total += width + gap;
     }
-    if (output.columns() > 0 && total > output.columns())
-        widths[m_flexible] = std::max(smallestFlexibleWidth, widths[m_flexible] - (total - output.columns()));
+    if (output.columns() > 0)
+        fit(widths, output.columns());
 
     const auto print = [&](const QStringList &cells, Output::Style style) {
         QString line;

@@ -11,7 +11,8 @@ class Output;
 /// Aligned columns. Cells are escaped for the terminal when they are added.
 class Table {
   public:
-    /// `flexible` is the column that shrinks when the lines are too long for the terminal.
+    /// On a terminal the lines fit its width: the column `flexible` shrinks first, then the widest, the ids last, and
+    /// what is cut ends in "…". Elsewhere nothing is cut.
     explicit Table(QStringList headings, int flexible = 0);
 
     void add(const QStringList &cells);
@@ -20,6 +21,8 @@ class Table {
     void print(Output &output) const;
 
   private:
+    void fit(QList<int> &widths, int columns) const;
+
     struct Row {
         QStringList cells;
         bool faint = false;

@@ -2,6 +2,7 @@
 
 #include "Cli/CliError.h"
 #include "Cli/CommandContext.h"
+#include "Cli/JsonRecords.h"
 #include "Cli/Output.h"
 #include "Cli/TerminalText.h"
 #include "Services/Library/GameLibrary.h"
@@ -26,15 +27,10 @@ void printUserData(CommandContext &context, const GameLibrary &library, const Ga
         context.output().line(escapedForTerminal(line));
         return;
     }
-    const UserData &user = library.userData();
     Json document = jsonDocument();
-    addText(document, "ID", game.id);
-    addText(document, "Title", game.title);
-    document["favorite"] = user.favoriteIds().contains(game.id);
-    document["userRating"] = user.rating(game.id);
-    document["userNotes"] = jsonText(user.notes(game.id));
+    addName(document, game);
     const GamePtr current = library.game(game.id);
-    document["progress"] = jsonText(progressWords().at(int(current ? current->gameProgress : game.gameProgress)));
+    addUserData(document, current ? *current : game, library.userData());
     printJson(context.output(), document);
 }
 

@@ -6,6 +6,7 @@ namespace ludarium {
 
 class CommandContext;
 class GameLibrary;
+struct Game;
 
 /// The words for how far the user has come, in the order of GameProgress: "notPlayed", "playing", …
 const QStringList &progressWords();

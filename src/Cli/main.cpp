@@ -5,6 +5,7 @@
 #include "Cli/CommandContext.h"
 #include "Cli/CommandLine.h"
 #include "Cli/ExitStatus.h"
+#include "Cli/JsonText.h"
 #include "Cli/Output.h"
 #include "Cli/TerminalText.h"
 #include "Host/AppLogger.h"
@@ -17,6 +18,7 @@
 #include <QFile>
 #include <QTimer>
 #include <csignal>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <unistd.h>
 
@@ -35,6 +37,36 @@ void printError(Output &errors, const QString &text) {
     errors.line(QStringLiteral("ludarium-cli: ") + oneLine(text));
 }
 
+/// What went wrong: a line for people, or an object where a script reads, unless that has got something else already.
+void tellError(Output &output, Output &errors, bool json, const QString &text, int status,
+               const Json &details = Json::object()) {
+    if (!json || !output.isUntouched()) {
+        printError(errors, text);
+        return;
+    }
+    Json document = jsonDocument();
+    document["error"] = {{"message", jsonText(text)}, {"exitStatus", status}};
+    document["error"].update(details);
+    printJson(output, document);
+    try {
+        output.finish();
+    } catch (...) {
+        printError(errors, text);
+    }
+}
+
+/// Whether the words of the command line ask for JSON, also when they are no command.
+bool asksForJson(int argc, char **argv) {
+    for (int i = 1; i < argc; ++i) {
+        const QByteArrayView word(argv[i]);
+        if (word == "--")
+            return false;
+        if (word == "--json")
+            return true;
+    }
+    return false;
+}
+
 /// Runs the command to its end; every failure becomes its line and its status.
 QCoro::Task<> drive(Command &command, CommandContext &context) {
     int status = exitFailed;
@@ -44,9 +76,10 @@ QCoro::Task<> drive(Command &command, CommandContext &context) {
         status = outcome;
     } catch (const CliError &error) {
         status = error.status();
-        printError(context.errors(), QString::fromUtf8(error.what()));
+        tellError(context.output(), context.errors(), context.json(), QString::fromUtf8(error.what()), status,
+                  context.errorDetails());
     } catch (...) {
-        printError(context.errors(), currentExceptionText());
+        tellError(context.output(), context.errors(), context.json(), currentExceptionText(), status);
     }
     QCoreApplication::exit(status);
 }
@@ -93,6 +126,7 @@ int runProgram(int argc, char **argv) {
         return *kept;
     Output output(STDOUT_FILENO);
     Output errors(STDERR_FILENO);
+    const bool json = asksForJson(argc, argv);
     try {
         CommandLine line;
         Command *command = line.parse(argc, argv);
@@ -101,11 +135,11 @@ int runProgram(int argc, char **argv) {
         if (line.exitStatus() == exitDone)
             output.write(line.text().toUtf8());
         else
-            printError(errors, line.text());
+            tellError(output, errors, json, line.text(), line.exitStatus());
         output.finish();
         return line.exitStatus();
     } catch (...) {
-        printError(errors, currentExceptionText());
+        tellError(output, errors, json, currentExceptionText(), exitFailed);
         return exitFailed;
     }
 }

@@ -1,10 +1,12 @@
-#include "Cli/JsonText.h"
+#include "Cli/JsonRecords.h"
 
 #include "Cli/Output.h"
 #include "Models/Game.h"
 #include "Models/LaunchPlan.h"
 #include "Models/Platform.h"
 #include "Models/Playlist.h"
+#include "Services/Library/UserData.h"
+#include "support/TestHost.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -43,7 +45,7 @@ TEST(JsonText, WritesAGameByItsSerialNamesWithTypedValues) {
     game.platform = QStringLiteral("MS-DOS");
     game.releaseDate = QDateTime(QDate(1995, 1, 13), QTime(3, 0), Qt::UTC);
     game.releaseYear = 1995;
-    game.series = QString(QLatin1String("")); // an empty text is a value
+    game.series = QString(QLatin1String("")); // an empty element of the collection
     game.maxPlayers = 2;
     game.cooperative = false;
     game.notes = "Notes";
@@ -54,31 +56,20 @@ TEST(JsonText, WritesAGameByItsSerialNamesWithTypedValues) {
     game.playTime = 61.5;
     game.lastPlayed = QDateTime(QDate(2026, 1, 2), QTime(3, 4, 5), Qt::OffsetFromUTC, 3600);
     game.gameProgress = GameProgress::beaten;
-    const Json json = toJson(game);
-    EXPECT_EQ(keys(json), (QList<std::string>{"ID",
-                                              "Title",
-                                              "Platform",
-                                              "ReleaseDate",
-                                              "releaseYear",
-                                              "Series",
-                                              "MaxPlayers",
-                                              "Cooperative",
-                                              "Notes",
-                                              "CommunityStarRating",
-                                              "CommunityStarRatingTotalVotes",
-                                              "Hide",
-                                              "favorite",
-                                              "installed",
-                                              "compressed",
-                                              "downloadable",
-                                              "playCount",
-                                              "playTime",
-                                              "lastPlayed",
-                                              "gameProgress"}));
+    test::TestHost host;
+    UserData user(host.settings);
+    user.setRating(game.id, 4);
+    const Json json = toJson(game, user);
+    EXPECT_EQ(keys(json),
+              (QList<std::string>{
+                  "ID",         "Title",        "Platform",   "ReleaseDate",         "releaseYear",
+                  "MaxPlayers", "Cooperative",  "Notes",      "CommunityStarRating", "CommunityStarRatingTotalVotes",
+                  "Hide",       "state",        "installed",  "compressed",          "downloadable",
+                  "favorite",   "gameProgress", "userRating", "playCount",           "playTime",
+                  "lastPlayed"}));
     EXPECT_EQ(json["Title"], "Größe \"X\"\n");
     EXPECT_EQ(json["ReleaseDate"], "1995-01-13T03:00:00");
     EXPECT_EQ(json["releaseYear"], 1995);
-    EXPECT_EQ(json["Series"], "");
     EXPECT_EQ(json["MaxPlayers"], 2);
     EXPECT_EQ(json["Cooperative"], false);
     EXPECT_EQ(json["CommunityStarRating"], 4.5);
@@ -86,7 +77,7 @@ TEST(JsonText, WritesAGameByItsSerialNamesWithTypedValues) {
     EXPECT_EQ(json["installed"], true);
     EXPECT_EQ(json["compressed"], false);
     EXPECT_EQ(json["lastPlayed"], "2026-01-02T02:04:05Z");
-    EXPECT_EQ(json["gameProgress"], 2);
+    EXPECT_EQ(json["gameProgress"], "beaten");
 }
 
 TEST(JsonText, StaysValidWithWhatJsonCannotHold) {
@@ -95,7 +86,9 @@ TEST(JsonText, StaysValidWithWhatJsonCannotHold) {
     game.title = QStringLiteral("lone \xd800 surrogate");
     game.notes = QByteArray("broken \xff\xc3 bytes");
     game.communityRating = std::numeric_limits<double>::quiet_NaN();
-    const QByteArray text = printed([&](Output &output) { printJson(output, toJson(game)); });
+    test::TestHost host;
+    const UserData user(host.settings);
+    const QByteArray text = printed([&](Output &output) { printJson(output, toJson(game, user)); });
     const Json read = Json::parse(text.toStdString());
     EXPECT_FALSE(read.contains("CommunityStarRating"));
     EXPECT_EQ(read["Notes"], "broken \uFFFD\uFFFD bytes");
@@ -105,7 +98,9 @@ TEST(JsonText, KeepsControlCharactersFromTheTerminalAndInTheData) {
     Game game;
     game.id = QStringLiteral("id");
     game.title = QStringLiteral("a\x1b[2J\x7f\u009b\u00a0é");
-    const QByteArray text = printed([&](Output &output) { printJson(output, toJson(game)); });
+    test::TestHost host;
+    const UserData user(host.settings);
+    const QByteArray text = printed([&](Output &output) { printJson(output, toJson(game, user)); });
     EXPECT_FALSE(text.contains('\x1b'));
     EXPECT_FALSE(text.contains('\x7f'));
     EXPECT_FALSE(text.contains("\xc2\x9b"));
@@ -115,20 +110,21 @@ TEST(JsonText, KeepsControlCharactersFromTheTerminalAndInTheData) {
 
 TEST(JsonText, PrintsAListElementByElement) {
     const QByteArray none = printed([](Output &output) { JsonList(output, "games").finish(); });
-    EXPECT_EQ(Json::parse(none.toStdString()), Json::parse(R"({"schema":1,"games":[]})"));
+    EXPECT_EQ(Json::parse(none.toStdString()), Json::parse(R"({"schema":2,"games":[]})"));
     const QByteArray two = printed([](Output &output) {
         JsonList list(output, "games");
         list.add(Json::parse(R"({"ID":"a"})"));
         list.add(Json::parse(R"({"ID":"b"})"));
         list.finish();
     });
-    EXPECT_EQ(two, "{\"schema\":1,\"games\":[\n{\"ID\":\"a\"},\n{\"ID\":\"b\"}\n]}\n");
+    EXPECT_EQ(two, "{\"schema\":2,\"games\":[\n{\"ID\":\"a\"},\n{\"ID\":\"b\"}\n]}\n");
 }
 
 TEST(JsonText, WritesPlatformsAndPlaylistsByTheirSerialNames) {
     Platform platform = Platform::named(QStringLiteral("MS-DOS"), QStringLiteral("Computer"));
     platform.releaseDate = QDate(1981, 8, 12);
-    EXPECT_EQ(toJson(platform), Json::parse(R"({"Name":"MS-DOS","Category":"Computer","ReleaseDate":"1981-08-12"})"));
+    EXPECT_EQ(toJson(platform),
+              Json::parse(R"({"Name":"MS-DOS","Category":"Computer","ReleaseDate":"1981-08-12T00:00:00"})"));
 
     Playlist playlist;
     playlist.id = QStringLiteral("p");
@@ -136,7 +132,7 @@ TEST(JsonText, WritesPlatformsAndPlaylistsByTheirSerialNames) {
     playlist.gameIds = {QStringLiteral("a")};
     playlist.autoPopulate = true;
     playlist.filters = {{QString(), QStringLiteral("Genre"), QStringLiteral("Contains")}};
-    EXPECT_EQ(toJson(playlist), Json::parse(R"({"PlaylistId":"p","Name":"Best","GameId":["a"],"NestedPlaylistId":[],
+    EXPECT_EQ(toJson(playlist), Json::parse(R"({"ID":"p","Name":"Best","GameIDs":["a"],
         "AutoPopulate":true,"PlaylistFilter":[{"FieldKey":"Genre","ComparisonTypeKey":"Contains"}]})"));
 }
 
@@ -148,8 +144,8 @@ TEST(JsonText, WritesThePlansFilesAsTextOrAsBase64) {
     plan.decisions = {{QStringLiteral("route"), QStringLiteral("dos"), QStringLiteral("nothing else")}};
     const Json json = toJson(plan);
     EXPECT_EQ(json["arguments"], Json::parse(R"(["-conf","/tmp/a b"])"));
-    EXPECT_EQ(json["files"], Json::parse(R"([{"path":"/tmp/a","executable":false,"content":"[autoexec]\n"},
-        {"path":"/tmp/b","executable":true,"contentBase64":"gZw="}])"));
+    EXPECT_EQ(json["files"], Json::parse(R"([{"path":"/tmp/a","isExecutable":false,"content":"[autoexec]\n"},
+        {"path":"/tmp/b","isExecutable":true,"contentBase64":"gZw="}])"));
     EXPECT_EQ(json["decisions"], Json::parse(R"([{"subject":"route","choice":"dos","reason":"nothing else"}])"));
 }
 

@@ -12,17 +12,17 @@ namespace ludarium {
 namespace {
 
 /// A terminal of its own; what is printed to it can be read back.
-class Terminal40 {
+class Terminal {
   public:
-    Terminal40() {
+    explicit Terminal(int columns) {
         winsize size{};
-        size.ws_col = 40;
+        size.ws_col = ushort(columns);
         size.ws_row = 10;
         termios settings{};
         cfmakeraw(&settings);
         EXPECT_EQ(openpty(&m_master, &m_slave, nullptr, &settings, &size), 0);
     }
-    ~Terminal40() {
+    ~Terminal() {
         close(m_master);
         close(m_slave);
     }
@@ -69,7 +69,7 @@ TEST(Table, AlignsColumnsAndCutsNothingWithoutATerminal) {
 }
 
 TEST(Table, FitsTheTerminalAndColoursOnlyThereAndWithoutNoColor) {
-    Terminal40 terminal;
+    Terminal terminal(40);
     qputenv("TERM", "xterm");
     qunsetenv("NO_COLOR");
     const QString coloured = terminal.printed([](Output &output) { sample().print(output); });
@@ -82,6 +82,18 @@ TEST(Table, FitsTheTerminalAndColoursOnlyThereAndWithoutNoColor) {
                                     "日本                                1990\n"
                                     "A title that is far too long for …\n"
                                     "a\\nb                                1\n"));
+}
+
+TEST(Table, CutsNoIdsWhereTheOtherColumnsCanShrink) {
+    const QString id = QStringLiteral("0a1b2c3d-4e5f-6789");
+    Table table({QStringLiteral("TITLE"), QStringLiteral("PLATFORM"), QStringLiteral("ID")});
+    table.add({QStringLiteral("A long title that is cut"), QStringLiteral("A long platform"), id});
+    Terminal terminal(40);
+    qputenv("NO_COLOR", "1");
+    const QString text = terminal.printed([&](Output &output) { table.print(output); });
+    qunsetenv("NO_COLOR");
+    EXPECT_EQ(text, QStringLiteral("TITLE      PLATFORM   ID\n"
+                                   "A long t…  A long p…  0a1b2c3d-4e5f-6789\n"));
 }
 
 TEST(FieldList, KeepsTheLinesOfAValueUnderOneAnother) {

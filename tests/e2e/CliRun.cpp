@@ -45,7 +45,7 @@ QJsonObject json(const CliResult &result) {
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(result.output, &error);
     EXPECT_EQ(error.error, QJsonParseError::NoError) << result.output.toStdString() << result.errors.toStdString();
-    EXPECT_EQ(document.object().value(QStringLiteral("schema")).toInt(), 1);
+    EXPECT_EQ(document.object().value(QStringLiteral("schema")).toInt(), 2);
     return document.object();
 }
 

@@ -42,9 +42,9 @@ class CollectionsCommand : public Command {
                 for (const SmartCollection &collection : section.collections) {
                     Json element = Json::object();
                     element["section"] = jsonText(section.title);
-                    element["id"] = jsonText(collection.id);
-                    element["name"] = jsonText(collection.name);
-                    element["games"] = counts[collection.id];
+                    element["ID"] = jsonText(collection.id);
+                    element["Name"] = jsonText(collection.name);
+                    element["gameCount"] = counts[collection.id];
                     list.add(element);
                 }
             list.finish();

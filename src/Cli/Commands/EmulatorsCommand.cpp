@@ -52,7 +52,7 @@ class EmulatorsCommand : public Command {
             JsonList list(context.output(), "emulators");
             for (const Found &program : programs) {
                 Json element = Json::object();
-                element["name"] = jsonText(program.name);
+                element["Name"] = jsonText(program.name);
                 element["installed"] = !program.path.isNull();
                 addText(element, "path", program.path);
                 addText(element, "flavour", program.flavour);

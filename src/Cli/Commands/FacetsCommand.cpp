@@ -53,8 +53,9 @@ class FacetsCommand : public Command {
         const QList<Facet> facets = facetsOf(library->metadata(), m_facet);
         if (context.json()) {
             Json document = jsonDocument();
+            // "Series" is the field of a game.
             for (const Facet &facet : facets)
-                document[facet.name.toStdString()] = facet.json;
+                document[facet.name == u"series" ? "seriesNames" : facet.name.toStdString()] = facet.json;
             printJson(context.output(), document);
             co_return exitDone;
         }

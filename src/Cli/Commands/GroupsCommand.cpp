@@ -4,7 +4,7 @@
 #include "Cli/CommandOptions.h"
 #include "Cli/Commands/Commands.h"
 #include "Cli/GameChoice.h"
-#include "Cli/JsonText.h"
+#include "Cli/JsonRecords.h"
 #include "Cli/Output.h"
 #include "Cli/Table.h"
 #include "Services/Library/GameLibrary.h"
@@ -28,7 +28,7 @@ class GroupsCommand : public Command {
     }
 
     QCoro::Task<int> run(CommandContext &context) override {
-        co_await context.loadLibrary();
+        const GameLibrary *library = co_await context.loadLibrary();
         BrowseQuery query;
         query.search = m_search;
         QList<GameGroup> groups = context.appState().browser().filteredGameGroups(query);
@@ -36,25 +36,25 @@ class GroupsCommand : public Command {
         if (m_limit && *m_limit < groups.size())
             groups.remove(*m_limit, groups.size() - *m_limit);
         if (context.json())
-            printAsJson(context.output(), groups);
+            printAsJson(context.output(), groups, library->userData());
         else
             printAsTable(context.output(), groups);
         co_return exitDone;
     }
 
   private:
-    static void printAsJson(Output &output, const QList<GameGroup> &groups) {
+    static void printAsJson(Output &output, const QList<GameGroup> &groups, const UserData &user) {
         JsonList list(output, "groups");
         for (const GameGroup &group : groups) {
             Json element = Json::object();
             element["normalizedTitle"] = jsonText(group.normalizedTitle);
-            element["primary"] = jsonText(group.primaryVariant->id);
-            element["platforms"] = jsonTexts(group.availablePlatforms());
+            element["primaryID"] = jsonText(group.primaryVariant->id);
+            element["platformNames"] = jsonTexts(group.availablePlatforms());
             element["playCount"] = group.playCount();
             addInstant(element, "lastPlayed", group.lastPlayed());
             Json variants = Json::array();
             for (const GamePtr &game : group.variants)
-                variants.push_back(toJson(*game));
+                variants.push_back(toJson(*game, user));
             element["variants"] = std::move(variants);
             list.add(element);
         }

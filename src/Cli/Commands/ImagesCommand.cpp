@@ -4,7 +4,7 @@
 #include "Cli/CommandOptions.h"
 #include "Cli/Commands/Commands.h"
 #include "Cli/GameChoice.h"
-#include "Cli/JsonText.h"
+#include "Cli/JsonRecords.h"
 #include "Cli/Output.h"
 #include "Cli/Table.h"
 #include "Services/Artwork/ImageLoader.h"
@@ -43,7 +43,7 @@ QCoro::Task<Media> lookUp(ImageLoader &images, GamePtr game, QString collection)
 Json toJson(const FoundImage &image) {
     Json object = Json::object();
     object["type"] = jsonText(rawValue(image.type));
-    object["name"] = jsonText(displayName(image.type));
+    object["Name"] = jsonText(displayName(image.type));
     object["path"] = jsonText(image.url);
     return object;
 }
@@ -71,8 +71,7 @@ class ImagesCommand : public Command {
   private:
     static void printDocument(Output &output, const Game &game, const Media &media) {
         Json document = jsonDocument();
-        addText(document, "ID", game.id);
-        addText(document, "Title", game.title);
+        addName(document, game);
         if (media.cover)
             document["cover"] = toJson(*media.cover);
         if (media.coverflow)

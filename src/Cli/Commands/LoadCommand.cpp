@@ -34,7 +34,7 @@ class LoadWatch : public QObject {
         Json step = Json::object();
         step["milliseconds"] = milliseconds;
         step["progress"] = m_library.loadingProgress();
-        step["status"] = jsonText(status);
+        step["message"] = jsonText(status);
         m_steps.push_back(std::move(step));
         if (!m_output)
             return;

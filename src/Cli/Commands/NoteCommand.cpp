@@ -15,6 +15,11 @@ namespace {
 void printNote(Output &output, const QString &note) {
     if (note.isEmpty())
         return;
+    // A file or a program gets what the user wrote, to the byte.
+    if (output.columns() == 0) {
+        output.write(note.toUtf8());
+        return;
+    }
     for (const QString &line : note.split(u'\n'))
         output.line(escapedForTerminal(line));
 }

@@ -1,7 +1,7 @@
 #include "Cli/Command.h"
 #include "Cli/CommandContext.h"
 #include "Cli/Commands/Commands.h"
-#include "Cli/JsonText.h"
+#include "Cli/JsonRecords.h"
 #include "Cli/Output.h"
 #include "Cli/Table.h"
 #include "Services/Library/GameLibrary.h"
@@ -12,11 +12,6 @@ namespace ludarium {
 
 namespace {
 
-struct Counts {
-    int games = 0;
-    int installed = 0;
-};
-
 class PlatformsCommand : public Command {
   public:
     const char *name() const override { return "platforms"; }
@@ -24,12 +19,9 @@ class PlatformsCommand : public Command {
 
     QCoro::Task<int> run(CommandContext &context) override {
         const GameLibrary *library = co_await context.loadLibrary();
-        QHash<QString, Counts> counts;
-        for (const GamePtr &game : library->games()) {
-            Counts &count = counts[game->platform];
-            ++count.games;
-            count.installed += game->isInstalled;
-        }
+        QHash<QString, StateCounts> counts;
+        for (const GamePtr &game : library->games())
+            counts[game->platform].add(*game);
         if (context.json())
             printAsJson(context.output(), library->platforms(), counts);
         else
@@ -38,22 +30,23 @@ class PlatformsCommand : public Command {
     }
 
   private:
-    static void printAsJson(Output &output, const QList<Platform> &platforms, const QHash<QString, Counts> &counts) {
+    static void printAsJson(Output &output, const QList<Platform> &platforms,
+                            const QHash<QString, StateCounts> &counts) {
         JsonList list(output, "platforms");
         for (const Platform &platform : platforms) {
             Json element = toJson(platform);
-            element["games"] = counts[platform.name].games;
-            element["installed"] = counts[platform.name].installed;
+            addCounts(element, counts[platform.name]);
             list.add(element);
         }
         list.finish();
     }
 
-    static void printAsTable(Output &output, const QList<Platform> &platforms, const QHash<QString, Counts> &counts) {
+    static void printAsTable(Output &output, const QList<Platform> &platforms,
+                             const QHash<QString, StateCounts> &counts) {
         Table table({QStringLiteral("PLATFORM"), QStringLiteral("CATEGORY"), QStringLiteral("GAMES"),
                      QStringLiteral("INSTALLED")});
         for (const Platform &platform : platforms) {
-            const Counts count = counts[platform.name];
+            const StateCounts count = counts[platform.name];
             table.add(
                 {platform.name, platform.category, QString::number(count.games), QString::number(count.installed)});
         }

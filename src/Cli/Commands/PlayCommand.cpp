@@ -6,7 +6,7 @@
 #include "Cli/CommandOptions.h"
 #include "Cli/Commands/Commands.h"
 #include "Cli/GameChoice.h"
-#include "Cli/JsonText.h"
+#include "Cli/JsonRecords.h"
 #include "Cli/Output.h"
 #include "Cli/PlanText.h"
 #include "Cli/TerminalText.h"
@@ -114,8 +114,7 @@ class PlayCommand : public Command {
                                     QStringLiteral("the user chose none of those known; as it is installed")});
         if (context.json()) {
             Json document = jsonDocument();
-            addText(document, "ID", game->id);
-            addText(document, "Title", game->title);
+            addName(document, *game);
             document.update(toJson(plan));
             printJson(context.output(), document);
         } else {
@@ -161,8 +160,7 @@ class PlayCommand : public Command {
                 const WaitOutcome &outcome) {
         if (context.json()) {
             Json document = jsonDocument();
-            addText(document, "ID", game.id);
-            addText(document, "Title", game.title);
+            addName(document, game);
             document["started"] = true;
             if (process)
                 document["pid"] = process->pid;

@@ -3,7 +3,7 @@
 #include "Cli/CommandOptions.h"
 #include "Cli/Commands/Commands.h"
 #include "Cli/GameFilter.h"
-#include "Cli/JsonText.h"
+#include "Cli/JsonRecords.h"
 #include "Cli/Output.h"
 #include "Cli/Table.h"
 #include "Services/Library/GameLibrary.h"

@@ -3,8 +3,8 @@
 #include "Cli/Commands/Commands.h"
 #include "Cli/GameFilter.h"
 #include "Cli/Table.h"
+#include "Models/PlayTime.h"
 #include "Services/Library/GameLibrary.h"
-#include "Services/Library/PlayStatistics.h"
 
 namespace ludarium {
 
@@ -26,7 +26,7 @@ class RecentCommand : public Command {
         for (const GamePtr &game : library->recentlyPlayed())
             table.add({game->title, game->platform,
                        game->lastPlayed ? game->lastPlayed->toLocalTime().toString(u"yyyy-MM-dd HH:mm") : QString(),
-                       QString::number(game->playCount), formatSessionDuration(game->playTime), game->id});
+                       QString::number(game->playCount), formatPlayTime(game->playTime), game->id});
         table.print(context.output());
         co_return exitDone;
     }

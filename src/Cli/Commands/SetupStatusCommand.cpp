@@ -52,7 +52,7 @@ void printAsJson(Output &output, const SetupStatus &status) {
         const ExoCollection &collection = ExoCollection::of(set.collectionType);
         Json element = Json::object();
         element["type"] = jsonText(collection.rawValue);
-        element["name"] = jsonText(collection.displayName);
+        element["Name"] = jsonText(collection.displayName);
         element["needsSetup"] = set.needsSetup();
         element["hasMetadataArchive"] = set.hasMetadataArchive;
         addText(element, "metadataArchiveName", set.metadataArchiveName);
@@ -63,7 +63,7 @@ void printAsJson(Output &output, const SetupStatus &status) {
         element["xoMetadataExtracted"] = set.xoMetadataExtracted;
         list.push_back(std::move(element));
     }
-    document["collections"] = std::move(list);
+    document["sets"] = std::move(list);
     for (const Part &part : parts())
         document[part.key] = status.*part.flag;
     printJson(output, document);

@@ -3,12 +3,12 @@
 #include "Cli/CommandOptions.h"
 #include "Cli/Commands/Commands.h"
 #include "Cli/GameChoice.h"
-#include "Cli/JsonText.h"
+#include "Cli/JsonRecords.h"
 #include "Cli/Output.h"
 #include "Cli/Table.h"
+#include "Models/PlayTime.h"
 #include "Services/Library/GameLibrary.h"
 
-#include <cmath>
 #include <nlohmann/json.hpp>
 
 namespace ludarium {
@@ -32,12 +32,8 @@ QString ratingText(const Game &game) {
     return text;
 }
 
-QString playTimeText(double seconds) {
-    if (seconds < 1)
-        return {};
-    const qint64 minutes = std::llround(seconds / 60);
-    return minutes < 60 ? QStringLiteral("%1 min").arg(minutes)
-                        : QStringLiteral("%1 h %2 min").arg(minutes / 60).arg(minutes % 60);
+QString playCountText(int count) {
+    return count == 1 ? QStringLiteral("1 time") : QStringLiteral("%1 times").arg(count);
 }
 
 QString emulatorText(const Game &game) {
@@ -72,8 +68,8 @@ FieldList fields(const Game &game, const UserData &user) {
     list.add(QStringLiteral("Own rating"),
              user.rating(game.id) > 0 ? QStringLiteral("%1 of 5").arg(user.rating(game.id)) : QString());
     list.add(QStringLiteral("Progress"), gameProgressText(game.gameProgress));
-    list.add(QStringLiteral("Played"), game.playCount > 0 ? QStringLiteral("%1 times").arg(game.playCount) : QString());
-    list.add(QStringLiteral("Play time"), playTimeText(game.playTime));
+    list.add(QStringLiteral("Played"), game.playCount > 0 ? playCountText(game.playCount) : QString());
+    list.add(QStringLiteral("Play time"), game.playTime > 0 ? formatPlayTime(game.playTime) : QString());
     list.add(QStringLiteral("Last played"),
              game.lastPlayed ? game.lastPlayed->toLocalTime().toString(u"yyyy-MM-dd HH:mm") : QString());
     list.add(QStringLiteral("Emulator"), emulatorText(game));
@@ -109,11 +105,7 @@ class ShowCommand : public Command {
         const GamePtr game = chooseGame(context, *library, m_game);
         if (context.json()) {
             Json document = jsonDocument();
-            document.update(toJson(*game));
-            if (const int rating = library->userData().rating(game->id); rating > 0)
-                document["userRating"] = rating;
-            if (const QString note = library->userData().notes(game->id); !note.isEmpty())
-                document["userNotes"] = jsonText(note);
+            document.update(toJson(*game, library->userData()));
             printJson(context.output(), document);
         } else {
             fields(*game, library->userData()).print(context.output());

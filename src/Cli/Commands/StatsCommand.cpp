@@ -1,9 +1,10 @@
 #include "Cli/Command.h"
 #include "Cli/CommandContext.h"
 #include "Cli/Commands/Commands.h"
-#include "Cli/JsonText.h"
+#include "Cli/JsonRecords.h"
 #include "Cli/Output.h"
 #include "Cli/Table.h"
+#include "Models/PlayTime.h"
 #include "Services/Library/GameLibrary.h"
 #include "Services/Library/PlayStatistics.h"
 
@@ -18,13 +19,13 @@ QString daysText(int days) {
 }
 
 QString hoursText(double hours) {
-    return formatSessionDuration(hours * 3600);
+    return formatPlayTime(hours * 3600);
 }
 
 Json sharesJson(const QList<PlayStatistics::Share> &shares) {
     Json list = Json::array();
     for (const PlayStatistics::Share &share : shares)
-        list.push_back(Json{{"name", jsonText(share.name)}, {"seconds", share.seconds}});
+        list.push_back(Json{{"Name", jsonText(share.name)}, {"playTime", share.seconds}});
     return list;
 }
 
@@ -34,17 +35,17 @@ void printShares(Output &output, const QString &heading, const QList<PlayStatist
     output.line();
     Table table({heading, QStringLiteral("TIME")});
     for (const PlayStatistics::Share &share : shares)
-        table.add({share.name, formatSessionDuration(share.seconds)});
+        table.add({share.name, formatPlayTime(share.seconds)});
     table.print(output);
 }
 
 void printStatistics(Output &output, const PlayStatistics &statistics) {
     FieldList fields;
-    fields.add(QStringLiteral("Total play time"), formatSessionDuration(statistics.totalPlayTime));
+    fields.add(QStringLiteral("Total play time"), formatPlayTime(statistics.totalPlayTime));
     fields.add(QStringLiteral("Games played"), QString::number(statistics.gamesPlayed));
     fields.add(QStringLiteral("Games installed"), QString::number(statistics.gamesInstalled));
     fields.add(QStringLiteral("Favorites"), QString::number(statistics.favorites));
-    fields.add(QStringLiteral("Average session"), formatSessionDuration(statistics.averageSessionLength));
+    fields.add(QStringLiteral("Average session"), formatPlayTime(statistics.averageSessionLength));
     fields.add(QStringLiteral("Current streak"), daysText(statistics.currentStreak));
     fields.add(QStringLiteral("Longest streak"), daysText(statistics.longestStreak));
     fields.add(QStringLiteral("Played this month"), daysText(statistics.daysPlayedThisMonth));
@@ -57,7 +58,7 @@ void printStatistics(Output &output, const PlayStatistics &statistics) {
                      QStringLiteral("ID")},
                     1);
         for (const PlayStatistics::Ranked &ranked : statistics.mostPlayedGames)
-            table.add({QString::number(ranked.rank), ranked.game->title, formatSessionDuration(ranked.game->playTime),
+            table.add({QString::number(ranked.rank), ranked.game->title, formatPlayTime(ranked.game->playTime),
                        QString::number(ranked.game->playCount), ranked.game->id});
         table.print(output);
     }
@@ -77,9 +78,9 @@ void printStatistics(Output &output, const PlayStatistics &statistics) {
 Json statisticsJson(const PlayStatistics &statistics) {
     Json document = jsonDocument();
     document["totalPlayTime"] = statistics.totalPlayTime;
-    document["gamesPlayed"] = statistics.gamesPlayed;
-    document["gamesInstalled"] = statistics.gamesInstalled;
-    document["favorites"] = statistics.favorites;
+    document["playedCount"] = statistics.gamesPlayed;
+    document["installedCount"] = statistics.gamesInstalled;
+    document["favoriteCount"] = statistics.favorites;
     document["averageSessionLength"] = statistics.averageSessionLength;
     document["currentStreak"] = statistics.currentStreak;
     document["longestStreak"] = statistics.longestStreak;
@@ -87,16 +88,17 @@ Json statisticsJson(const PlayStatistics &statistics) {
     document["platformPlayTime"] = sharesJson(statistics.platformPlayTime);
     document["genrePlayTime"] = sharesJson(statistics.genrePlayTime);
     Json ranking = Json::array();
-    for (const PlayStatistics::Ranked &ranked : statistics.mostPlayedGames)
-        ranking.push_back(Json{{"rank", ranked.rank},
-                               {"ID", jsonText(ranked.game->id)},
-                               {"Title", jsonText(ranked.game->title)},
-                               {"playTime", ranked.game->playTime},
-                               {"playCount", ranked.game->playCount}});
+    for (const PlayStatistics::Ranked &ranked : statistics.mostPlayedGames) {
+        const Game &game = *ranked.game;
+        Json entry{{"rank", ranked.rank}};
+        addName(entry, game);
+        addPlayData(entry, game.playCount, game.playTime, game.lastPlayed);
+        ranking.push_back(std::move(entry));
+    }
     document["mostPlayedGames"] = std::move(ranking);
     Json history = Json::array();
     for (const PlayStatistics::Day &day : statistics.playHistory)
-        history.push_back(Json{{"date", jsonText(day.date.toString(Qt::ISODate))}, {"hours", day.hours}});
+        history.push_back(Json{{"date", jsonText(day.date.toString(Qt::ISODate))}, {"playTime", day.hours * 3600}});
     document["playHistory"] = std::move(history);
     return document;
 }

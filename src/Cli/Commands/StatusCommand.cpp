@@ -3,7 +3,7 @@
 #include "Cli/CommandOptions.h"
 #include "Cli/Commands/Commands.h"
 #include "Cli/GameChoice.h"
-#include "Cli/JsonText.h"
+#include "Cli/JsonRecords.h"
 #include "Cli/Output.h"
 #include "Cli/Table.h"
 #include "Services/Library/GameLibrary.h"
@@ -15,37 +15,12 @@ namespace ludarium {
 
 namespace {
 
-/// How many games there are in each state; every game counts once.
-struct StateCounts {
-    int games = 0;
-    int installed = 0;
-    int compressed = 0;
-    int downloadable = 0;
-    int missing = 0;
-
-    void add(const Game &game) {
-        ++games;
-        ++(game.isInstalled      ? installed
-           : game.isCompressed   ? compressed
-           : game.isDownloadable ? downloadable
-                                 : missing);
-    }
-    Json json() const {
-        Json object = Json::object();
-        object["games"] = games;
-        object["installed"] = installed;
-        object["compressed"] = compressed;
-        object["downloadable"] = downloadable;
-        object["missing"] = missing;
-        return object;
-    }
-    QStringList cells(const QString &name) const {
-        QStringList cells{name};
-        for (const int count : {games, installed, compressed, downloadable, missing})
-            cells << QString::number(count);
-        return cells;
-    }
-};
+QStringList cells(const QString &name, const StateCounts &counts) {
+    QStringList cells{name};
+    for (const int count : {counts.games, counts.installed, counts.compressed, counts.downloadable, counts.missing})
+        cells << QString::number(count);
+    return cells;
+}
 
 class StatusCommand : public Command {
   public:
@@ -75,13 +50,8 @@ class StatusCommand : public Command {
     static void printOne(CommandContext &context, const Game &game) {
         if (context.json()) {
             Json document = jsonDocument();
-            addText(document, "ID", game.id);
-            addText(document, "Title", game.title);
-            document["state"] = jsonText(gameStateText(game));
-            document["installed"] = game.isInstalled;
-            document["compressed"] = game.isCompressed;
-            document["downloadable"] = game.isDownloadable;
-            addText(document, "downloadSize", game.downloadSize);
+            addName(document, game);
+            addState(document, game);
             printJson(context.output(), document);
             return;
         }
@@ -106,19 +76,20 @@ class StatusCommand : public Command {
             for (auto it = platforms.cbegin(); it != platforms.cend(); ++it) {
                 Json element = Json::object();
                 element["Name"] = jsonText(it.key());
-                element.update(it->json());
+                addCounts(element, *it);
                 list.push_back(std::move(element));
             }
             document["platforms"] = std::move(list);
-            document["total"] = total.json();
+            Json &all = document["total"] = Json::object();
+            addCounts(all, total);
             printJson(context.output(), document);
             return;
         }
         Table table({QStringLiteral("PLATFORM"), QStringLiteral("GAMES"), QStringLiteral("INSTALLED"),
                      QStringLiteral("COMPRESSED"), QStringLiteral("DOWNLOADABLE"), QStringLiteral("MISSING")});
         for (auto it = platforms.cbegin(); it != platforms.cend(); ++it)
-            table.add(it->cells(it.key()));
-        table.add(total.cells(QStringLiteral("All")));
+            table.add(cells(it.key(), *it));
+        table.add(cells(QStringLiteral("All"), total));
         table.print(context.output());
     }
 

@@ -76,10 +76,10 @@ class ThumbnailsCommand : public Command {
         const QString folder = images.diskCache().directory();
         if (context.json()) {
             Json document = jsonDocument();
-            document["games"] = count.total;
-            document["cached"] = count.cached;
-            document["skipped"] = count.skipped;
-            document["seconds"] = seconds;
+            document["gameCount"] = count.total;
+            document["cachedCount"] = count.cached;
+            document["skippedCount"] = count.skipped;
+            document["milliseconds"] = qRound64(seconds * 1000);
             addText(document, "folder", folder);
             document["bytes"] = images.diskCache().diskCacheSize();
             document["inUse"] = images.isDiskCacheOn();

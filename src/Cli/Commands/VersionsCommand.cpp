@@ -4,9 +4,10 @@
 #include "Cli/CommandOptions.h"
 #include "Cli/Commands/Commands.h"
 #include "Cli/GameChoice.h"
-#include "Cli/JsonText.h"
+#include "Cli/JsonRecords.h"
 #include "Cli/Output.h"
 #include "Cli/Table.h"
+#include "Cli/TerminalText.h"
 #include "Services/Launch/VersionCheck.h"
 #include "Services/Library/GameLibrary.h"
 
@@ -27,12 +28,9 @@ Json toJson(const GameVersionOption &option) {
     addText(object, "audio", textOf(option.audioType));
     addText(object, "folder", option.workingDirectory);
     addText(object, "executable", option.executable);
-    Json changes = Json::object();
     for (auto it = option.configChanges.cbegin(); it != option.configChanges.cend(); ++it)
-        changes[it.key().toStdString()] = jsonText(it.value());
-    object["config"] = std::move(changes);
-    if (option.setupCommands)
-        object["setup"] = jsonTexts(*option.setupCommands);
+        object["config"][it.key().toStdString()] = jsonText(it.value());
+    addTexts(object, "setup", option.setupCommands.value_or(QStringList()));
     object["mountAtGameLevel"] = option.mountAtGameLevel;
     return object;
 }
@@ -60,7 +58,7 @@ class VersionsCommand : public Command {
             printAsJson(context.output(), *game, options);
         else if (options.isEmpty())
             context.output().line(QStringLiteral("No versions of \"%1\" are known: it starts as the collection has it.")
-                                      .arg(game->title));
+                                      .arg(escapedForTerminal(game->title)));
         else
             printAsTable(context.output(), options);
         co_return exitDone;
@@ -69,8 +67,7 @@ class VersionsCommand : public Command {
   private:
     static void printAsJson(Output &output, const Game &game, const QList<GameVersionOption> &options) {
         Json document = jsonDocument();
-        addText(document, "ID", game.id);
-        addText(document, "Title", game.title);
+        addName(document, game);
         Json list = Json::array();
         for (const GameVersionOption &option : options)
             list.push_back(toJson(option));
