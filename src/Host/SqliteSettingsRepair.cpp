@@ -32,6 +32,10 @@ QStringList copyAside(const QString &file) {
     return copies;
 }
 
+QString countText(int values) {
+    return values == 1 ? u"1 value"_s : u"%1 values"_s.arg(values);
+}
+
 /// Puts what is missing in `values` there from an older copy; the number of values and entries that came from it.
 int fillFrom(const QHash<QString, QVariant> &older, QHash<QString, QVariant> &values) {
     int taken = 0;
@@ -63,6 +67,7 @@ bool SqliteSettingsStore::repair(const QString &damage) {
     const QStringList copies = copyAside(m_file);
     const QHash<QString, QVariant> before = m_values;
     int taken = 0;
+    int lost = 0;
     bool mended = true;
     try {
         const auto database = SettingsDatabase::openToRepair(m_file);
@@ -79,6 +84,7 @@ bool SqliteSettingsStore::repair(const QString &damage) {
                 if (const auto kept = newestGeneration(older))
                     taken = fillFrom(*kept, salvage.values);
                 revision = qMax(revision, older);
+                lost = qMax(0, salvage.damaged - taken);
             }
             if (sound) {
                 database->rewrite(salvage.values, revision + 1);
@@ -109,12 +115,12 @@ bool SqliteSettingsStore::repair(const QString &damage) {
             QFile::remove(copy);
         return true;
     }
-    m_repair =
-        u"The settings were damaged. What could still be read was kept%1.\n\nThe damaged file was set aside as %2"_s
-            .arg(taken == 0
-                     ? QString()
-                     : u"; %1 came from an older copy"_s.arg(taken == 1 ? u"1 value"_s : u"%1 values"_s.arg(taken)),
-                 copies.value(0));
+    m_repair = u"The settings were damaged. What could still be read was kept"_s;
+    if (taken > 0)
+        m_repair += u"; %1 came from an older copy"_s.arg(countText(taken));
+    if (lost > 0)
+        m_repair += lost == 1 ? u"; 1 value is lost"_s : u"; %1 values are lost"_s.arg(lost);
+    m_repair += u".\n\nThe damaged file was set aside as %1"_s.arg(copies.value(0));
     Log::warning(u"⚠️ %1"_s.arg(singleLine(m_repair)));
     Q_EMIT repaired();
     return true;

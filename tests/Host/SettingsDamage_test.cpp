@@ -193,6 +193,20 @@ TEST_F(SettingsDamageTest, FindsAByteThatNobodyWroteAndTakesTheOlderValue) {
     }
 }
 
+TEST_F(SettingsDamageTest, TellsOfAValueThatNoCopyHolds) {
+    const QString note = QStringLiteral("written a moment ago");
+    {
+        const auto store = open();
+        store->setEntry(notes, QStringLiteral("1"), note);
+        store->setValue(text, QStringLiteral("kept"));
+    }
+    overwrite(file, readAll(file).lastIndexOf(note.toUtf8()), "W");
+    const auto store = open();
+    EXPECT_TRUE(store->value(notes).isEmpty());
+    EXPECT_EQ(store->value(text), QStringLiteral("kept"));
+    EXPECT_THAT(store->repairNotice().toStdString(), testing::HasSubstr("1 value is lost"));
+}
+
 /// A store of the version before had no checksums: it opens, keeps all, and has them from then on.
 TEST_F(SettingsDamageTest, TakesOverAStoreWithoutChecksums) {
     const QMap<QString, QString> written{{QStringLiteral("a"), QStringLiteral("first note")}};
