@@ -132,8 +132,9 @@ QString countsOf(const UserData::Values &values) {
 }
 
 QString lastTold(const QString &log) {
-    const qsizetype at = log.lastIndexOf(u"another program changed: "_s);
-    return at < 0 ? QString() : log.sliced(at + 25, log.indexOf(u'\n', at) - at - 25);
+    const QString begin = u"Ludarium took over what another program changed: "_s;
+    const qsizetype at = log.lastIndexOf(begin);
+    return at < 0 ? QString() : log.sliced(at).section(u'\n', 0, 0).sliced(begin.size());
 }
 
 class TwoPrograms : public testing::Test {

@@ -6,6 +6,8 @@
 #include "Host/Settings.h"
 #include "Host/SettingsStore.h"
 
+#include <QCoreApplication>
+
 namespace ludarium {
 
 using namespace Qt::StringLiterals;
@@ -108,8 +110,10 @@ void GameLibrary::refreshFromUserData(const QStringList &ids) {
 
 void GameLibrary::refreshAllFromUserData() {
     const UserData::Values &values = m_userData.values();
-    Log::debug(QStringLiteral("🔄 Took over what another program changed: %1 favorites, %2 games played, %3 notes, %4 "
-                              "ratings, %5 with progress")
+    // Every program of a home writes into one log.
+    Log::debug(QStringLiteral("🔄 %1 took over what another program changed: %2 favorites, %3 games played, %4 notes, "
+                              "%5 ratings, %6 with progress")
+                   .arg(QCoreApplication::applicationName())
                    .arg(values.favorites.size())
                    .arg(values.playCounts.size())
                    .arg(values.notes.size())
