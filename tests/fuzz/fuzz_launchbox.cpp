@@ -63,7 +63,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
             check(whole.wellFormed && written(std::move(joined)) == wholeText);
     }
 
-    recoverGames(file.readAll(), pool);
+    XmlPartSource again(file, {0, file.size(), {}, {}});
+    recoverGames(again, pool);
 
     PlaylistsSink playlists;
     XmlTextSource source({reinterpret_cast<const char *>(data), size});

@@ -42,22 +42,10 @@ qint64 CollectionFile::readAt(qint64 offset, char *buffer, qint64 size) const {
     }
 }
 
-QByteArray CollectionFile::readAll() const {
-    QByteArray bytes(m_size, Qt::Uninitialized);
-    qint64 done = 0;
-    while (done < bytes.size()) {
-        const qint64 count = readAt(done, bytes.data() + done, bytes.size() - done);
-        if (count == 0)
-            break;
-        done += count;
-    }
-    bytes.truncate(done);
-    return bytes;
-}
-
 namespace {
 
 constexpr qint64 headLimit = 64 * 1024;
+constexpr qint64 largestCut = 2LL << 30;
 constexpr std::string_view gameEnd = "</Game>";
 
 /// Accepts everything; asks only whether a document is well-formed.
@@ -133,7 +121,8 @@ qint64 behindGame(const CollectionFile &file, qint64 from, qint64 limit) {
 std::vector<XmlPart> xmlParts(const CollectionFile &file, qint64 partSize) {
     const XmlPart whole{0, file.size(), {}, {}};
     const qint64 count = file.size() / partSize;
-    if (count < 2)
+    // No file of a collection is that long; one that claims to be is not searched for places to cut it.
+    if (count < 2 || file.size() > largestCut)
         return {whole};
 
     std::vector<char> start(headLimit);

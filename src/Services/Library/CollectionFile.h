@@ -22,7 +22,6 @@ class CollectionFile {
     qint64 size() const { return m_size; }
     /// Bytes read at `offset`, 0 at the end; throws std::system_error.
     qint64 readAt(qint64 offset, char *buffer, qint64 size) const;
-    QByteArray readAll() const;
 
   private:
     int m_descriptor;

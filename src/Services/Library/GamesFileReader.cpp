@@ -149,7 +149,8 @@ GamesFileContent GamesFileReader::next() {
         QElapsedTimer timer;
         timer.start();
         whole.content = {};
-        whole.content.games = recoverGames(bytes.readAll(), *texts);
+        XmlPartSource source(bytes, {0, bytes.size(), {}, {}});
+        whole.content.games = recoverGames(source, *texts);
         Log::debug(QStringLiteral("    ⏱️ Manual parse in %1s").arg(double(timer.nsecsElapsed()) / 1e9, 0, 'f', 2));
     }
     m_state->putBack(std::move(texts));

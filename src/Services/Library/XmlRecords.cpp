@@ -1,5 +1,7 @@
 #include "Services/Library/XmlRecords.h"
 
+#include "Host/AppLogger.h"
+
 #include <algorithm>
 #include <cstring>
 #include <exception>
@@ -14,6 +16,13 @@ namespace {
 /// Depths of the elements, the root's being 1.
 constexpr int recordDepth = 2;
 constexpr int fieldDepth = 3;
+
+// What is beyond is no file of a collection. libxml2 has no limit to the attributes of an element, whose names it
+// compares each with each, and limits to the depth that differ from version to version.
+constexpr size_t longestText = 10u << 20;
+constexpr int mostAttributes = 256;
+constexpr int greatestDepth = 256;
+constexpr int mostInLongTag = 8192;
 
 std::string_view view(const xmlChar *text) {
     return reinterpret_cast<const char *>(text);
@@ -48,6 +57,10 @@ class Run {
     static void onText(void *self, const xmlChar *text, int length);
     static void onDocumentType(void *self, const xmlChar *, const xmlChar *, const xmlChar *);
     void keepError(const xmlError *error);
+    void refuse(const QString &reason);
+    /// Counts the attributes of an element that is longer than what libxml2 reads at a time: it tells of an element
+    /// when it has all of it.
+    void watchLongTag(std::string_view bytes);
 
     XmlSource &m_source;
     XmlRecordSink &m_sink;
@@ -57,7 +70,12 @@ class Run {
     int m_field = -1;
     bool m_unreadable = false;
     std::string m_text;
+    bool m_textIsCut = false;
+    bool m_cutIsTold = false;
     bool m_hasDocumentType = false;
+    bool m_failed = false;
+    bool m_heard = false; ///< something was told since the last read
+    int m_attributesInTag = 0;
     QString m_error;
     std::exception_ptr m_exception;
 };
@@ -67,6 +85,8 @@ int Run::onRead(void *self, char *buffer, int size) {
     // libxml2 looks ahead no further than what one call gave it, so that each call must give all that there is room
     // for: with short ones it takes the end of a piece for the end of the document.
     int count = 0;
+    if (run.m_failed)
+        return -1; // the rest says nothing any more
     run.guarded([&] {
         while (count < size) {
             const qint64 more = run.m_source.read(buffer + count, size - count);
@@ -75,18 +95,49 @@ int Run::onRead(void *self, char *buffer, int size) {
             count += int(more);
         }
     });
-    return run.m_exception ? -1 : count;
+    if (count > 0)
+        run.watchLongTag({buffer, size_t(count)});
+    return run.m_exception || run.m_failed ? -1 : count;
 }
 
-void Run::onStart(void *self, const xmlChar *name, const xmlChar *prefix, const xmlChar *, int, const xmlChar **, int,
-                  int, const xmlChar **) {
+void Run::watchLongTag(std::string_view bytes) {
+    if (std::exchange(m_heard, false))
+        m_attributesInTag = 0;
+    const auto state = m_context ? m_context->instate : XML_PARSER_START;
+    if (state == XML_PARSER_COMMENT || state == XML_PARSER_PI || state == XML_PARSER_CDATA_SECTION)
+        return;
+    // What stands in one piece with the start of the element counts too, so the limit here is a wider one.
+    for (size_t at = bytes.find('='); at != std::string_view::npos; at = bytes.find('=', at + 1))
+        if (at + 1 < bytes.size() && (bytes[at + 1] == '"' || bytes[at + 1] == '\''))
+            ++m_attributesInTag;
+    if (m_attributesInTag > mostInLongTag)
+        refuse(QStringLiteral("an element has too many attributes"));
+}
+
+void Run::refuse(const QString &reason) {
+    if (m_error.isEmpty())
+        m_error = reason;
+    m_failed = true;
+}
+
+void Run::onStart(void *self, const xmlChar *name, const xmlChar *prefix, const xmlChar *, int namespaces,
+                  const xmlChar **, int attributes, int, const xmlChar **) {
     Run &run = of(self);
+    run.m_heard = true;
     ++run.m_depth;
+    if (namespaces + attributes > mostAttributes || run.m_depth > greatestDepth) {
+        run.guarded([&] {
+            run.refuse(run.m_depth > greatestDepth ? QStringLiteral("the elements are nested too deep")
+                                                   : QStringLiteral("an element has too many attributes"));
+        });
+        return;
+    }
     if (run.m_depth == fieldDepth) {
         if (run.m_inRecord && !prefix) {
             run.guarded([&] { run.m_field = run.m_sink.field(view(name)); });
             run.m_text.clear();
             run.m_unreadable = false;
+            run.m_textIsCut = false;
         }
     } else if (run.m_depth == recordDepth) {
         run.guarded([&] { run.m_inRecord = !prefix && run.m_sink.beginRecord(view(name)); });
@@ -97,6 +148,7 @@ void Run::onStart(void *self, const xmlChar *name, const xmlChar *prefix, const 
 
 void Run::onEnd(void *self, const xmlChar *, const xmlChar *, const xmlChar *) {
     Run &run = of(self);
+    run.m_heard = true;
     const int depth = run.m_depth--;
     if (depth == fieldDepth && run.m_field >= 0) {
         run.guarded([&] {
@@ -114,9 +166,21 @@ void Run::onEnd(void *self, const xmlChar *, const xmlChar *, const xmlChar *) {
 
 void Run::onText(void *self, const xmlChar *text, int length) {
     Run &run = of(self);
+    run.m_heard = true;
     // Text inside an element of a field makes the field unreadable anyway.
-    if (run.m_field >= 0 && run.m_depth == fieldDepth)
-        run.guarded([&] { run.m_text.append(reinterpret_cast<const char *>(text), size_t(length)); });
+    if (run.m_field < 0 || run.m_depth != fieldDepth || run.m_textIsCut)
+        return;
+    std::string_view more(reinterpret_cast<const char *>(text), size_t(length));
+    if (run.m_text.size() + more.size() > longestText) {
+        size_t room = longestText - run.m_text.size();
+        while (room > 0 && (uint8_t(more[room]) & 0xC0) == 0x80)
+            --room; // not within a character
+        more = more.substr(0, room);
+        run.m_textIsCut = true;
+        if (!std::exchange(run.m_cutIsTold, true))
+            Log::warning(QStringLiteral("⚠️ A text of more than 10 MiB was cut there"));
+    }
+    run.guarded([&] { run.m_text += more; });
 }
 
 void Run::onDocumentType(void *self, const xmlChar *, const xmlChar *, const xmlChar *) {
@@ -126,6 +190,8 @@ void Run::onDocumentType(void *self, const xmlChar *, const xmlChar *, const xml
 }
 
 void Run::keepError(const xmlError *error) {
+    if (error->level == XML_ERR_FATAL)
+        m_failed = true;
     if (m_error.isEmpty() && error->level == XML_ERR_FATAL)
         guarded([&] {
             m_error = QStringLiteral("line %1: %2").arg(error->line).arg(QString::fromUtf8(error->message).trimmed());
@@ -165,7 +231,7 @@ XmlResult Run::parse() {
         std::rethrow_exception(m_exception);
     if (m_hasDocumentType)
         return {false, QStringLiteral("a document type declaration is not allowed")};
-    if (!m_context->wellFormed)
+    if (!m_context->wellFormed || m_failed)
         return {false, m_error.isEmpty() ? QStringLiteral("not well-formed") : m_error};
     return {true, {}};
 }

@@ -88,6 +88,91 @@ INSTANTIATE_TEST_SUITE_P(
                    "Game{Title=ñ;}"},
         RecordCase{"<r><Game><Title>a\r\nb\rc</Title></Game></r>", "Game{Title=a\nb\nc;}"}));
 
+/// A document of `head`, then `filler` again and again for 64 MB; counts what was read.
+class LongSource : public XmlSource {
+  public:
+    LongSource(std::string_view head, std::string_view filler) : m_head(head), m_filler(filler) {}
+    qint64 total = 0;
+    qint64 read(char *buffer, qint64 size) override {
+        if (total > 64 << 20)
+            return 0;
+        const size_t fromHead = m_head.copy(buffer, size_t(size));
+        m_head.remove_prefix(fromHead);
+        for (size_t i = fromHead; i < size_t(size); ++i)
+            buffer[i] = m_filler[m_next++ % m_filler.size()];
+        total += size;
+        return size;
+    }
+
+  private:
+    std::string_view m_head;
+    std::string_view m_filler;
+    size_t m_next = 0;
+};
+
+struct LongDocument {
+    const char *name;
+    std::string head;
+    std::string filler;
+};
+class EndlessDocuments : public testing::TestWithParam<LongDocument> {};
+
+TEST_P(EndlessDocuments, AreReadNoFurtherThanTheirFault) {
+    LongSource source(GetParam().head, GetParam().filler);
+    NotingSink sink;
+    const XmlResult result = readXmlRecords(source, sink);
+    EXPECT_FALSE(result.wellFormed);
+    EXPECT_FALSE(result.error.isEmpty());
+    EXPECT_LT(source.total, 1 << 20);
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, EndlessDocuments,
+                         testing::Values(LongDocument{"nothing", "", std::string(1, '\0')},
+                                         LongDocument{"nothing_behind_games", "<r><Game><Title>a</Title></Game>",
+                                                      std::string(1, '\0')},
+                                         LongDocument{"control_characters", "<r><Game><Title>", "\x01"},
+                                         LongDocument{"attributes_of_one_name", "<r><Game ", "a='' "},
+                                         LongDocument{"depth", "<r><Game>", "<a>"}),
+                         [](const auto &info) { return info.param.name; });
+
+TEST(DocumentLimits, TakeAsManyAttributesAndLevelsAsAreAllowedAndNotOneMore) {
+    const auto attributes = [](int count) {
+        std::string text = "<r><Game";
+        for (int i = 0; i < count; ++i)
+            text += " a" + std::to_string(i) + "='v'";
+        return text + "><Title>t</Title></Game></r>";
+    };
+    const auto levels = [](int count) {
+        std::string text = "<r>";
+        for (int i = 1; i < count; ++i)
+            text += "<a>";
+        for (int i = 1; i < count; ++i)
+            text += "</a>";
+        return text + "</r>";
+    };
+    EXPECT_TRUE(read(attributes(256)).wellFormed);
+    EXPECT_FALSE(read(attributes(257)).wellFormed);
+    EXPECT_TRUE(read(levels(256)).wellFormed);
+    EXPECT_FALSE(read(levels(257)).wellFormed);
+    // A comment may say "=" as often as it likes.
+    std::string comment = "<r><!--";
+    for (int i = 0; i < 100'000; ++i)
+        comment += " a='b'";
+    EXPECT_TRUE(read(comment + "--></r>").wellFormed);
+}
+
+TEST(DocumentLimits, CutALongTextBetweenCharacters) {
+    std::string text = "<r><Game><Title>x";
+    for (int i = 0; i < 6 << 20; ++i)
+        text += "ñ";
+    std::string notes;
+    EXPECT_TRUE(read(text + "</Title><Notes>n</Notes></Game></r>", &notes).wellFormed);
+    const std::string_view title = std::string_view(notes).substr(11, notes.find(';') - 11);
+    EXPECT_EQ(title.size(), (10u << 20) - 1);
+    EXPECT_TRUE(title.ends_with("ñ"));
+    EXPECT_TRUE(notes.ends_with("Notes=n;}"));
+}
+
 class HostileDocuments : public testing::TestWithParam<const char *> {};
 
 TEST_P(HostileDocuments, AreNotWellFormedAndSayWhy) {
