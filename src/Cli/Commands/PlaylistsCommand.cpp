@@ -33,8 +33,11 @@ class PlaylistsCommand : public Command {
         }
         if (context.json()) {
             JsonList list(context.output(), "playlists");
-            for (const Playlist &playlist : library->playlists())
-                list.add(toJson(playlist));
+            for (const Playlist &playlist : library->playlists()) {
+                Json element = toJson(playlist);
+                element["games"] = gamesThere(*library, playlist);
+                list.add(element);
+            }
             list.finish();
             co_return exitDone;
         }
@@ -42,13 +45,22 @@ class PlaylistsCommand : public Command {
             {QStringLiteral("PLAYLIST"), QStringLiteral("KIND"), QStringLiteral("GAMES"), QStringLiteral("ID")});
         for (const Playlist &playlist : library->playlists()) {
             const QString kind = playlist.autoPopulate ? QStringLiteral("dynamic") : QStringLiteral("static");
-            table.add({playlist.name, kind, QString::number(playlist.gameIds.size()), playlist.id});
+            table.add({playlist.name, kind, QString::number(gamesThere(*library, playlist)), playlist.id});
         }
         table.print(context.output());
         co_return exitDone;
     }
 
   private:
+    /// A playlist may name games that the library lacks, and one twice.
+    static qsizetype gamesThere(const GameLibrary &library, const Playlist &playlist) {
+        QSet<QString> ids;
+        for (const QString &id : playlist.gameIds)
+            if (library.position(id))
+                ids.insert(id);
+        return ids.size();
+    }
+
     GameFilter m_filter;
 };
 

@@ -60,7 +60,7 @@ PlayStatistics PlayStatistics::compute(const GameList &games, const QDateTime &n
             played.insert(lastDay);
         if (game->playTime > 0) {
             byPlatform[game->platform] += game->playTime;
-            byGenre[game->genre.isNull() ? QStringLiteral("Unknown") : game->genre] += game->playTime;
+            byGenre[game->genre.isEmpty() ? QStringLiteral("Unknown") : game->genre] += game->playTime;
             timed.append(game);
             if (lastDay.isValid())
                 byDay[lastDay] += game->playTime / std::max(game->playCount, 1);

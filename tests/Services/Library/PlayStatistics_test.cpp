@@ -38,9 +38,11 @@ TEST(PlayStatistics, OfALibraryThatWasNeverPlayedAreZero) {
 }
 
 TEST(PlayStatistics, AddUpTimesAndRankGames) {
+    auto unnamed = std::make_shared<Game>(*played("c", at(3, 13), 1, 1800));
+    unnamed->genre = QStringLiteral(""); // an empty element is no genre either
     const PlayStatistics stats =
-        PlayStatistics::compute({played("a", at(3, 14), 4, 7200), played("b", at(3, 13), 1, 1800, "ScummVM"),
-                                 played("c", at(3, 13), 1, 1800), played("d", at(1, 2), 0, 0)},
+        PlayStatistics::compute({played("a", at(3, 14), 4, 7200), played("b", at(3, 13), 1, 1800, "ScummVM"), unnamed,
+                                 played("d", at(1, 2), 0, 0)},
                                 at(3, 14));
     EXPECT_EQ(stats.totalPlayTime, 10800);
     EXPECT_EQ(stats.gamesPlayed, 3);
