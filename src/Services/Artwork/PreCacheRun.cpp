@@ -22,6 +22,7 @@ void PreCacheRun::processGameForCache(const Game &game, const std::stop_token &s
 
 PreCacheCount PreCacheRun::run(QThreadPool &pool, int mostAtOnce, const std::stop_token &stop,
                                const std::function<void()> &begun, const std::function<void()> &advanced) {
+    m_cache.settle();
     m_dirCache = m_finder.preScanImageDirectories(m_games, m_collectionPath, stop);
     const auto takePart = [&] {
         if (begun)

@@ -39,7 +39,6 @@ QString writeWhole(const QString &directory, const QString &target, const QByteA
     if (!file.open() || file.write(data) != data.size() || !file.flush())
         return file.errorString();
     const QByteArray from = QFile::encodeName(file.fileName());
-    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);
     file.close();
     if (std::rename(from.constData(), QFile::encodeName(target).constData()) != 0)
         return QString::fromStdString(std::generic_category().message(errno));
@@ -47,7 +46,25 @@ QString writeWhole(const QString &directory, const QString &target, const QByteA
     return {};
 }
 
+/// Covers tell what somebody collects: nobody else's business.
+bool makeFolder(const QString &directory) {
+    return QDir().mkpath(directory) &&
+           QFile::setPermissions(directory, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
 } // namespace
+
+void ThumbnailDiskCache::settle() const {
+    if (!QFileInfo::exists(m_directory))
+        return;
+    makeFolder(m_directory);
+    const QDateTime aWhileAgo = QDateTime::currentDateTime().addSecs(-600);
+    const QFileInfoList left =
+        QDir(m_directory).entryInfoList({QStringLiteral(".*.part")}, QDir::Files | QDir::Hidden, QDir::NoSort);
+    for (const QFileInfo &file : left)
+        if (file.lastModified() < aWhileAgo)
+            QFile::remove(file.filePath());
+}
 
 QString ThumbnailDiskCache::diskCacheURL(const QString &path) const {
     return m_directory + QLatin1Char('/') + hashName(path.toLower());
@@ -115,7 +132,7 @@ bool ThumbnailDiskCache::saveToDiskCacheFromSource(const QString &path, const st
     }
     const QString target = diskCacheURL(path);
     QString problem = writeWhole(m_directory, target, data);
-    if (!problem.isEmpty() && !QFileInfo::exists(m_directory) && QDir().mkpath(m_directory))
+    if (!problem.isEmpty() && !QFileInfo::exists(m_directory) && makeFolder(m_directory))
         problem = writeWhole(m_directory, target, data);
     if (!problem.isEmpty())
         fail(QStringLiteral("write error for %1: %2").arg(nameOf(path), problem));
@@ -136,7 +153,7 @@ void ThumbnailDiskCache::clearDiskCache() const {
         QFileInfo::exists(m_directory) ? removeInside(QFileInfo(m_directory).path(), m_directory) : QString();
     if (!problem.isEmpty())
         Log::warning(QStringLiteral("Failed to clear the disk thumbnail cache: %1").arg(problem));
-    else if (QDir().mkpath(m_directory))
+    else if (makeFolder(m_directory))
         Log::info(QStringLiteral("Disk thumbnail cache cleared"));
 }
 

@@ -20,6 +20,8 @@ class ThumbnailDiskCache {
     explicit ThumbnailDiskCache(QString directory) : m_directory(std::move(directory)) {}
 
     QString directory() const { return m_directory; }
+    /// Makes the folder private to the user, and removes what copying that was killed left in it.
+    void settle() const;
     /// Named by the lower-case path.
     QString diskCacheURL(const QString &path) const;
     /// As earlier versions named it: by the path as it is written.
