@@ -5,6 +5,8 @@
 #include "Host/Dialogs.h"
 #include "Host/Workspace.h"
 #include "Services/Library/GameLibrary.h"
+#include "Services/Library/LaunchBoxParser.h"
+#include "Services/Library/PlaylistRules.h"
 #include "support/Measured.h"
 #include "support/XmlWalk.h"
 
@@ -98,6 +100,14 @@ int runLibraryChild(const QString &mode, const QStringList &arguments) {
     }
     if (mode == QLatin1String("walk")) {
         print(measured([&] { walkGamesFiles(arguments.value(0)); }));
+        return 0;
+    }
+    if (mode == QLatin1String("fill")) {
+        const GameList games = LaunchBoxParser().parseGamesWithAdditionalApps(arguments.value(0)).games;
+        QList<Playlist> playlists;
+        const Measured reading = measured([&] { playlists = LaunchBoxParser().parsePlaylists(arguments.value(0)); });
+        const Measured filling = measured([&] { playlists = applyPlaylistFilters(playlists, games); });
+        std::printf("%.3f %.3f\n", reading.wall, filling.wall);
         return 0;
     }
     Composition::Options options;

@@ -14,6 +14,7 @@ void settle(const GameLibrary &library);
 /// again. Prints numbers, separated by blanks; `mode` is one of
 ///   read-cache FILE        milliseconds to read the file and to parse it with simdjson's DOM
 ///   walk COLLECTION        milliseconds of the bare walk over the games files
+///   fill COLLECTION        milliseconds to read the playlist files, and to fill the dynamic playlists
 ///   load HOME COLLECTION   milliseconds of GameLibrary::loadCollection up to its last status
 ///   memory HOME COLLECTION megabytes that a loaded library and its index add, and those of its texts as UTF-8
 int runLibraryChild(const QString &mode, const QStringList &arguments);

@@ -472,29 +472,70 @@ void CollectionGenerator::write(const QString &folder) const {
     }
     list.close();
 
-    const QString playlists = data + QLatin1String("/Playlists");
-    for (int i = 0; i < m_shape.playlists && m_shape.games > 0; ++i) {
-        Dice dice(m_shape.seed + uint64_t(i));
-        XmlFile fixed(playlists, QStringLiteral("Favourites %1.xml").arg(i));
-        fixed.add("  <Playlist>\r\n    <PlaylistId>" + uuid(dice) + "</PlaylistId>\r\n    <Name>Favourites " +
-                  QByteArray::number(i) +
-                  "</Name>\r\n    <Notes />\r\n    <AutoPopulate>false</AutoPopulate>\r\n"
-                  "  </Playlist>\r\n");
-        for (int order = 0; order < 50; ++order)
-            fixed.add("  <PlaylistGame>\r\n    <GameId>" + gameId(int(dice.below(uint64_t(m_shape.games)))).toLatin1() +
-                      "</GameId>\r\n    <ManualOrder>" + QByteArray::number(order) +
-                      "</ManualOrder>\r\n  </PlaylistGame>\r\n");
-        fixed.close();
+    writePlaylists(data + QLatin1String("/Playlists"));
+}
 
-        XmlFile dynamic(playlists, QStringLiteral("Genre %1.xml").arg(i));
-        dynamic.add("  <Playlist>\r\n    <PlaylistId>" + uuid(dice) + "</PlaylistId>\r\n    <Name>Genre " +
-                    QByteArray::number(i) +
-                    "</Name>\r\n    <Notes />\r\n    <AutoPopulate>true</AutoPopulate>\r\n"
-                    "  </Playlist>\r\n  <PlaylistFilter>\r\n    <Value>" +
-                    escaped(bytes(dice.of(genres))) +
-                    "</Value>\r\n    <FieldKey>Genre</FieldKey>\r\n    "
-                    "<ComparisonTypeKey>Contains</ComparisonTypeKey>\r\n  </PlaylistFilter>\r\n");
-        dynamic.close();
+namespace {
+
+QByteArray playlistHead(Dice &dice, const QByteArray &name, bool isDynamic) {
+    QByteArray xml = "  <Playlist>\r\n    <PlaylistId>" + uuid(dice) + "</PlaylistId>\r\n    <Name>" + escaped(name) +
+                     "</Name>\r\n    <NestedName>" + escaped(name) + "</NestedName>\r\n";
+    for (const char *empty :
+         {"Notes",          "VideoPath", "ImageType",    "Category",      "BigBoxView",  "SortTitle", "Developer",
+          "Manufacturer",   "Cpu",       "Memory",       "Graphics",      "Sound",       "Display",   "Media",
+          "MaxControllers", "Folder",    "VideosFolder", "ManualsFolder", "MusicFolder", "ScrapeAs"})
+        xml += QByteArray("    <") + empty + " />\r\n";
+    return xml + "    <AutoPopulate>" + (isDynamic ? "true" : "false") +
+           "</AutoPopulate>\r\n    <HideInBigBox>false</HideInBigBox>\r\n  </Playlist>\r\n";
+}
+
+QByteArray playlistRule(const QByteArray &value, const char *field, const char *comparison) {
+    return "  <PlaylistFilter>\r\n    <Value>" + escaped(value) + "</Value>\r\n    <FieldKey>" + field +
+           "</FieldKey>\r\n    <ComparisonTypeKey>" + comparison + "</ComparisonTypeKey>\r\n  </PlaylistFilter>\r\n";
+}
+
+} // namespace
+
+void CollectionGenerator::writePlaylists(const QString &folder) const {
+    const int count = m_shape.gamesAPlaylist > 0 ? m_shape.games / m_shape.gamesAPlaylist : 0;
+    for (int i = 0; i < count; ++i) {
+        Dice dice(m_shape.seed * 7'368'787 + uint64_t(i));
+        const bool isDynamic = i % 7 == 0;
+        const QByteArray name = capitalised(dice.of(words)) + ' ' + bytes(dice.of(words)) + ' ' + QByteArray::number(i);
+        XmlFile file(folder, QString::fromUtf8(name) + QLatin1String(".xml"));
+        file.add(playlistHead(dice, name, isDynamic));
+        if (isDynamic) {
+            file.add(playlistRule(bytes(std::string_view(dice.of(platformShapes).name)), "Platform", "EqualTo"));
+            const int rules = dice.chance(80) ? 1 : dice.chance(70) ? 2 : 7;
+            for (int rule = 0; rule < rules; ++rule)
+                switch (dice.below(4)) {
+                case 0:
+                    file.add(playlistRule(company(dice.skewed(1500)), "Publisher", "Contains"));
+                    break;
+                case 1:
+                    file.add(playlistRule("Steam", "Source", "Contains"));
+                    break;
+                case 2:
+                    file.add(playlistRule(bytes(dice.of(playModes)), "PlayMode", "Contains"));
+                    break;
+                default:
+                    file.add(playlistRule(bytes(dice.of(genres)), "Genre", "Contains"));
+                }
+        } else {
+            const int games = dice.chance(2) ? dice.between(100, 1000) : dice.between(1, 23);
+            for (int order = 0; order < games; ++order) {
+                // A tenth of the links lead nowhere.
+                const QByteArray id =
+                    dice.chance(10) ? uuid(dice) : gameId(int(dice.below(uint64_t(m_shape.games)))).toLatin1();
+                file.add("  <PlaylistGame>\r\n    <GameId>" + id + "</GameId>\r\n    <LaunchBoxDbId>" +
+                         QByteArray::number(dice.between(1, 200'000)) + "</LaunchBoxDbId>\r\n    <GameTitle>" +
+                         capitalised(dice.of(words)) + "</GameTitle>\r\n    <GameFileName>" + bytes(dice.of(words)) +
+                         ".zip</GameFileName>\r\n    <GamePlatform>" + dice.of(platformShapes).name +
+                         "</GamePlatform>\r\n    <ManualOrder>" + QByteArray::number(order) +
+                         "</ManualOrder>\r\n  </PlaylistGame>\r\n");
+            }
+        }
+        file.close();
     }
 }
 

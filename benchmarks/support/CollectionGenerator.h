@@ -8,8 +8,9 @@ namespace ludarium {
 
 /// Writes the XML of a made-up collection: platform files of uneven size, shaped like those of real collections (about
 /// 100 elements a game in the same order, 40 of them empty; texts, repeated values and companion elements of the same
-/// lengths and frequencies), Platforms.xml, and static and dynamic playlists. The same settings give the same bytes on
-/// every machine.
+/// lengths and frequencies), Platforms.xml, and playlists: the static ones of a dozen
+/// games, a few of hundreds, with ids that the library lacks among them; the dynamic ones of two rules, some of more.
+/// The same settings give the same bytes on every machine.
 class CollectionGenerator {
   public:
     struct Shape {
@@ -17,8 +18,8 @@ class CollectionGenerator {
         uint64_t seed = 1;
         /// Everything in one platform file.
         bool singlePlatform = false;
-        /// Static playlists and dynamic ones, this many each.
-        int playlists = 20;
+        /// One playlist for so many games, of which one in seven is dynamic; 0: none.
+        int gamesAPlaylist = 30;
     };
 
     explicit CollectionGenerator(Shape shape) : m_shape(shape) {}
@@ -37,6 +38,8 @@ class CollectionGenerator {
     QString gameId(int number) const;
 
   private:
+    void writePlaylists(const QString &folder) const;
+
     Shape m_shape;
 };
 
