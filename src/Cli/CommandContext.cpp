@@ -48,7 +48,24 @@ QString CommandContext::collectionPath() {
     return remembered;
 }
 
+void CommandContext::tellUnavailable(const GameLibrary &library) {
+    if (library.unavailable().isEmpty())
+        return;
+    m_errors.line(
+        QStringLiteral("ludarium-cli: %1 Games are told as they were last seen.").arg(oneLine(library.unavailable())));
+    m_errors.flush();
+}
+
 QCoro::Task<GameLibrary *> CommandContext::loadLibrary() {
+    GameLibrary *library = co_await loadLibraryAsSeen();
+    const QString away = library->unavailable();
+    co_await library->statusesVerified();
+    if (library->unavailable() != away)
+        tellUnavailable(*library);
+    co_return library;
+}
+
+QCoro::Task<GameLibrary *> CommandContext::loadLibraryAsSeen() {
     // Of what the user did with games nothing is known then, and "nothing" would be the wrong answer.
     if (const QString problem = m_composition.settingsReadProblem(); !problem.isEmpty())
         throw CliError(QStringLiteral("The settings cannot be read: %1").arg(problem));
@@ -59,10 +76,7 @@ QCoro::Task<GameLibrary *> CommandContext::loadLibrary() {
     const QString away = library.unavailable();
     if (!library.errorMessage().isEmpty())
         throw CliError(away.isEmpty() ? library.errorMessage() : away + u' ' + library.errorMessage());
-    if (!away.isEmpty()) {
-        m_errors.line(QStringLiteral("ludarium-cli: %1 Games are told as they were last seen.").arg(oneLine(away)));
-        m_errors.flush();
-    }
+    tellUnavailable(library);
     co_return &library;
 }
 

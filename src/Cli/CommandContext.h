@@ -42,10 +42,15 @@ class CommandContext {
 
     /// The folder that is named on the command line, else the remembered one. Throws CliError without either.
     QString collectionPath();
-    /// The library of that collection, loaded. Throws CliError, with the library's own message where it has one.
+    /// The library of that collection, loaded, its games as they are on the disk. Throws CliError, with the library's
+    /// own message where it has one.
     QCoro::Task<GameLibrary *> loadLibrary();
+    /// The same for what tells nothing of the disk: games that come from the cache may stand as they were last seen.
+    QCoro::Task<GameLibrary *> loadLibraryAsSeen();
 
   private:
+    void tellUnavailable(const GameLibrary &library);
+
     Composition &m_composition;
     CliDialogs &m_dialogs;
     const GlobalOptions &m_options;

@@ -64,7 +64,6 @@ class CliLibrary : public testing::Test {
 };
 
 TEST_F(CliLibrary, FindsGamesAsTheDesktopProgramDoes) {
-    // Ratings come with the collection's own files only: the cache holds none.
     EXPECT_EQ(ids(u"search"_s, {u"--sort"_s, u"rating"_s, u"--limit"_s, u"3"_s}),
               (QStringList{u"beta"_s, u"writer-id"_s, u"alpha"_s}));
     playTwoGames();
@@ -130,7 +129,13 @@ TEST_F(CliLibrary, RefusesNamesThatNothingHasInOneLine) {
 }
 
 TEST_F(CliLibrary, ListsPlaylistsCollectionsFacetsAndGroups) {
+    collection.put(u"Data/Playlists/Worn.xml"_s,
+                   "<LaunchBox><Playlist><PlaylistId>worn</PlaylistId><Name>Worn</Name></Playlist>"
+                   "<PlaylistGame><GameId>alpha</GameId></PlaylistGame><PlaylistGame><GameId>lost</GameId>"
+                   "</PlaylistGame><PlaylistGame><GameId>alpha</GameId></PlaylistGame></LaunchBox>");
     EXPECT_EQ(ids(u"playlists"_s, {u"BEST"_s}), QStringList{u"writer-id"_s});
+    EXPECT_EQ(ids(u"playlists"_s, {u"worn"_s}), QStringList{u"alpha"_s});
+    EXPECT_EQ(jsonOf(u"playlists"_s).value(u"playlists"_s).toArray()[1][u"gameCount"_s], 1);
 
     playTwoGames();
     QHash<QString, int> counts;
@@ -431,7 +436,11 @@ TEST_F(CliLibrary, ListsPicturesAndCopiesCovers) {
         EXPECT_EQ(thumbnails.value(u"cachedCount"_s), cached);
         EXPECT_EQ(thumbnails.value(u"skippedCount"_s), 3 - cached);
     }
-    EXPECT_EQ(QDir(HostPaths::native(cli.home()).caches() + u"/thumbnails"_s).entryList(QDir::Files).size(), 1);
+    const QString copies = HostPaths::native(cli.home()).caches() + u"/thumbnails"_s;
+    const QFileInfoList files = QDir(copies).entryInfoList(QDir::Files);
+    ASSERT_EQ(files.size(), 1);
+    const auto others = QFile::ReadGroup | QFile::ExeGroup | QFile::ReadOther | QFile::ExeOther;
+    EXPECT_FALSE((files[0].permissions() | QFileInfo(copies).permissions()) & others);
 }
 
 TEST_F(CliLibrary, DoesOneThingToManyGames) {

@@ -59,9 +59,6 @@ class BatchCommand : public Command {
         if (m_withoutArchive && type != BatchOperationType::uninstall)
             throw CliError(QStringLiteral("--without-archive belongs to uninstall."), exitWrongUsage);
         GameLibrary *library = co_await context.loadLibrary();
-        // A full load has looked at the disk; the cache may be behind it.
-        if (library->loadedFromCache())
-            co_await library->checkInstalledStatusSilent(library->collectionURL());
         BatchOperationsManager &manager = context.appState().batchOperations();
         choose(context, *library, manager);
         if (type == BatchOperationType::uninstall && !m_yes)

@@ -49,7 +49,7 @@ class FacetsCommand : public Command {
     }
 
     QCoro::Task<int> run(CommandContext &context) override {
-        const GameLibrary *library = co_await context.loadLibrary();
+        const GameLibrary *library = co_await context.loadLibraryAsSeen();
         const QList<Facet> facets = facetsOf(library->metadata(), m_facet);
         if (context.json()) {
             Json document = jsonDocument();

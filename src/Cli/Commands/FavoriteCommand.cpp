@@ -21,7 +21,7 @@ class FavoriteCommand : public Command {
     }
 
     QCoro::Task<int> run(CommandContext &context) override {
-        GameLibrary *library = co_await context.loadLibrary();
+        GameLibrary *library = co_await context.loadLibraryAsSeen();
         const GamePtr game = chooseGame(context, *library, m_game);
         requireStored(library->setFavorites({game->id}, !m_off));
         printUserData(

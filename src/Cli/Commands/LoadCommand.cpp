@@ -60,7 +60,7 @@ class LoadCommand : public Command {
     QCoro::Task<int> run(CommandContext &context) override {
         Output &output = context.output();
         const LoadWatch watch(context.appState().gameLibrary(), context.json() ? nullptr : &output);
-        const GameLibrary *library = co_await context.loadLibrary();
+        const GameLibrary *library = co_await context.loadLibraryAsSeen();
         const qint64 milliseconds = watch.elapsed();
         if (context.json()) {
             Json document = jsonDocument();

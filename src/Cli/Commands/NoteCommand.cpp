@@ -37,7 +37,7 @@ class NoteCommand : public Command {
     }
 
     QCoro::Task<int> run(CommandContext &context) override {
-        GameLibrary *library = co_await context.loadLibrary();
+        GameLibrary *library = co_await context.loadLibraryAsSeen();
         const GamePtr game = chooseGame(context, *library, m_game);
         if (m_clear || !m_text.isNull())
             requireStored(library->setNotes(game->id, m_text));

@@ -70,7 +70,7 @@ class PlayCommand : public Command {
     }
 
     QCoro::Task<int> run(CommandContext &context) override {
-        const GameLibrary *library = co_await context.loadLibrary();
+        const GameLibrary *library = co_await context.loadLibraryAsSeen();
         const GamePtr game = chooseGame(context, *library, m_game);
         const VersionCheck &check = context.appState().versionCheck();
         const VersionCheck::Result versions = co_await check.checkVersionsAndLaunch(game->id, library->collectionURL());

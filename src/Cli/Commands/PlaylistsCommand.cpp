@@ -35,7 +35,7 @@ class PlaylistsCommand : public Command {
             JsonList list(context.output(), "playlists");
             for (const Playlist &playlist : library->playlists()) {
                 Json element = toJson(playlist);
-                element["games"] = gamesThere(*library, playlist);
+                element["gameCount"] = gamesThere(*library, playlist);
                 list.add(element);
             }
             list.finish();

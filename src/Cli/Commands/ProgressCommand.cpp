@@ -21,7 +21,7 @@ class ProgressCommand : public Command {
     }
 
     QCoro::Task<int> run(CommandContext &context) override {
-        GameLibrary *library = co_await context.loadLibrary();
+        GameLibrary *library = co_await context.loadLibraryAsSeen();
         const GamePtr game = chooseGame(context, *library, m_game);
         if (!m_progress.isNull())
             requireStored(library->setProgress(game->id, GameProgress(progressWords().indexOf(m_progress))));

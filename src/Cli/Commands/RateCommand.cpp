@@ -21,7 +21,7 @@ class RateCommand : public Command {
     }
 
     QCoro::Task<int> run(CommandContext &context) override {
-        GameLibrary *library = co_await context.loadLibrary();
+        GameLibrary *library = co_await context.loadLibraryAsSeen();
         const GamePtr game = chooseGame(context, *library, m_game);
         if (m_rating)
             requireStored(library->setRating(game->id, *m_rating));

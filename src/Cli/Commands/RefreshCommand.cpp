@@ -28,10 +28,7 @@ class RefreshCommand : public Command {
         const QString collection = context.collectionPath();
         if (m_clearCache)
             context.appState().gameLibrary().clearCache(collection);
-        GameLibrary *library = co_await context.loadLibrary();
-        // A full load has looked at the disk; behind a load from the cache the look goes on, and is waited for here.
-        if (library->loadedFromCache())
-            co_await library->checkInstalledStatusSilent(collection);
+        const GameLibrary *library = co_await context.loadLibrary();
         if (context.json()) {
             Json document = jsonDocument();
             addLoadMembers(document, *library, timer.elapsed());

@@ -39,9 +39,6 @@ class StatusCommand : public Command {
             printOne(context, *library->game(game->id));
             co_return exitDone;
         }
-        // What the cache says may be old.
-        if (library->loadedFromCache())
-            co_await library->checkInstalledStatusSilent(library->collectionURL());
         printTotals(context, library->games());
         co_return exitDone;
     }

@@ -176,6 +176,9 @@ QCoro::Task<> BatchOperationsManager::execute(BatchOperationType type, QStringLi
 QCoro::Task<> BatchOperationsManager::runOperation(OnlyCopies onlyCopies) {
     const QPointer<BatchOperationsManager> self(this);
     const BatchOperationType type = m_currentOperation->type;
+    std::optional<GameLibrary::StatusHold> hold;
+    if (m_library)
+        hold.emplace(*m_library);
     const qsizetype count = m_currentOperation->results.size();
     // Where nobody watches the games go by, many are written at once: each write of the store is flushed to disk.
     const bool together = m_pause.count() == 0 && m_library && isFavoriteOperation(type);

@@ -13,8 +13,7 @@ namespace ludarium {
 using namespace Qt::StringLiterals;
 
 GameLibrary::GameLibrary(Host &host, LibraryServices services, QObject *parent)
-    : QObject(parent), m_host(host), m_services(std::move(services)), m_cache(host.paths), m_userData(host.settings) {
-    loadStatusIds();
+    : QObject(parent), m_host(host), m_services(std::move(services)), m_userData(host.settings) {
     // The first to hear of new games, so that nobody sees a recent list of records that are gone.
     connect(this, &GameLibrary::gamesChanged, this, &GameLibrary::buildRecentlyPlayedList);
     connect(&m_userData, &UserData::changedElsewhere, this, &GameLibrary::refreshAllFromUserData);

@@ -8,12 +8,15 @@
 #include "Services/Library/LibraryIndex.h"
 #include "Services/Library/LibraryServices.h"
 #include "Services/Library/MetadataIndexes.h"
+#include "Services/Library/SaveQueue.h"
+#include "Services/Library/SeenStatuses.h"
 #include "Services/Library/UserData.h"
 
 #include <QCoro/QCoroTask>
 #include <QElapsedTimer>
 #include <QHash>
 #include <QObject>
+#include <QPointer>
 
 namespace ludarium {
 
@@ -89,12 +92,26 @@ class GameLibrary : public QObject {
 
     /// Looks at the disk for one game and takes over what it finds.
     QCoro::Task<> updateGameStatus(QString id);
+    /// While one lives, changes of statuses are kept for the next start all at once at its end: for a batch of many.
+    class StatusHold {
+      public:
+        explicit StatusHold(GameLibrary &library) : m_library(&library) { ++library.m_statusHolds; }
+        ~StatusHold();
+        StatusHold(const StatusHold &) = delete;
+        StatusHold &operator=(const StatusHold &) = delete;
+
+      private:
+        QPointer<GameLibrary> m_library;
+    };
     /// What an install or an uninstall ended with. After an uninstall the disk tells whether an archive is there.
     QCoro::Task<> markGameInstalled(QString id, bool installed);
     /// Takes over a status that is known.
     void setGameStatus(const QString &id, const GameStatus &status);
     /// Compares every game's status with the disk; publishes only when something changed.
     QCoro::Task<> checkInstalledStatusSilent(QString collection);
+
+    /// Waits for the look at the disk that goes on behind a load from the cache; then the games stand as on the disk.
+    QCoro::Task<> statusesVerified();
 
     /// Full loads trust that every game is installed instead of looking at the disk.
     bool skipInstallCheck() const;
@@ -116,6 +133,7 @@ class GameLibrary : public QObject {
     void loadingChanged();
     void errorMessageChanged();
     void unavailableChanged();
+    void verificationEnded();
 
   private:
     struct Loaded;
@@ -125,8 +143,9 @@ class GameLibrary : public QObject {
     QCoro::Task<> offerSetup(QString collection);
     QCoro::Task<> offerRepair(QString collection);
     QCoro::Task<bool> loadUnavailable(QString collection, CollectionPresence presence);
-    QCoro::Task<> finishCacheLoad(CachedCollectionData data, bool verify);
-    QCoro::Task<> fullLoad(QString collection);
+    QCoro::Task<> finishCacheLoad(CachedCollectionData data, SeenStatuses seen, bool verify);
+    QCoro::Task<> fullLoad(QString collection, SeenStatuses seen);
+    QCoro::Task<> verifyStatuses(QString collection);
     QCoro::Task<> step(QString status, double progress);
     std::function<std::shared_ptr<const LibraryIndex>(const GameList &games)> indexBuilder() const;
     void saveCache(CachedCollectionData data);
@@ -139,8 +158,12 @@ class GameLibrary : public QObject {
     void refreshFromUserData(const QStringList &ids);
     void refreshAllFromUserData();
     void buildRecentlyPlayedList();
-    void loadStatusIds();
-    void saveStatusIds();
+    CacheFiles cacheFiles(const QString &collection) const;
+    struct Opened;
+    std::function<Opened()> cacheOpener(const QString &collection) const;
+    /// Keeps what is known of all games, as of a look at the disk that began at `time`.
+    void saveAllStatuses(double time);
+    void saveStatusChanges();
     QString keep(const std::function<void()> &change);
     void setLoading(bool loading);
     void setStatus(const QString &status, double progress);
@@ -149,10 +172,15 @@ class GameLibrary : public QObject {
 
     Host &m_host;
     LibraryServices m_services;
-    LibraryCache m_cache;
     UserData m_userData;
-    QSet<QString> m_installedIds;
-    QSet<QString> m_compressedIds;
+    SaveQueue m_saves;
+    QList<std::pair<QString, GameStatus>> m_statusChanges; ///< that are not saved yet
+    int m_statusHolds = 0;
+    /// Looks at the disk that go on, and the games whose status became known otherwise meanwhile.
+    int m_looks = 0;
+    QSet<QString> m_changedDuringLooks;
+    int m_verifications = 0;
+    bool m_statusesKept = false; ///< the files tell what is known of the games
     QString m_collection;
     QString m_shownCollection; ///< whose games `m_games` are
     GameList m_games;

@@ -32,7 +32,7 @@ struct GameLibrary::Loaded {
     QList<AdditionalApplication> applications;
 };
 
-QCoro::Task<> GameLibrary::fullLoad(QString collection) {
+QCoro::Task<> GameLibrary::fullLoad(QString collection, SeenStatuses seen) {
     const QPointer<GameLibrary> self(this);
     co_await step(QStringLiteral("No cache found. Loading from XML files (first time only)..."), 0);
     auto validate = [collection] { return validateCollectionStructure(collection); };
@@ -133,14 +133,10 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
         skip ? QStringLiteral("Skipping file checks (fast mode)...") : QStringLiteral("Checking game folders..."), 0.6);
     struct Checked {
         GameList games;
-        QSet<QString> installed;
-        QSet<QString> compressed;
         QString unavailable;
     };
-    const auto known = [installed = m_installedIds, compressed = m_compressedIds](const Game &game) {
-        const bool isInstalled = installed.contains(game.id);
-        return GameStatus{.isInstalled = isInstalled, .isCompressed = !isInstalled && compressed.contains(game.id)};
-    };
+    const double lookBegan = LibraryCache::toCacheDate(now());
+    const auto known = [seen](const Game &game) { return seen.of(game.id); };
     auto checkDisk = [games = std::move(loaded.games), services, skip, collection, known]() mutable {
         QElapsedTimer checking;
         checking.start();
@@ -154,6 +150,8 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
             if (look.isAway)
                 throw CollectionAway(look.unavailable);
             const QList<GameStatus> &statuses = look.statuses;
+            qsizetype installed = 0;
+            qsizetype compressed = 0;
             qsizetype downloadable = 0;
             for (qsizetype i = 0; i < games.size(); ++i) {
                 Game &game = changeable(games[i]);
@@ -161,15 +159,13 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
                 game.isCompressed = statuses[i].isCompressed;
                 game.isDownloadable = statuses[i].isDownloadable;
                 game.downloadSize = statuses[i].downloadSize;
-                if (game.isInstalled)
-                    result.installed.insert(game.id);
-                if (game.isCompressed)
-                    result.compressed.insert(game.id);
+                installed += game.isInstalled;
+                compressed += game.isCompressed;
                 downloadable += game.isDownloadable;
             }
             Log::info(QStringLiteral("⏱️ Installation check complete: %1").arg(milliseconds(checking)));
-            Log::info(QStringLiteral("   - Games installed: %1").arg(result.installed.size()));
-            Log::info(QStringLiteral("   - Games compressed: %1").arg(result.compressed.size()));
+            Log::info(QStringLiteral("   - Games installed: %1").arg(installed));
+            Log::info(QStringLiteral("   - Games compressed: %1").arg(compressed));
             Log::info(QStringLiteral("   - Games downloadable (Lite): %1").arg(downloadable));
             Log::info(QStringLiteral("   - Games per second: %1")
                           .arg(games.size() * 1000 / std::max<qint64>(checking.elapsed(), 1)));
@@ -180,15 +176,11 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
     Checked checked = co_await runOnPool(checkDisk);
     requireAlive(self);
     setUnavailable(checked.unavailable);
-    if (!skip && services.checkStatus) {
-        m_installedIds = checked.installed;
-        m_compressedIds = checked.compressed;
-        saveStatusIds();
-    }
+    const bool looked = !skip && services.checkStatus;
 
     co_await step(QStringLiteral("Applying favorites and play history..."), 0.7);
     const UserData::Values user = m_userData.values();
-    const QSet<QString> installedIds = m_installedIds;
+    const QSet<QString> installedIds = looked ? QSet<QString>() : seen.installed;
     struct Applied {
         GameList games;
         MetadataIndexes metadata;
@@ -230,10 +222,13 @@ QCoro::Task<> GameLibrary::fullLoad(QString collection) {
     m_platforms = applied.platforms;
     const GameList published = m_games;
     Q_EMIT platformsChanged();
+    m_statusesKept = false;
+    if (looked)
+        saveAllStatuses(lookBegan);
 
     co_await step(QStringLiteral("Building indexes..."), 0.8);
     m_metadata = applied.metadata;
-    if (!skip && services.checkStatus)
+    if (looked)
         m_host.notifications.post(Notifications::gameStatusesUpdated);
     co_await step(QStringLiteral("Loading playlists..."), 0.9);
     auto parsePlaylists = [collection] { return LaunchBoxParser().parsePlaylists(collection); };
@@ -263,8 +258,9 @@ void GameLibrary::saveCache(CachedCollectionData data) {
                   .arg(data.games.size())
                   .arg(data.platforms.size())
                   .arg(data.playlists.size()));
-    auto save = [cache = m_cache, data = std::move(data)] { cache.save(data); };
-    spawn(runOnPool(save), "saving the library cache");
+    const QString name = QStringLiteral("cache of ") + data.collectionPath;
+    auto save = [cache = LibraryCache(cacheFiles(data.collectionPath)), data = std::move(data)] { cache.save(data); };
+    m_saves.post(name, save);
 }
 
 } // namespace ludarium

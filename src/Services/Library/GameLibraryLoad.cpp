@@ -13,6 +13,8 @@
 
 namespace ludarium {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 /// What a list from the cache becomes before it is published.
@@ -67,17 +69,15 @@ QCoro::Task<> GameLibrary::loadCollection(QString collection) {
         if (!self || !prepared)
             co_return;
         co_await step(QStringLiteral("Checking for cached data..."), m_loadingProgress);
-        const LibraryCache cache = m_cache;
-        const QDateTime today = now();
-        auto loadCache = [=] { return cache.load(collection, today); };
-        std::optional<CachedCollectionData> cached = co_await runOnPool(loadCache);
+        auto open = cacheOpener(collection);
+        Opened opened = co_await runOnPool(open);
         if (!self)
             co_return;
-        m_loadedFromCache = cached.has_value();
-        if (cached)
-            co_await finishCacheLoad(std::move(*cached), true);
+        m_loadedFromCache = opened.cached.has_value();
+        if (opened.cached)
+            co_await finishCacheLoad(std::move(*opened.cached), std::move(opened.seen), true);
         else
-            co_await fullLoad(collection);
+            co_await fullLoad(collection, std::move(opened.seen));
     } catch (const Abandoned &) {
         co_return;
     } catch (const CollectionAway &error) {
@@ -108,6 +108,36 @@ std::function<std::shared_ptr<const LibraryIndex>(const GameList &games)> GameLi
     };
 }
 
+/// Reads what the last load and the last look at the disk left, for the thread pool.
+std::function<GameLibrary::Opened()> GameLibrary::cacheOpener(const QString &collection) const {
+    const bool arePlain = cacheFiles(collection).arePlain();
+    const std::optional<QStringList> olderInstalled = m_host.settings.storedValue(Settings::installedGames);
+    const std::optional<QStringList> olderCompressed = m_host.settings.storedValue(Settings::compressedGames);
+    return [=, runInOrder = m_saves.runner(), cache = LibraryCache(cacheFiles(collection)), today = now()] {
+        Opened opened;
+        runInOrder([&] {
+            cache.settle(collection);
+            const CacheFiles::Lock lock(cache.files());
+            opened.seen = SeenStatuses::load(cache.files());
+        });
+        // Where older versions kept the ids.
+        const auto migrate = [&](QSet<QString> &ids, const std::optional<QStringList> &older, const char *what) {
+            if (opened.seen.found || !arePlain || !older)
+                return;
+            ids = QSet<QString>(older->cbegin(), older->cend());
+            Log::info(u"%1 %2 game IDs from UserDefaults"_s.arg(ids.size()).arg(QLatin1StringView(what)));
+        };
+        migrate(opened.seen.installed, olderInstalled, "installed");
+        migrate(opened.seen.compressed, olderCompressed, "compressed");
+        if (opened.seen.found) {
+            Log::info(u"%1 installed game IDs from file cache"_s.arg(opened.seen.installed.size()));
+            Log::info(u"%1 compressed game IDs from file cache"_s.arg(opened.seen.compressed.size()));
+        }
+        opened.cached = cache.load(collection, today);
+        return opened;
+    };
+}
+
 /// What is known of a collection that cannot be looked at: what stands in memory, else what the cache holds. False when
 /// that is nothing and the folder is there.
 QCoro::Task<bool> GameLibrary::loadUnavailable(QString collection, CollectionPresence presence) {
@@ -118,15 +148,15 @@ QCoro::Task<bool> GameLibrary::loadUnavailable(QString collection, CollectionPre
         co_return true;
     }
     co_await step(QStringLiteral("Checking for cached data..."), m_loadingProgress);
-    auto loadCache = [cache = m_cache, collection, today = now()] { return cache.load(collection, today); };
-    std::optional<CachedCollectionData> cached = co_await runOnPool(loadCache);
+    auto open = cacheOpener(collection);
+    Opened opened = co_await runOnPool(open);
     requireAlive(self);
-    if (!cached && presence.holdsOther)
+    if (!opened.cached && presence.holdsOther)
         co_return false;
     setUnavailable(presence.collection);
-    m_loadedFromCache = cached.has_value();
-    if (cached) {
-        co_await finishCacheLoad(std::move(*cached), false);
+    m_loadedFromCache = opened.cached.has_value();
+    if (opened.cached) {
+        co_await finishCacheLoad(std::move(*opened.cached), std::move(opened.seen), false);
         co_return true;
     }
     setStatus(QStringLiteral("Validation failed"), m_loadingProgress);
@@ -135,16 +165,16 @@ QCoro::Task<bool> GameLibrary::loadUnavailable(QString collection, CollectionPre
 }
 
 /// With `verify` the disk is looked at afterwards.
-QCoro::Task<> GameLibrary::finishCacheLoad(CachedCollectionData data, bool verify) {
+QCoro::Task<> GameLibrary::finishCacheLoad(CachedCollectionData data, SeenStatuses seen, bool verify) {
     const QPointer<GameLibrary> self(this);
     const QString collection = data.collectionPath;
     co_await step(QStringLiteral("Loading from cache (fast!)..."), 0.5);
     co_await step(QStringLiteral("Refreshing favorites and play counts..."), 0.7);
     // User data goes into the records before they are published, while nobody else holds them: one publication, and
     // no record is copied. The sidebar stands as soon as the games do, so what it needs is made with them.
-    auto prepareGames = [user = m_userData.values(), installed = m_installedIds, compressed = m_compressedIds,
-                         platforms = data.platforms, games = std::move(data.games),
-                         buildIndex = indexBuilder()]() mutable {
+    const bool statusesKept = seen.found;
+    auto prepareGames = [user = m_userData.values(), seen = std::move(seen), platforms = data.platforms,
+                         games = std::move(data.games), buildIndex = indexBuilder()]() mutable {
         Refreshed result;
         // What the user and the disk say is in no index.
         QFuture<void> indexes = QtConcurrent::run([&] {
@@ -152,7 +182,7 @@ QCoro::Task<> GameLibrary::finishCacheLoad(CachedCollectionData data, bool verif
             result.index = buildIndex(games);
         });
         result.positions = positionsOf(games);
-        const qsizetype count = refreshRecords(games, result.positions, installed, compressed, user);
+        const qsizetype count = refreshRecords(games, result.positions, seen, user);
         if (count == 0)
             Log::info(QStringLiteral("No user data to refresh"));
         else
@@ -169,6 +199,7 @@ QCoro::Task<> GameLibrary::finishCacheLoad(CachedCollectionData data, bool verif
     co_await step(QStringLiteral("Using cached installation data..."), 0.8);
     publish(std::move(refreshed.games), std::move(refreshed.positions), refreshed.index);
     m_shownCollection = collection;
+    m_statusesKept = statusesKept;
     m_platforms = std::move(refreshed.platforms);
     co_await step(QStringLiteral("Building indexes..."), 0.9);
     m_metadata = std::move(refreshed.metadata);
@@ -183,7 +214,8 @@ QCoro::Task<> GameLibrary::finishCacheLoad(CachedCollectionData data, bool verif
     if (!verify)
         co_return;
     Log::info(QStringLiteral("🔄 Starting background filesystem verification (non-blocking)..."));
-    spawn(checkInstalledStatusSilent(collection), "verifying the installation status");
+    ++m_verifications;
+    spawn(verifyStatuses(collection), "verifying the installation status");
 }
 
 } // namespace ludarium

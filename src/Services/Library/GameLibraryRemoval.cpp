@@ -23,8 +23,6 @@ void GameLibrary::clearCollectionData() {
             m_host.settings.remove(Settings::compressedGames);
         });
     });
-    m_installedIds.clear();
-    m_compressedIds.clear();
     m_metadata = {};
     m_allPlatforms.clear();
     m_platforms.clear();
@@ -32,7 +30,18 @@ void GameLibrary::clearCollectionData() {
     publish({}, {});
     Q_EMIT platformsChanged();
     Q_EMIT playlistsChanged();
-    saveStatusIds(); // those of the next collection come with its first look at the disk
+    m_shownCollection.clear();
+    m_statusChanges.clear();
+    m_statusesKept = false;
+    // Those of the next collection come with its first look at the disk.
+    auto forget = [files = CacheFiles(m_host.paths), time = LibraryCache::toCacheDate(now())] {
+        const CacheFiles::Lock lock(files);
+        files.prepareFolder();
+        SeenStatuses nothing;
+        nothing.time = time;
+        nothing.save(files);
+    };
+    m_saves.post({}, forget);
     Log::info(QStringLiteral("🧹 Cleared collection-specific data"));
 }
 
@@ -98,7 +107,7 @@ void GameLibrary::clearCache(const QString &collection) {
         Log::warning(QStringLiteral("⚠️ The cache is kept: %1").arg(presence.collection));
         return;
     }
-    m_cache.clear();
+    LibraryCache(cacheFiles(collection)).clear();
 }
 
 void GameLibrary::resetForTesting() {

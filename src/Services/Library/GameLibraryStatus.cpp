@@ -2,6 +2,7 @@
 
 #include "Host/AppLogger.h"
 #include "Host/Async.h"
+#include "Host/Clock.h"
 #include "Host/Host.h"
 #include "Host/NotificationCenter.h"
 #include "Host/Settings.h"
@@ -9,10 +10,13 @@
 #include "Services/Library/DiskLook.h"
 #include "Services/Library/GameLibrary.h"
 
+#include <QCoro/QCoroSignal>
 #include <QElapsedTimer>
-#include <QPointer>
+#include <algorithm>
 
 namespace ludarium {
+
+using namespace Qt::StringLiterals;
 
 void GameLibrary::setGameStatus(const QString &id, const GameStatus &status) {
     const auto at = position(id);
@@ -25,9 +29,16 @@ void GameLibrary::setGameStatus(const QString &id, const GameStatus &status) {
             game.isDownloadable = status.isDownloadable;
             game.downloadSize = status.downloadSize;
         });
-    status.isInstalled ? void(m_installedIds.insert(id)) : void(m_installedIds.remove(id));
-    status.isCompressed ? void(m_compressedIds.insert(id)) : void(m_compressedIds.remove(id));
-    saveStatusIds();
+    if (m_looks > 0)
+        m_changedDuringLooks.insert(id);
+    m_statusChanges.append({id, status});
+    if (m_statusHolds == 0)
+        saveStatusChanges();
+}
+
+GameLibrary::StatusHold::~StatusHold() {
+    if (m_library && --m_library->m_statusHolds == 0)
+        m_library->saveStatusChanges();
 }
 
 QCoro::Task<> GameLibrary::markGameInstalled(QString id, bool installed) {
@@ -88,13 +99,20 @@ QCoro::Task<> GameLibrary::checkInstalledStatusSilent(QString collection) {
         co_return;
     const QPointer<GameLibrary> self(this);
     const GameList snapshot = m_games;
+    const double began = LibraryCache::toCacheDate(now());
     QElapsedTimer timer;
     timer.start();
+    ++m_looks;
     auto look = [=, services = m_services] {
         return DiskLook::take(services, snapshot, collection, [](const Game &game) { return GameStatus::of(game); });
     };
     const DiskLook found = co_await runOnPool(look);
-    if (!self || collection != m_collection)
+    if (!self)
+        co_return;
+    const QSet<QString> changedMeanwhile = m_changedDuringLooks;
+    if (--m_looks == 0)
+        m_changedDuringLooks.clear();
+    if (collection != m_collection)
         co_return;
     setUnavailable(found.unavailable);
     const QList<GameStatus> &statuses = found.statuses;
@@ -103,17 +121,11 @@ QCoro::Task<> GameLibrary::checkInstalledStatusSilent(QString collection) {
 
     // The list may have changed meanwhile: results go to the current record of each id.
     GameList games = m_games;
-    QSet<QString> installed;
-    QSet<QString> compressed;
     qsizetype changes = 0;
     for (qsizetype i = 0; i < snapshot.size(); ++i) {
         const QString &id = snapshot[i]->id;
-        if (statuses[i].isInstalled)
-            installed.insert(id);
-        if (statuses[i].isCompressed)
-            compressed.insert(id);
         const auto at = position(id);
-        if (!at || GameStatus::of(*games[*at]) == statuses[i])
+        if (!at || GameStatus::of(*games[*at]) == statuses[i] || changedMeanwhile.contains(id))
             continue;
         auto changed = std::make_shared<Game>(*games[*at]);
         changed->isInstalled = statuses[i].isInstalled;
@@ -123,11 +135,6 @@ QCoro::Task<> GameLibrary::checkInstalledStatusSilent(QString collection) {
         games[*at] = std::move(changed);
         ++changes;
     }
-    const bool idsChanged = installed != m_installedIds || compressed != m_compressedIds;
-    m_installedIds = std::move(installed);
-    m_compressedIds = std::move(compressed);
-    if (idsChanged)
-        saveStatusIds();
     if (changes == 0) {
         Log::info(QStringLiteral("🔇 Silent check: no changes detected — UI unchanged"));
     } else {
@@ -137,37 +144,69 @@ QCoro::Task<> GameLibrary::checkInstalledStatusSilent(QString collection) {
         Q_EMIT platformsChanged();
         m_host.notifications.post(Notifications::gameStatusesUpdated);
     }
+    if (changes != 0 || !m_statusesKept)
+        saveAllStatuses(began);
     Log::info(QStringLiteral("⏱️ Silent check took %1s, %2 changes")
                   .arg(static_cast<double>(timer.elapsed()) / 1000, 0, 'f', 2)
                   .arg(changes));
 }
 
-void GameLibrary::loadStatusIds() {
-    bool migrates = false;
-    const auto read = [&](const QString &file, const Setting<QStringList> &older, const char *what) {
-        if (const auto ids = LibraryCache::loadIds(file)) {
-            Log::info(QStringLiteral("%1 %2 game IDs from file cache").arg(ids->size()).arg(QLatin1StringView(what)));
-            return *ids;
-        }
-        const std::optional<QStringList> list = m_host.settings.storedValue(older);
-        if (!list)
-            return QSet<QString>();
-        migrates = true;
-        Log::info(QStringLiteral("%1 %2 game IDs from UserDefaults").arg(list->size()).arg(QLatin1StringView(what)));
-        return QSet<QString>(list->cbegin(), list->cend());
-    };
-    m_installedIds = read(m_cache.installedIdsFile(), Settings::installedGames, "installed");
-    m_compressedIds = read(m_cache.compressedIdsFile(), Settings::compressedGames, "compressed");
-    if (migrates)
-        saveStatusIds();
+QCoro::Task<> GameLibrary::verifyStatuses(QString collection) {
+    const QPointer<GameLibrary> self(this);
+    QString failure;
+    try {
+        co_await checkInstalledStatusSilent(collection);
+    } catch (...) {
+        failure = currentExceptionText();
+    }
+    if (!failure.isEmpty())
+        Log::error(u"❌ verifying the installation status: %1"_s.arg(failure));
+    if (!self)
+        co_return;
+    --m_verifications;
+    Q_EMIT verificationEnded();
 }
 
-void GameLibrary::saveStatusIds() {
-    auto save = [cache = m_cache, installed = m_installedIds, compressed = m_compressedIds] {
-        LibraryCache::saveIds(cache.installedIdsFile(), installed);
-        LibraryCache::saveIds(cache.compressedIdsFile(), compressed);
+QCoro::Task<> GameLibrary::statusesVerified() {
+    const QPointer<GameLibrary> self(this);
+    while (self && m_verifications > 0)
+        co_await qCoro(this, &GameLibrary::verificationEnded);
+}
+
+CacheFiles GameLibrary::cacheFiles(const QString &collection) const {
+    return CacheFiles(m_host.paths, collection, m_host.settings.value(Settings::collectionPath));
+}
+
+void GameLibrary::saveAllStatuses(double time) {
+    m_statusesKept = true;
+    m_statusChanges.clear(); // they stand in the records
+    auto save = [files = cacheFiles(m_shownCollection), games = m_games, time, today = now()] {
+        const SeenStatuses seen = SeenStatuses::of(games, time);
+        const CacheFiles::Lock lock(files);
+        files.prepareFolder();
+        if (!seen.saveUnlessOlder(files, LibraryCache::toCacheDate(today)))
+            Log::info(u"The status of games was seen later by another process; that stays"_s);
     };
-    spawn(runOnPool(save), "saving the ids of installed games");
+    m_saves.post(u"statuses of "_s + m_shownCollection, save);
+}
+
+void GameLibrary::saveStatusChanges() {
+    if (m_statusChanges.isEmpty())
+        return;
+    const double time = LibraryCache::toCacheDate(now());
+    if (!m_statusesKept)
+        return saveAllStatuses(time);
+    // Into what is there: another process may have kept changes of its own.
+    auto save = [files = cacheFiles(m_shownCollection), changes = std::exchange(m_statusChanges, {}), time] {
+        const CacheFiles::Lock lock(files);
+        files.prepareFolder();
+        SeenStatuses seen = SeenStatuses::load(files);
+        for (const auto &[id, status] : changes)
+            seen.set(id, status);
+        seen.time = std::max(seen.time, time);
+        seen.save(files);
+    };
+    m_saves.post({}, save);
 }
 
 } // namespace ludarium

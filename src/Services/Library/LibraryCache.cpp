@@ -1,26 +1,25 @@
 #include "Services/Library/LibraryCache.h"
 
 #include "Host/AppLogger.h"
-#include "Host/HostPaths.h"
 #include "Host/SafeFiles.h"
-#include "Models/GameDecoder.h"
 #include "Models/RecordEncoder.h"
 #include "Services/Library/CachedCollectionReader.h"
+#include "Services/Library/LibraryDetails.h"
 
-#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
-#include <QJsonArray>
 #include <QJsonDocument>
-#include <algorithm>
+#include <QJsonObject>
 
 namespace ludarium {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr int maxAgeDays = 29;
-constexpr qint64 maxIdsFile = 64LL << 20;
+constexpr qint64 maxDetails = 1LL << 30;
 
 const QDateTime &referenceDate() {
     static const QDateTime date(QDate(2001, 1, 1), QTime(0, 0), Qt::UTC);
@@ -37,6 +36,27 @@ qint64 wholeDays(const QDateTime &from, const QDateTime &to) {
     if (days > 0 && start.addDays(days) > end)
         --days;
     return days;
+}
+
+/// Whose state a cache file holds, and of when.
+struct Stamp {
+    QString collection;
+    double date = 0;
+};
+
+/// Of a file that `save` wrote, from its first bytes; none for any other.
+std::optional<Stamp> stampOf(const QString &path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    QByteArray head = file.read(64 << 10);
+    const qsizetype end = head.indexOf(",\"platforms\":");
+    if (!head.startsWith("{\"collectionPath\":") || end < 0)
+        return std::nullopt;
+    const QJsonObject object = QJsonDocument::fromJson(head.first(end) + '}').object();
+    const QString collection = object.value("collectionPath"_L1).toString();
+    return collection.isEmpty() ? std::nullopt
+                                : std::optional(Stamp{collection, object.value("cacheDate"_L1).toDouble()});
 }
 
 template<typename List>
@@ -57,19 +77,6 @@ void appendList(QByteArray &out, const char *key, const List &values) {
 }
 
 } // namespace
-
-LibraryCache::LibraryCache(const HostPaths &paths)
-    : m_folder(paths.layout() == HostLayout::MacOS ? QFileInfo(paths.caches()).path() : paths.caches()) {}
-
-QString LibraryCache::cacheFile() const {
-    return m_folder + QStringLiteral("/com.ludarium.app.GameLibraryCache.json");
-}
-QString LibraryCache::installedIdsFile() const {
-    return m_folder + QStringLiteral("/com.ludarium.app.installedGameIds.json");
-}
-QString LibraryCache::compressedIdsFile() const {
-    return m_folder + QStringLiteral("/com.ludarium.app.compressedGameIds.json");
-}
 
 double LibraryCache::toCacheDate(const QDateTime &time) {
     return static_cast<double>(referenceDate().msecsTo(time)) / 1000.0;
@@ -105,6 +112,11 @@ std::optional<CachedCollectionData> LibraryCache::load(const QString &collection
             Log::info(QStringLiteral("   ❌ Cache has 0 games - forcing re-parse"));
             return std::nullopt;
         }
+        QFile details(m_files.details());
+        if (!details.open(QIODevice::ReadOnly) || details.size() > maxDetails ||
+            !LibraryDetails::apply(details.readAll(), data))
+            Log::warning(
+                u"⚠️ There are no details of the games that fit the cache; the next full load brings them"_s);
         Log::info(QStringLiteral("   ✅ Cache valid: %1 games, %2 days old").arg(data.games.size()).arg(days));
     } catch (const std::exception &error) {
         Log::warning(QStringLiteral("   ❌ Failed to load cache: %1").arg(QString::fromUtf8(error.what())));
@@ -114,7 +126,43 @@ std::optional<CachedCollectionData> LibraryCache::load(const QString &collection
     return data;
 }
 
+void LibraryCache::settle(const QString &collection) const {
+    const CacheFiles::Lock lock(m_files);
+    m_files.prepareFolder();
+    const std::optional<Stamp> plain = stampOf(m_files.plain().cache());
+    if (!m_files.arePlain()) {
+        if (plain && plain->collection == collection && !QFileInfo::exists(m_files.cache()))
+            m_files.plain().moveTo(m_files);
+        m_files.noteUse();
+        return;
+    }
+    if (plain && plain->collection == collection)
+        return;
+    const CacheFiles mine = m_files.named(collection);
+    const bool hasOwn = QFileInfo::exists(mine.cache());
+    if (plain)
+        m_files.moveTo(m_files.named(plain->collection));
+    if (hasOwn)
+        mine.moveTo(m_files);
+    m_files.noteUse();
+}
+
 void LibraryCache::save(const CachedCollectionData &data) const {
+    const CacheFiles::Lock lock(m_files);
+    m_files.prepareFolder();
+    if (const std::optional<Stamp> before = stampOf(cacheFile())) {
+        if (before->collection != data.collectionPath)
+            m_files.moveTo(m_files.named(before->collection));
+        else if (before->date > data.cacheDate && before->date <= toCacheDate(QDateTime::currentDateTimeUtc())) {
+            Log::info(u"The cache holds a later state of the collection; it stays"_s);
+            return;
+        }
+    }
+    saveHeld(data);
+    m_files.noteUse();
+}
+
+void LibraryCache::saveHeld(const CachedCollectionData &data) const {
     QElapsedTimer timer;
     timer.start();
     // What decides whether the cache is used stands first, so that a reader can stop before the games.
@@ -125,51 +173,24 @@ void LibraryCache::save(const CachedCollectionData &data) const {
     appendList(out, "playlists", data.playlists);
     appendList(out, "games", data.games);
     out += '}';
-    QDir().mkpath(m_folder);
-    if (const QString problem = writeAtomically(cacheFile(), out); !problem.isEmpty())
+    // The details first: of a save that ends between the two, neither fits the other.
+    QString problem = writeAtomically(m_files.details(), LibraryDetails::encode(data), true);
+    if (problem.isEmpty())
+        problem = writeAtomically(cacheFile(), out, true);
+    if (!problem.isEmpty())
         Log::error(QStringLiteral("❌ Failed to save cache: %1").arg(problem));
     else
         Log::info(QStringLiteral("⏱️ Cache of %1 games saved in %2ms").arg(data.games.size()).arg(timer.elapsed()));
 }
 
 void LibraryCache::clear() const {
+    const CacheFiles::Lock lock(m_files);
     QFile file(cacheFile());
     if (file.remove())
         Log::info(QStringLiteral("✅ Cache cleared: %1").arg(cacheFile()));
     else
         Log::warning(QStringLiteral("⚠️ Cache clear failed (may not exist): %1").arg(file.errorString()));
-}
-
-std::optional<QSet<QString>> LibraryCache::loadIds(const QString &path) {
-    if (!QFileInfo::exists(path))
-        return std::nullopt;
-    QFile file(path);
-    if (file.open(QIODevice::ReadOnly) && file.size() <= maxIdsFile) {
-        const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
-        const QJsonArray array = document.array();
-        if (document.isArray() &&
-            std::all_of(array.begin(), array.end(), [](const QJsonValue &value) { return value.isString(); })) {
-            QSet<QString> ids;
-            for (const QJsonValue &value : array)
-                ids.insert(value.toString());
-            return ids;
-        }
-    }
-    Log::warning(QStringLiteral("⚠️ %1 is no list of game ids; the next look at the disk makes it anew").arg(path));
-    return std::nullopt;
-}
-
-void LibraryCache::saveIds(const QString &path, const QSet<QString> &ids) {
-    QByteArray out = "[";
-    for (const QString &id : ids) {
-        if (out.size() > 1)
-            out += ',';
-        appendJsonText(out, id);
-    }
-    out += ']';
-    QDir().mkpath(QFileInfo(path).path());
-    if (const QString problem = writeAtomically(path, out); !problem.isEmpty())
-        Log::warning(QStringLiteral("⚠️ Failed to save %1: %2").arg(path, problem));
+    QFile::remove(m_files.details());
 }
 
 } // namespace ludarium

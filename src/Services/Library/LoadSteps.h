@@ -7,6 +7,12 @@
 
 namespace ludarium {
 
+/// What is kept of a collection from its last load.
+struct GameLibrary::Opened {
+    SeenStatuses seen;
+    std::optional<CachedCollectionData> cached;
+};
+
 /// The library was destroyed while its load was waiting for something.
 struct Abandoned {};
 

@@ -10,8 +10,8 @@ Game &changeable(GamePtr &game) {
     return const_cast<Game &>(*game);
 }
 
-qsizetype refreshRecords(GameList &games, const QHash<QString, qsizetype> &positions, const QSet<QString> &installed,
-                         const QSet<QString> &compressed, const UserData::Values &user) {
+qsizetype refreshRecords(GameList &games, const QHash<QString, qsizetype> &positions, const SeenStatuses &seen,
+                         const UserData::Values &user) {
     std::vector<bool> changed(static_cast<size_t>(games.size()));
     const auto change = [&](qsizetype at) -> Game & {
         changed[static_cast<size_t>(at)] = true;
@@ -23,10 +23,23 @@ qsizetype refreshRecords(GameList &games, const QHash<QString, qsizetype> &posit
     };
     PlatformTest isROM(&Platform::isRetroArchPlatformName);
     PlatformTest isContent(&isContentPlatform);
-    for (const QString &id : compressed)
-        changeById(id, [&](Game &game) { game.isCompressed = !isContent(game.platform); });
-    for (const QString &id : installed)
-        changeById(id, [](Game &game) {
+    for (auto it = seen.downloadable.cbegin(); it != seen.downloadable.cend(); ++it)
+        changeById(it.key(), [&](Game &game) {
+            game.isDownloadable = true;
+            game.downloadSize = it.value();
+        });
+    const auto noDownload = [](Game &game) {
+        game.isDownloadable = false;
+        game.downloadSize = QString();
+    };
+    for (const QString &id : seen.compressed)
+        changeById(id, [&](Game &game) {
+            noDownload(game);
+            game.isCompressed = !isContent(game.platform);
+        });
+    for (const QString &id : seen.installed)
+        changeById(id, [&](Game &game) {
+            noDownload(game);
             game.isInstalled = true;
             game.isCompressed = false;
         });

@@ -27,8 +27,8 @@ class PlatformTest {
 
 /// Brings the status of the last look at the disk and the user's data into records that nobody else holds yet. The ids
 /// are looked up among the games, not the games among the ids, of which there are few. Returns how many games changed.
-qsizetype refreshRecords(GameList &games, const QHash<QString, qsizetype> &positions, const QSet<QString> &installed,
-                         const QSet<QString> &compressed, const UserData::Values &user);
+qsizetype refreshRecords(GameList &games, const QHash<QString, qsizetype> &positions, const SeenStatuses &seen,
+                         const UserData::Values &user);
 
 /// Gives every game those of `applications` that name it.
 void associateAdditionalApplications(GameList &games, const QList<AdditionalApplication> &applications);

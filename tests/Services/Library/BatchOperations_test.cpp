@@ -349,4 +349,20 @@ TEST_F(BatchOperations, LetTheGameUnderWayEndWhenTheyAreCancelled) {
 
 } // namespace
 
+TEST_F(BatchOperations, KeepTheStatusesOfAllTheirGamesInOneSave) {
+    QThreadPool::globalInstance()->waitForDone();
+    const QString file = CacheFiles(host.host().paths).installedIds();
+    manager.setInstaller([](GamePtr, QString) -> QCoro::Task<> { co_return; });
+    bool savedEarly = false;
+    QObject::connect(&manager, &BatchOperationsManager::currentOperationChanged, &manager, [&] {
+        QThreadPool::globalInstance()->waitForDone();
+        if (!manager.currentOperation()->isComplete)
+            savedEarly = savedEarly || SeenStatuses::loadIds(file) != QSet<QString>();
+    });
+    await(manager.execute(Type::install, {u"g0"_s, u"g1"_s, u"g2"_s}));
+    QThreadPool::globalInstance()->waitForDone();
+    EXPECT_FALSE(savedEarly);
+    EXPECT_EQ(SeenStatuses::loadIds(file), (QSet<QString>{u"g0"_s, u"g1"_s, u"g2"_s}));
+}
+
 } // namespace ludarium::test

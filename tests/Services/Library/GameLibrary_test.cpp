@@ -113,7 +113,7 @@ TEST_F(GameLibraryTest, FillsTheLibraryFromTheFilesAndThenFromTheCache) {
         EXPECT_TRUE(library->game(QStringLiteral("b"))->isCompressed);
         EXPECT_TRUE(library->game(QStringLiteral("s"))->isInstalled); // ROM platforms always count as installed
         EXPECT_EQ(library->game(QStringLiteral("w")), nullptr);
-        EXPECT_EQ(library->game(QStringLiteral("b"))->additionalApplications.size(), cached ? 0 : 1);
+        EXPECT_EQ(library->game(QStringLiteral("b"))->additionalApplications.size(), 1) << cached;
         ASSERT_EQ(library->playlists().size(), 1);
         EXPECT_EQ(library->playlists()[0].gameIds.size(), 2);
         EXPECT_EQ(library->platforms().size(), 2);
@@ -308,8 +308,8 @@ TEST_F(GameLibraryTest, KeepsTheGamesOfEachCollectionUnderItsOwnPathWhenLoadsOve
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     QThreadPool::globalInstance()->waitForDone();
     const LibraryCache cache(host.host().paths);
-    EXPECT_FALSE(cache.load(quick, host.clock.now()));
     EXPECT_TRUE(cache.load(slow, host.clock.now()));
+    EXPECT_TRUE(LibraryCache(cache.files().named(quick)).load(quick, host.clock.now()));
 }
 
 TEST_F(GameLibraryTest, TakesAPlatformOutOfTheCollectionAndKeepsItsFileAside) {
@@ -359,7 +359,7 @@ TEST_F(GameLibraryTest, ShowsNoStaleRecordInTheRecentList) {
     EXPECT_TRUE(library->recentlyPlayed().isEmpty());
     EXPECT_TRUE(consistent);
     QThreadPool::globalInstance()->waitForDone();
-    EXPECT_EQ(LibraryCache::loadIds(LibraryCache(host.host().paths).installedIdsFile()), QSet<QString>());
+    EXPECT_EQ(SeenStatuses::loadIds(CacheFiles(host.host().paths).installedIds()), QSet<QString>());
 }
 
 TEST_F(GameLibraryTest, ChangesOneGameWithoutTouchingTheOthers) {
