@@ -27,6 +27,8 @@ namespace ludarium {
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
 constexpr std::chrono::milliseconds searchDelay{150};
 /// After a load, so that the first pictures on screen come before those that nobody looks at.
 constexpr std::chrono::seconds preCacheDelay{15};
@@ -72,15 +74,23 @@ AppState::~AppState() {
     m_tracker->suspend();
 }
 
-void AppState::restoreCollection() {
+bool AppState::restoreCollection() {
     const QString path = m_host.settings.value(Settings::collectionPath);
-    if (!path.isEmpty() && QFileInfo::exists(path))
-        setCollectionPath(path);
+    if (path.isEmpty())
+        return false;
+    if (!QFileInfo::exists(path)) {
+        m_missingCollection = path;
+        Log::warning(u"The collection folder is not there: %1"_s.arg(path));
+        return false;
+    }
+    setCollectionPath(path);
+    return true;
 }
 
 void AppState::setCollectionPath(const QString &path) {
     if (path.isEmpty())
         return;
+    m_missingCollection.clear();
     const QString old = std::exchange(m_collectionPath, QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
     collectionChanged(old);
 }

@@ -55,7 +55,10 @@ class AppState : public QObject {
     PrerequisitesManager &prerequisites() { return *m_prerequisites; }
     Host &host() { return m_host; }
 
-    void restoreCollection();
+    /// Opens the folder of the last run; false when there is none, or when it is not there.
+    bool restoreCollection();
+    /// The folder of the last run while it is not there; empty once another is open.
+    QString missingCollection() const { return m_missingCollection; }
     /// Empty when there is none.
     QString collectionPath() const { return m_collectionPath; }
     /// Remembers the folder, tells everybody and loads it. An empty path does nothing.
@@ -142,6 +145,7 @@ class AppState : public QObject {
     std::unique_ptr<BatchOperationsManager> m_batchOperations;
     std::unique_ptr<PrerequisitesManager> m_prerequisites;
     QString m_collectionPath;
+    QString m_missingCollection;
     ViewMode m_viewMode = ViewMode::grid;
     GridSize m_gridSize = GridSize::medium;
     bool m_groupDuplicateGames = true;

@@ -14,6 +14,9 @@ struct Alert {
     QString text;
     QStringList buttons;
     Style style = Style::Informational;
+    /// Index of the button that destroys what nothing brings back; -1 where none does. That one is drawn in red, and
+    /// the last button has the focus instead of the first.
+    int destructive = -1;
 };
 
 /// Questions to the user, answered asynchronously on the main thread.

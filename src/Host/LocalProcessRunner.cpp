@@ -7,6 +7,7 @@
 #include <QPointer>
 #include <QProcess>
 #include <QPromise>
+#include <csignal>
 #include <unistd.h>
 
 namespace ludarium {
@@ -112,6 +113,10 @@ QCoro::Task<std::optional<int>> LocalProcessRunner::waitForEmulator(ProcessId id
 
 bool LocalProcessRunner::isRunning(ProcessId id) const {
     return processStartTime(id.pid) == id.startTime;
+}
+
+bool LocalProcessRunner::askToEnd(ProcessId id) const {
+    return isRunning(id) && ::kill(pid_t(id.pid), SIGTERM) == 0;
 }
 
 void LocalProcessRunner::startDetached(const ProcessSpec &spec) {

@@ -21,6 +21,7 @@ class LocalProcessRunner : public QObject, public ProcessRunner {
     QCoro::Task<ProcessId> startEmulator(ProcessSpec spec) override;
     QCoro::Task<std::optional<int>> waitForEmulator(ProcessId id) override;
     bool isRunning(ProcessId id) const override;
+    bool askToEnd(ProcessId id) const override;
 
     /// Starts a program of the desktop (a browser, a terminal) and forgets it. Throws ProcessError when it cannot be
     /// started.

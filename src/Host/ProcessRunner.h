@@ -44,7 +44,7 @@ class ProcessError : public std::runtime_error {
 };
 
 /// Child processes. Tools are run to their end with their output drained; emulators are started and left alone: they
-/// outlive this program, and nothing here ends them.
+/// outlive this program, and only the user ends them.
 class ProcessRunner {
   public:
     virtual ~ProcessRunner() = default;
@@ -66,6 +66,10 @@ class ProcessRunner {
 
     /// True while a process with this pid and start time exists.
     virtual bool isRunning(ProcessId id) const = 0;
+
+    /// Sends TERM to this very process, whoever started it, and nothing more; false when it does not exist or may not
+    /// be told.
+    virtual bool askToEnd(ProcessId id) const = 0;
 };
 
 } // namespace ludarium

@@ -46,7 +46,8 @@ QImage BadgeImageProvider::requestImage(const QString &id, QSize *size, const QS
     painter.setFont(font);
     double x = 0;
     for (const Badge &badge : badges) {
-        const QColor ink(u'#' + parts.value(badge.icon == QLatin1String("check") ? 2 : 1));
+        const bool good = badge.icon == QLatin1String("check") || badge.icon == QLatin1String("play");
+        const QColor ink(u'#' + parts.value(good ? 2 : 1));
         painter.setPen(Qt::NoPen);
         painter.setBrush(QColor(u'#' + parts.value(0)));
         painter.drawRoundedRect(QRectF(x, 0, badge.width, height), height / 2.0, height / 2.0);

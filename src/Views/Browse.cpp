@@ -2,9 +2,13 @@
 
 #include "Host/AppLogger.h"
 #include "Services/Library/GameLibrary.h"
+#include "Services/Library/PlaySessionTracker.h"
 #include "Services/Library/SmartCollection.h"
+#include "Views/GameActions.h"
 #include "Views/GridGeometry.h"
 
+#include <QGuiApplication>
+#include <QStyleHints>
 #include <algorithm>
 
 namespace ludarium {
@@ -18,6 +22,11 @@ Browse::Browse(AppState &state, std::shared_ptr<CoverStore> covers, QObject *par
     connect(&state, &AppState::selectionChanged, this, &Browse::followSelection);
     connect(&m_games, &GameListModel::modelAboutToBeReset, this, &Browse::listAboutToBeReplaced);
     connect(&m_games, &GameListModel::modelReset, this, &Browse::listReplaced);
+    PlaySessionTracker &tracker = state.sessionTracker();
+    m_games.setRunningTest([&tracker](const QString &id) { return tracker.isRunning(id); });
+    connect(&tracker, &PlaySessionTracker::runningChanged, &m_games, &GameListModel::renewRunning);
+    m_clickPause.setSingleShot(true);
+    connect(&m_clickPause, &QTimer::timeout, this, &Browse::clickingChanged);
     refresh();
 }
 
@@ -73,6 +82,32 @@ void Browse::setCurrentRow(int row) {
     select(game ? game->id : QString());
 }
 
+void Browse::click(int row) {
+    if (!m_games.game(row))
+        return;
+    m_clickPause.start(QGuiApplication::styleHints()->mouseDoubleClickInterval());
+    Q_EMIT clickingChanged();
+    setCurrentRow(row);
+    m_clickedGameId = m_state.selectedGameId();
+}
+
+bool Browse::doubleClick(int row) {
+    if (!isClicking()) {
+        click(row);
+        return false;
+    }
+    select(m_clickedGameId);
+    return true;
+}
+
+QString Browse::offer(int row) const {
+    // Of a group, the variant that a click on it would select.
+    const GamePtr game =
+        row >= 0 && row == m_currentRow ? m_state.gameLibrary().game(m_state.selectedGameId()) : m_games.game(row);
+    return game && GameActions::reasonAgainstPrimary(m_state, *game).isEmpty() ? GameActions::primaryOf(m_state, *game)
+                                                                               : QString();
+}
+
 QString Browse::viewMode() const {
     return viewModeText(m_state.viewMode());
 }
@@ -117,7 +152,9 @@ void Browse::save() {
     try {
         m_state.saveViewSettings();
     } catch (const std::exception &error) {
-        Log::error(QStringLiteral("Failed to save the view settings: %1").arg(QString::fromUtf8(error.what())));
+        const QString reason = QString::fromUtf8(error.what());
+        Log::error(QStringLiteral("Failed to save the view settings: %1").arg(reason));
+        Q_EMIT warned(tr("The view is not kept for the next start: %1").arg(reason));
     }
 }
 
@@ -183,7 +220,11 @@ void Browse::moveBy(int rows) {
 }
 
 void Browse::showFavorites() {
-    m_state.setShowFavoritesOnly(true);
+    // What was played last stands above every other filter.
+    BrowseQuery place = m_state.query();
+    place.favoritesOnly = true;
+    place.recentlyPlayed = false;
+    m_state.goTo(place);
 }
 
 void Browse::showRecentlyPlayed() {

@@ -5,6 +5,7 @@
 #include "Views/GameListModel.h"
 #include "Views/TableLayout.h"
 
+#include <QTimer>
 #include <qqmlregistration.h>
 
 namespace ludarium {
@@ -26,6 +27,7 @@ class Browse : public QObject {
     Q_PROPERTY(QString sortOrder READ sortOrder WRITE setSortOrder NOTIFY viewSettingsChanged)
     Q_PROPERTY(bool grouped READ isGrouped WRITE setGrouped NOTIFY viewSettingsChanged)
     Q_PROPERTY(bool filtered READ isFiltered NOTIFY filteredChanged)
+    Q_PROPERTY(bool clicking READ isClicking NOTIFY clickingChanged)
   public:
     Browse(AppState &state, std::shared_ptr<CoverStore> covers, QObject *parent = nullptr);
 
@@ -50,6 +52,18 @@ class Browse : public QObject {
     bool isGrouped() const { return m_state.groupDuplicateGames(); }
     void setGrouped(bool grouped);
     bool isFiltered() const;
+
+    /// Whether a game was clicked and a second click may follow: until then nothing moves from under the pointer.
+    bool isClicking() const { return m_clickPause.isActive(); }
+    /// Selects the game of the row that was clicked.
+    Q_INVOKABLE void click(int row);
+    /// The second click of two, on whatever is under the pointer by now. True when the first one was on a game, which
+    /// is selected then and meant; otherwise this is the first click on the game of the row.
+    Q_INVOKABLE bool doubleClick(int row);
+
+    /// What a button on the cover of a row can do with its game, in the words of GameActions::primaryOf; empty when
+    /// there is nothing.
+    Q_INVOKABLE QString offer(int row) const;
 
     /// The part of a view's width that the grid takes, how many columns it has there and the width of their cells.
     Q_INVOKABLE double gridWidth(double available) const;
@@ -76,6 +90,8 @@ class Browse : public QObject {
     void currentRowChanged();
     void viewSettingsChanged();
     void filteredChanged();
+    void clickingChanged();
+    void warned(const QString &text);
     /// The selection was moved and is to be brought into view.
     void scrollWanted();
     /// The rows are to become others, and have become so.
@@ -96,6 +112,8 @@ class Browse : public QObject {
     TableLayout m_table;
     int m_currentRow = -1;
     bool m_wasFiltered = false;
+    QString m_clickedGameId;
+    QTimer m_clickPause;
 };
 
 } // namespace ludarium

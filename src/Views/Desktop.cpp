@@ -36,10 +36,10 @@ QCoro::Task<> tell(Dialogs &dialogs, QString title, QString text) {
 Desktop::Desktop(AppState &state, QmlDialogs &dialogs, AppLogger &logger, QObject *parent)
     : QObject(parent), m_state(state), m_dialogs(dialogs), m_coverStore(std::make_shared<CoverStore>()),
       m_browse(state, m_coverStore), m_sidebar(state), m_platforms(state), m_detail(state, m_coverStore), m_game(state),
-      m_library(state), m_launch(state), m_log(state.host(), logger), m_logUpload(state.host(), logger),
-      m_pages(state.host().workspace), m_appearance(state.host()), m_start(state), m_settings(state, m_appearance),
-      m_emulators(state.host(), state.emulators()), m_dependencies(state.host(), state.prerequisites()),
-      m_statistics(state), m_thumbnails(state) {
+      m_library(state), m_launch(state), m_running(state), m_log(state.host(), logger),
+      m_logUpload(state.host(), logger), m_pages(state.host().workspace), m_appearance(state.host()), m_start(state),
+      m_settings(state, m_appearance), m_emulators(state.host(), state.emulators()),
+      m_dependencies(state.host(), state.prerequisites()), m_statistics(state), m_thumbnails(state) {
     m_coverStore->setCollection(state.collectionPath());
     connect(&state, &AppState::collectionPathChanged, this, &Desktop::showPicturesAnew);
     connect(&state.imageLoader(), &ImageLoader::cleared, this, &Desktop::showPicturesAnew);
@@ -48,6 +48,10 @@ Desktop::Desktop(AppState &state, QmlDialogs &dialogs, AppLogger &logger, QObjec
     connect(&m_settings, &SettingsCatalog::toast, this, &Desktop::toast);
     connect(&m_settings, &SettingsCatalog::thumbnailsWanted, &m_thumbnails, &ThumbnailCaching::start);
     connect(&m_settings, &SettingsCatalog::warned, this, &Desktop::warned);
+    connect(&m_settings, &SettingsCatalog::reloadWanted, this, &Desktop::refreshLibrary);
+    connect(&m_launch, &LaunchStatus::refused, this, &Desktop::warned);
+    connect(&m_running, &RunningStatus::warned, this, &Desktop::warned);
+    connect(&m_browse, &Browse::warned, this, &Desktop::warned);
     connect(&m_emulators, &EmulatorListModel::warned, this, &Desktop::warned);
     connect(&m_thumbnails, &ThumbnailCaching::warned, this, &Desktop::warned);
     connect(&state.gameLibrary(), &GameLibrary::userDataRefused, this, &Desktop::warned);
@@ -126,6 +130,13 @@ void Desktop::openCollection(const QString &folder) {
     m_state.setSearchText({});
     m_state.setCollectionPath(folder);
     Q_EMIT collectionOpened();
+}
+
+void Desktop::reopenCollection() {
+    if (m_state.restoreCollection())
+        Q_EMIT collectionOpened();
+    else
+        Q_EMIT warned(tr("%1 is not there").arg(m_state.missingCollection()));
 }
 
 void Desktop::openDropped(const QList<QUrl> &urls) {

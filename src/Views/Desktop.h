@@ -15,6 +15,7 @@
 #include "Views/PictureProvider.h"
 #include "Views/PlatformCommands.h"
 #include "Views/QmlDialogs.h"
+#include "Views/RunningStatus.h"
 #include "Views/SettingsCatalog.h"
 #include "Views/SidebarModel.h"
 #include "Views/StartScreen.h"
@@ -44,6 +45,7 @@ class Desktop : public QObject {
     Q_PROPERTY(ludarium::LibraryStatus *library READ library CONSTANT)
     Q_PROPERTY(ludarium::GameCommands *game READ game CONSTANT)
     Q_PROPERTY(ludarium::LaunchStatus *launch READ launch CONSTANT)
+    Q_PROPERTY(ludarium::RunningStatus *running READ running CONSTANT)
     Q_PROPERTY(ludarium::QmlDialogs *dialogs READ dialogs CONSTANT)
     Q_PROPERTY(ludarium::LogModel *log READ log CONSTANT)
     Q_PROPERTY(ludarium::LogUpload *logUpload READ logUpload CONSTANT)
@@ -74,6 +76,7 @@ class Desktop : public QObject {
     GameCommands *game() { return &m_game; }
     LibraryStatus *library() { return &m_library; }
     LaunchStatus *launch() { return &m_launch; }
+    RunningStatus *running() { return &m_running; }
     QmlDialogs *dialogs() { return &m_dialogs; }
     LogModel *log() { return &m_log; }
     LogUpload *logUpload() { return &m_logUpload; }
@@ -95,6 +98,8 @@ class Desktop : public QObject {
     Q_INVOKABLE void chooseCollection();
     Q_INVOKABLE void openCollection(const QString &folder);
     Q_INVOKABLE void refreshLibrary();
+    /// Opens the folder of the last run, which was not there at the start; tells when it still is not.
+    Q_INVOKABLE void reopenCollection();
     /// Opens what was dropped on the window when it is one folder; anything else is refused with a word.
     Q_INVOKABLE void openDropped(const QList<QUrl> &urls);
     Q_INVOKABLE void copyText(const QString &text);
@@ -126,6 +131,7 @@ class Desktop : public QObject {
     GameCommands m_game;
     LibraryStatus m_library;
     LaunchStatus m_launch;
+    RunningStatus m_running;
     LogModel m_log;
     LogUpload m_logUpload;
     SupportPages m_pages;

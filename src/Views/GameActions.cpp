@@ -19,16 +19,18 @@ LaunchMode primaryMode(const Game &game) {
     return LaunchMode::play;
 }
 
+bool isRunning(AppState &state, const Game &game) {
+    return state.sessionTracker().isRunning(game.id);
+}
+
+QString reasonAgainst(AppState &state, const Game &game, LaunchMode mode) {
+    return isRunning(state, game) ? u"The game is running"_s : state.gameLauncher().whyNotLaunched(game, mode);
+}
+
 } // namespace
 
 GameActions::GameActions(AppState &state, QObject *parent) : QObject(parent), m_state(state) {
-    connect(&state.sessionTracker(), &PlaySessionTracker::sessionChanged, this, &GameActions::changed);
-}
-
-/// Of a session whose process is unknown nobody can say whether the game still runs.
-bool GameActions::isRunning() const {
-    const PlaySessionTracker &tracker = m_state.sessionTracker();
-    return m_game && tracker.isWatching() && tracker.currentGame()->id == m_game->id;
+    connect(&state.sessionTracker(), &PlaySessionTracker::runningChanged, this, &GameActions::changed);
 }
 
 void GameActions::setGame(const GamePtr &game) {
@@ -36,12 +38,10 @@ void GameActions::setGame(const GamePtr &game) {
     Q_EMIT changed();
 }
 
-QString GameActions::primary() const {
-    if (!m_game)
-        return {};
-    if (isRunning())
+QString GameActions::primaryOf(AppState &state, const Game &game) {
+    if (isRunning(state, game))
         return u"running"_s;
-    switch (primaryMode(*m_game)) {
+    switch (primaryMode(game)) {
     case LaunchMode::install:
         return u"install"_s;
     case LaunchMode::download:
@@ -51,12 +51,16 @@ QString GameActions::primary() const {
     }
 }
 
-QString GameActions::reasonAgainst(LaunchMode mode) const {
-    return isRunning() ? u"The game is running"_s : m_state.gameLauncher().whyNotLaunched(*m_game, mode);
+QString GameActions::reasonAgainstPrimary(AppState &state, const Game &game) {
+    return reasonAgainst(state, game, primaryMode(game));
+}
+
+QString GameActions::primary() const {
+    return m_game ? primaryOf(m_state, *m_game) : QString();
 }
 
 QString GameActions::primaryReason() const {
-    return m_game ? reasonAgainst(primaryMode(*m_game)) : QString();
+    return m_game ? reasonAgainstPrimary(m_state, *m_game) : QString();
 }
 
 QString GameActions::downloadSize() const {
@@ -64,7 +68,7 @@ QString GameActions::downloadSize() const {
 }
 
 QString GameActions::playReason() const {
-    return m_game ? reasonAgainst(LaunchMode::play) : QString();
+    return m_game ? reasonAgainst(m_state, *m_game, LaunchMode::play) : QString();
 }
 
 QString GameActions::versionsReason() const {
@@ -73,7 +77,7 @@ QString GameActions::versionsReason() const {
 }
 
 QString GameActions::setupReason() const {
-    return m_game ? m_state.gameLauncher().whyNotLaunched(*m_game, LaunchMode::setup) : QString();
+    return m_game ? reasonAgainst(m_state, *m_game, LaunchMode::setup) : QString();
 }
 
 QString GameActions::folderReason() const {

@@ -27,7 +27,12 @@ class GameActions : public QObject {
     /// Null for no game.
     void setGame(const GamePtr &game);
 
-    /// "play", "install" or "download", or "running" while the game does; empty without a game.
+    /// What a game needs next: "play", "install" or "download", or "running" while it does.
+    static QString primaryOf(AppState &state, const Game &game);
+    /// Why that cannot be done; empty when it can.
+    static QString reasonAgainstPrimary(AppState &state, const Game &game);
+
+    /// Empty without a game.
     QString primary() const;
     QString primaryReason() const;
     /// For people; empty when it is not known.
@@ -41,9 +46,6 @@ class GameActions : public QObject {
     void changed();
 
   private:
-    bool isRunning() const;
-    QString reasonAgainst(LaunchMode mode) const;
-
     AppState &m_state;
     GamePtr m_game;
 };

@@ -58,15 +58,17 @@ void GameCommands::setProgress(int progress) {
 void GameCommands::showPlatform() {
     if (!m_game)
         return;
-    m_state.clearFilters();
-    m_state.setSelectedPlatform(m_game->platform);
+    BrowseQuery place;
+    place.platform = m_game->platform;
+    m_state.goTo(place);
 }
 
 void GameCommands::showDeveloper() {
     if (!m_game || m_game->developer.isEmpty())
         return;
-    m_state.clearFilters();
-    m_state.setSelectedDeveloper(m_game->developer);
+    BrowseQuery place;
+    place.developer = m_game->developer;
+    m_state.goTo(place);
 }
 
 void GameCommands::copyTitle() {

@@ -135,18 +135,19 @@ void GameDetail::saveNotes() {
 }
 
 void GameDetail::narrowTo(const QString &kind, const QString &value) {
-    m_state.clearFilters();
-    m_state.setSearchText({});
+    // The search text stays, as it does in every other move to a place.
+    BrowseQuery place;
     if (kind == u"platform"_s)
-        m_state.setSelectedPlatform(value);
+        place.platform = value;
     else if (kind == u"developer"_s)
-        m_state.setSelectedDeveloper(value);
+        place.developer = value;
     else if (kind == u"publisher"_s)
-        m_state.setSelectedPublisher(value);
+        place.publisher = value;
     else if (kind == u"genre"_s)
-        m_state.setSelectedGenre(value);
+        place.genre = value;
     else if (kind == u"year"_s)
-        m_state.setSelectedYear(value.toInt());
+        place.year = value.toInt();
+    m_state.goTo(place);
 }
 
 } // namespace ludarium

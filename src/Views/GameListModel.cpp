@@ -65,7 +65,7 @@ QVariant GameListModel::data(const QModelIndex &index, int role) const {
     case playTimeRole:
         return playTimeText(sum(&Game::playTime));
     case statusRole:
-        return statusText(variants(index.row()));
+        return statusText(variants(index.row()), isRunning(index.row()));
     case coverRole:
         return m_covers->url(shown);
     case initialsRole:
@@ -77,9 +77,10 @@ QVariant GameListModel::data(const QModelIndex &index, int role) const {
     case variantsRole:
         return m_grouped ? int(m_groups[index.row()].variants.size()) : 1;
     case badgesRole:
-        return coverBadges(variants(index.row()));
+        return coverBadges(variants(index.row()), isRunning(index.row()));
     case spokenRole:
-        return spokenText(shown->title, data(index, platformRole).toString(), variants(index.row()));
+        return spokenText(shown->title, data(index, platformRole).toString(), variants(index.row()),
+                          isRunning(index.row()));
     default:
         return {};
     }
@@ -116,6 +117,16 @@ GameList GameListModel::variants(int row) const {
     if (row < 0 || row >= count())
         return {};
     return m_grouped ? m_groups[row].variants : GameList{m_games[row]};
+}
+
+bool GameListModel::isRunning(int row) const {
+    const GameList games = m_isRunning ? variants(row) : GameList();
+    return std::any_of(games.begin(), games.end(), [this](const GamePtr &game) { return m_isRunning(game->id); });
+}
+
+void GameListModel::renewRunning() {
+    if (count() > 0)
+        Q_EMIT dataChanged(index(0), index(count() - 1), {statusRole, badgesRole, spokenRole});
 }
 
 void GameListModel::renewCovers() {

@@ -4,6 +4,7 @@
 #include "Services/Library/GameGroup.h"
 
 #include <QAbstractListModel>
+#include <functional>
 #include <memory>
 #include <qqmlregistration.h>
 
@@ -51,6 +52,10 @@ class GameListModel : public QAbstractListModel {
     /// view keeps its place.
     void setGames(GameList games);
     void setGroups(QList<GameGroup> groups);
+    /// How a game that runs is told from others; without it none does.
+    void setRunningTest(std::function<bool(const QString &gameId)> isRunning) { m_isRunning = std::move(isRunning); }
+    /// Other games run than before.
+    void renewRunning();
     /// The addresses of the covers have changed.
     void renewCovers();
     /// The game of a row, or the one that stands for its group. None outside the list.
@@ -68,7 +73,10 @@ class GameListModel : public QAbstractListModel {
     template<typename List, typename Same, typename Unchanged>
     void replace(List &shown, List list, bool grouped, const Same &isSame, const Unchanged &isUnchanged);
 
+    bool isRunning(int row) const;
+
     std::shared_ptr<CoverStore> m_covers;
+    std::function<bool(const QString &gameId)> m_isRunning;
     bool m_grouped = false;
     GameList m_games;
     QList<GameGroup> m_groups;

@@ -1,5 +1,7 @@
 #include "Views/GameTexts.h"
 
+#include "Services/Library/PlayStatistics.h"
+
 #include <QCoreApplication>
 #include <QLocale>
 #include <algorithm>
@@ -7,6 +9,8 @@
 namespace ludarium {
 
 namespace {
+
+using namespace Qt::StringLiterals;
 
 enum class Status { none, downloadable, compressed, installed };
 
@@ -42,16 +46,12 @@ QString dateText(const std::optional<QDateTime> &date) {
 }
 
 QString playTimeText(double seconds) {
-    if (seconds <= 0)
-        return {};
-    const auto minutes = qint64(seconds / 60);
-    if (minutes < 1)
-        return QStringLiteral("< 1 min");
-    const QString rest = QStringLiteral("%L1 min").arg(minutes % 60);
-    return minutes < 60 ? rest : QStringLiteral("%L1 h %2").arg(minutes / 60).arg(rest);
+    return seconds > 0 ? formatPlayTime(seconds) : QString();
 }
 
-QString statusText(const GameList &games) {
+QString statusText(const GameList &games, bool running) {
+    if (running)
+        return QCoreApplication::translate("GameTexts", "Playing");
     switch (bestStatus(games)) {
     case Status::installed:
         return QCoreApplication::translate("GameTexts", "Installed");
@@ -65,9 +65,11 @@ QString statusText(const GameList &games) {
     return {};
 }
 
-QString coverBadges(const GameList &games) {
+QString coverBadges(const GameList &games, bool running) {
     QStringList badges;
-    switch (bestStatus(games)) {
+    if (running)
+        badges.append(u"play:"_s + statusText(games, running));
+    switch (running ? Status::none : bestStatus(games)) {
     case Status::installed:
         badges.append(QStringLiteral("check"));
         break;
@@ -85,13 +87,13 @@ QString coverBadges(const GameList &games) {
     return badges.join(u'+');
 }
 
-QString spokenText(const QString &title, const QString &platform, const GameList &games) {
+QString spokenText(const QString &title, const QString &platform, const GameList &games, bool running) {
     QStringList parts{title, platform};
     if (games.size() > 1)
         parts.append(QCoreApplication::translate("GameTexts", "%L1 variants").arg(games.size()));
     if (hasAny(games, &Game::isFavorite))
         parts.append(QCoreApplication::translate("GameTexts", "Favorite"));
-    parts.append(statusText(games));
+    parts.append(statusText(games, running));
     parts.removeAll(QString());
     return parts.join(QStringLiteral(", "));
 }

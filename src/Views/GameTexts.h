@@ -13,12 +13,13 @@ QString playCountText(int count);
 QString dateText(const std::optional<QDateTime> &date);
 /// Hours and minutes.
 QString playTimeText(double seconds);
-/// What can be done with the best of these games: "Installed" before "Compressed" before "Downloadable".
-QString statusText(const GameList &games);
+/// What can be done with the best of these games: "Installed" before "Compressed" before "Downloadable"; "Playing"
+/// while one of them runs.
+QString statusText(const GameList &games, bool running);
 /// What stands on the cover of these games, as `BadgeImageProvider` reads it: what can be done with the best of them,
 /// and how many they are.
-QString coverBadges(const GameList &games);
+QString coverBadges(const GameList &games, bool running);
 /// All that a cell of these games shows in one sentence: its title, platform, variants, favourite and status.
-QString spokenText(const QString &title, const QString &platform, const GameList &games);
+QString spokenText(const QString &title, const QString &platform, const GameList &games, bool running);
 
 } // namespace ludarium

@@ -8,6 +8,8 @@
 #include "Services/Launch/GameLauncher.h"
 #include "Services/Launch/VersionCheck.h"
 #include "Services/Library/GameLibrary.h"
+#include "Services/Library/PlaySessionTracker.h"
+#include "Views/GameActions.h"
 
 #include <QPointer>
 
@@ -58,6 +60,17 @@ void LaunchStatus::playSelected() {
     startSelected(LaunchMode::play);
 }
 
+void LaunchStatus::act() {
+    const GamePtr game = m_state.gameLibrary().game(m_state.selectedGameId());
+    const QString wanted = game ? GameActions::primaryOf(m_state, *game) : QString();
+    if (wanted == u"install")
+        installSelected();
+    else if (wanted == u"download")
+        downloadSelected();
+    else
+        checkVersionsAndLaunch();
+}
+
 void LaunchStatus::setUpSelected() {
     startSelected(LaunchMode::setup);
 }
@@ -80,7 +93,20 @@ void LaunchStatus::chooseVersion() {
         spawn(pickVersion(m_state.selectedGameId(), false), "looking for the versions of a game");
 }
 
+/// Two emulators on one folder of a game spoil each other's saves.
+bool LaunchStatus::refuseRunning(const QString &gameId) {
+    if (!m_state.sessionTracker().isRunningNow(gameId))
+        return false;
+    const GamePtr game = m_state.gameLibrary().game(gameId);
+    const QString text = tr("\"%1\" is running already").arg(game ? game->title : QString());
+    Log::info(text);
+    Q_EMIT refused(text);
+    return true;
+}
+
 QCoro::Task<> LaunchStatus::pickVersion(QString gameId, bool mayLaunchAtOnce) {
+    if (refuseRunning(gameId))
+        co_return;
     const QPointer<LaunchStatus> self(this);
     m_checking = true;
     Q_EMIT changed();
@@ -113,7 +139,7 @@ QCoro::Task<> LaunchStatus::pickVersion(QString gameId, bool mayLaunchAtOnce) {
 
 QCoro::Task<> LaunchStatus::start(QString gameId, LaunchMode mode, std::optional<GameVersionOption> version) {
     const GamePtr game = m_state.gameLibrary().game(gameId);
-    if (!game)
+    if (!game || refuseRunning(gameId))
         co_return;
     const QPointer<LaunchStatus> self(this);
     m_gameId = gameId;

@@ -33,6 +33,8 @@ class LaunchStatus : public QObject {
     VersionPicker *versions() { return &m_versions; }
 
     Q_INVOKABLE void playSelected();
+    /// Does what the selected game needs next: plays it as `checkVersionsAndLaunch`, or installs or downloads it.
+    Q_INVOKABLE void act();
     /// Plays the selected game after asking which version is meant, when there are several.
     Q_INVOKABLE void checkVersionsAndLaunch();
     /// Asks for a version whatever their number; tells when there is nothing to choose.
@@ -45,8 +47,11 @@ class LaunchStatus : public QObject {
 
   Q_SIGNALS:
     void changed();
+    /// What was asked for does not happen, as the text says.
+    void refused(const QString &text);
 
   private:
+    bool refuseRunning(const QString &gameId);
     void startSelected(LaunchMode mode);
     QCoro::Task<> start(QString gameId, LaunchMode mode, std::optional<GameVersionOption> version = {});
     QCoro::Task<> pickVersion(QString gameId, bool mayLaunchAtOnce);

@@ -11,6 +11,7 @@ LibraryStatus::LibraryStatus(AppState &state, QObject *parent) : QObject(parent)
     connect(&library, &GameLibrary::isLoadingChanged, this, &LibraryStatus::changed);
     connect(&library, &GameLibrary::loadingChanged, this, &LibraryStatus::changed);
     connect(&library, &GameLibrary::errorMessageChanged, this, &LibraryStatus::changed);
+    connect(&library, &GameLibrary::unavailableChanged, this, &LibraryStatus::changed);
     connect(&state, &AppState::collectionPathChanged, this, &LibraryStatus::changed);
 }
 
@@ -42,6 +43,14 @@ QString LibraryStatus::errorMessage() const {
 
 QString LibraryStatus::folder() const {
     return m_state.collectionPath();
+}
+
+QString LibraryStatus::unavailable() const {
+    return m_state.gameLibrary().unavailable();
+}
+
+QString LibraryStatus::missingFolder() const {
+    return m_state.missingCollection();
 }
 
 int LibraryStatus::gameCount() const {

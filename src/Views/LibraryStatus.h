@@ -17,6 +17,8 @@ class LibraryStatus : public QObject {
     Q_PROPERTY(double progress READ progress NOTIFY changed)
     Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY changed)
     Q_PROPERTY(QString folder READ folder NOTIFY changed)
+    Q_PROPERTY(QString unavailable READ unavailable NOTIFY changed)
+    Q_PROPERTY(QString missingFolder READ missingFolder NOTIFY changed)
     Q_PROPERTY(int gameCount READ gameCount NOTIFY changed)
   public:
     explicit LibraryStatus(AppState &state, QObject *parent = nullptr);
@@ -28,6 +30,10 @@ class LibraryStatus : public QObject {
     double progress() const;
     QString errorMessage() const;
     QString folder() const;
+    /// What of the collection cannot be looked at, while the games stand as they were last seen; empty when all can.
+    QString unavailable() const;
+    /// The folder of the last run, when it was not there at the start.
+    QString missingFolder() const;
     int gameCount() const;
 
   Q_SIGNALS:

@@ -115,6 +115,7 @@ QCoro::Task<> PlatformCommands::askAndDeleteGroup(QString id) {
         alert.text = QStringLiteral("Delete the group \"%1\"? Its platforms and their games stay in the library.")
                          .arg(group.name.simplified());
         alert.buttons = QStringList{QStringLiteral("Delete"), QStringLiteral("Cancel")};
+        alert.destructive = 0;
         answer = co_await m_state.host().dialogs.ask(alert);
     }
     if (!self)
@@ -142,6 +143,7 @@ QCoro::Task<> PlatformCommands::askAndDeletePlatform(QString platform) {
                        "and the platform's file is kept beside its old place under another name.")
             .arg(platform.simplified(), games == 1 ? QStringLiteral("1 game") : QStringLiteral("%L1 games").arg(games));
     alert.buttons = QStringList{QStringLiteral("Delete"), QStringLiteral("Cancel")};
+    alert.destructive = 0;
     alert.style = Alert::Style::Warning;
     const int answer = co_await m_state.host().dialogs.ask(alert);
     if (!self)

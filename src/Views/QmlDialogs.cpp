@@ -71,6 +71,10 @@ QString QmlDialogs::style() const {
     return QStringLiteral("informational");
 }
 
+int QmlDialogs::preferred() const {
+    return destructive() < 0 ? 0 : lastButton(m_alerts.head().alert);
+}
+
 void QmlDialogs::answer(int button) {
     if (!isActive() || button < 0 || button >= m_alerts.head().alert.buttons.size())
         return;

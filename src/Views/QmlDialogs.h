@@ -21,6 +21,8 @@ class QmlDialogs : public QObject, public Dialogs {
     Q_PROPERTY(QString text READ text NOTIFY currentChanged)
     Q_PROPERTY(QStringList buttons READ buttons NOTIFY currentChanged)
     Q_PROPERTY(QString style READ style NOTIFY currentChanged)
+    Q_PROPERTY(int destructive READ destructive NOTIFY currentChanged)
+    Q_PROPERTY(int preferred READ preferred NOTIFY currentChanged)
     Q_PROPERTY(bool choosingFolder READ isChoosingFolder NOTIFY folderChanged)
     Q_PROPERTY(QString folderPrompt READ folderPrompt NOTIFY folderChanged)
   public:
@@ -37,6 +39,10 @@ class QmlDialogs : public QObject, public Dialogs {
     QStringList buttons() const;
     /// "informational", "warning" or "critical".
     QString style() const;
+    /// The button that destroys something; -1 where none does.
+    int destructive() const { return isActive() ? m_alerts.head().alert.destructive : -1; }
+    /// The button that has the focus, and that Return presses: the first, and the last where one destroys something.
+    int preferred() const;
     bool isChoosingFolder() const { return !m_folders.isEmpty(); }
     QString folderPrompt() const;
 

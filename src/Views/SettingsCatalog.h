@@ -39,6 +39,8 @@ class SettingsCatalog : public QObject {
     void assistantWanted();
     /// Copies of all covers are to be made now.
     void thumbnailsWanted();
+    /// The open collection is to be loaded again.
+    void reloadWanted();
 
   private:
     using Kind = SettingItem::Kind;

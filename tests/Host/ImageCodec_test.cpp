@@ -1,11 +1,15 @@
 #include "Host/Imaging/ImageCodec.h"
 
+#include "Host/Imaging/MemoryBudget.h"
 #include "support/SamplePictures.h"
 
 #include <QDir>
 #include <QFile>
 #include <QSize>
 #include <QTemporaryDir>
+#include <QThread>
+#include <QThreadPool>
+#include <atomic>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -350,6 +354,30 @@ TEST(ImageCodec, ReadsOnlyFilesAndNeverWaits) {
         } catch (const ImageError &error) {
             EXPECT_EQ(error.kind(), reason) << name;
         }
+}
+
+TEST(ImageCodec, SharesOneBudgetAmongAllThreads) {
+    MemoryBudget budget(100);
+    std::atomic<int> served = 0;
+    QThreadPool pool;
+    pool.setMaxThreadCount(8);
+    for (int i = 0; i < 40; ++i)
+        pool.start([&, i] {
+            MemoryBudget::Share share(budget, {});
+            served += share.claim(i % 5 == 0 ? 1000 : 40) ? 1 : 0; // what is larger than all waits for all
+            QThread::msleep(1);
+        });
+    ASSERT_TRUE(pool.waitForDone(30'000)) << "nobody gives back what he took";
+    EXPECT_EQ(served, 40);
+    EXPECT_EQ(budget.mostTaken(), 100);
+
+    std::stop_source givenUp;
+    givenUp.request_stop();
+    EXPECT_FALSE(MemoryBudget::Share(budget, givenUp.get_token()).claim(1));
+    EXPECT_FALSE(decodeImage(jpegOf(400, 300)).isNull());
+    EXPECT_GE(decodingBudget().mostTaken(), 400 * 300 * 4) << "a picture is decoded outside the budget";
+    EXPECT_FALSE(decodeImage(pngOf(quarters(500, 400))).isNull());
+    EXPECT_GE(decodingBudget().mostTaken(), 500 * 400 * 4);
 }
 
 } // namespace ludarium::test

@@ -137,6 +137,58 @@ TEST(Browse, KeepsTheSelectedGameThroughSearchAndOrder) {
     EXPECT_FALSE(browse.isFiltered());
 }
 
+TEST(Browse, ADoubleClickMeansTheGameOfItsFirstClick) {
+    DesktopFixture fixture;
+    ASSERT_TRUE(fixture.load());
+    Browse &browse = *fixture.desktop.browse();
+    browse.click(3);
+    const QString clicked = fixture.state.selectedGameId();
+    EXPECT_TRUE(browse.isClicking());
+    browse.setSortOrder(QStringLiteral("Year")); // whatever moves the rows meanwhile
+    EXPECT_TRUE(browse.doubleClick(3));
+    EXPECT_EQ(fixture.state.selectedGameId(), clicked);
+    QSignalSpy settled(&browse, &Browse::clickingChanged);
+    ASSERT_TRUE(waitUntil([&] { return !browse.isClicking(); }));
+    EXPECT_EQ(settled.count(), 1) << "nobody is told that things may move again";
+    // The first of these two clicks was on something that is no game.
+    EXPECT_FALSE(browse.doubleClick(5));
+    EXPECT_EQ(browse.currentRow(), 5);
+}
+
+TEST(Browse, KeepsTheSearchTextOnEveryWayToAPlace) {
+    DesktopFixture fixture;
+    ASSERT_TRUE(fixture.load());
+    Browse &browse = *fixture.desktop.browse();
+    GameDetail &detail = *fixture.desktop.detail();
+    GameCommands &game = *fixture.desktop.game();
+    ASSERT_TRUE(browse.selectTitle(QStringLiteral("Copper Harbor")));
+    const auto sidebarRow = [&] {
+        SidebarModel &sidebar = *fixture.desktop.sidebar();
+        for (int row = 0; row < sidebar.rowCount(); ++row)
+            if (sidebar.data(sidebar.index(row), SidebarModel::kindRole).toString() == QStringLiteral("platform"))
+                sidebar.select(row);
+    };
+    const std::pair<const char *, std::function<void()>> ways[] = {
+        {"sidebar", sidebarRow},
+        {"chip of the platform", [&] { detail.narrowTo(QStringLiteral("platform"), game.platform()); }},
+        {"chip of the developer", [&] { detail.narrowTo(QStringLiteral("developer"), game.developer()); }},
+        {"menu, platform", [&] { game.showPlatform(); }},
+        {"menu, developer", [&] { game.showDeveloper(); }}};
+    browse.setSearchText(QStringLiteral("harbor"));
+    for (const auto &[name, go] : ways) {
+        browse.clearFilters();
+        browse.showRecentlyPlayed();
+        go();
+        EXPECT_EQ(browse.searchText(), QStringLiteral("harbor")) << name;
+        EXPECT_FALSE(fixture.state.query().recentlyPlayed) << name;
+        EXPECT_EQ(fixture.state.query().platform.isEmpty(), fixture.state.query().developer != QString()) << name;
+    }
+    browse.clearFilters();
+    browse.showRecentlyPlayed();
+    browse.showFavorites();
+    EXPECT_EQ(browse.title(), QStringLiteral("Favorites"));
+}
+
 TEST(Browse, WritesEachViewSettingAndIgnoresUnknownTexts) {
     DesktopFixture fixture;
     Browse &browse = *fixture.desktop.browse();

@@ -1,3 +1,4 @@
+#include "App/LaunchDatabases.h"
 #include "Host/Async.h"
 #include "Host/Settings.h"
 #include "Services/Library/GameLibrary.h"
@@ -142,6 +143,39 @@ TEST(Desktop, TellsWhyACollectionDidNotLoad) {
     EXPECT_EQ(fixture.dialogs.buttons(), QStringList{QStringLiteral("OK")});
     fixture.dialogs.dismiss();
     EXPECT_EQ(fixture.desktop.library()->state(), QStringLiteral("error"));
+}
+
+TEST(Desktop, KeepsTheGamesOfACollectionThatGoesAwayAndNamesItAtTheNextStart) {
+    DesktopFixture fixture;
+    ASSERT_TRUE(fixture.load());
+    const QString folder = fixture.collection();
+    const QString away = folder + QStringLiteral(" unplugged");
+    LibraryStatus &library = *fixture.desktop.library();
+    const int count = library.gameCount();
+    const auto refresh = [&] {
+        fixture.desktop.refreshLibrary();
+        return waitUntil([&] { return !library.isLoading(); });
+    };
+    ASSERT_TRUE(QDir().rename(folder, away));
+    ASSERT_TRUE(refresh());
+    EXPECT_TRUE(library.unavailable().contains(folder)) << library.unavailable().toStdString();
+    EXPECT_EQ(library.gameCount(), count);
+    EXPECT_EQ(library.state(), QStringLiteral("ready"));
+    EXPECT_FALSE(fixture.dialogs.isActive()) << "told in the window, not over it";
+    EXPECT_TRUE(library.missingFolder().isEmpty());
+
+    AppState next(fixture.host, fixture.emulators, LaunchDatabases(fixture.host));
+    EXPECT_FALSE(next.restoreCollection());
+    EXPECT_EQ(LibraryStatus(next).missingFolder(), folder);
+    EXPECT_EQ(LibraryStatus(next).state(), QStringLiteral("none"));
+
+    ASSERT_TRUE(QDir().rename(away, folder));
+    ASSERT_TRUE(refresh());
+    EXPECT_TRUE(waitUntil([&] { return library.unavailable().isEmpty(); }));
+    EXPECT_EQ(library.gameCount(), count);
+    EXPECT_TRUE(next.restoreCollection());
+    EXPECT_TRUE(LibraryStatus(next).missingFolder().isEmpty());
+    ASSERT_TRUE(waitUntil([&] { return !next.gameLibrary().isLoading(); }));
 }
 
 TEST(Desktop, OpensTheChosenFolderAndShowsAllOfIt) {

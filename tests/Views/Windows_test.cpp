@@ -115,7 +115,8 @@ TEST(SettingsCatalog, ForgetsWarningsAndAfterAQuestionEverything) {
 
     press("resetForTesting");
     ASSERT_TRUE(waitUntil([&] { return fixture.dialogs.isActive(); }));
-    fixture.dialogs.dismiss();
+    EXPECT_EQ(fixture.dialogs.buttons().value(fixture.dialogs.preferred()), u"Cancel"_s) << "what Return presses";
+    fixture.dialogs.answer(fixture.dialogs.preferred());
     EXPECT_TRUE(settings.value(Settings::hasCompletedFirstRun)) << "cancelled";
     press("resetForTesting");
     ASSERT_TRUE(waitUntil([&] { return fixture.dialogs.isActive(); }));
@@ -125,6 +126,18 @@ TEST(SettingsCatalog, ForgetsWarningsAndAfterAQuestionEverything) {
     EXPECT_FALSE(settings.contains(Settings::favoriteGames));
     EXPECT_FALSE(fixture.state.gameLibrary().game(id)->isFavorite);
     EXPECT_FALSE(settings.value(Settings::launchFullscreen)) << "how games start is no data of the user's";
+}
+
+TEST(SettingsCatalog, ClearsTheCacheAndReadsTheCollectionAgain) {
+    DesktopFixture fixture;
+    ASSERT_TRUE(fixture.load());
+    fixture.desktop.refreshLibrary();
+    ASSERT_TRUE(waitUntil([&] { return !fixture.state.gameLibrary().isLoading(); }));
+    ASSERT_TRUE(fixture.state.gameLibrary().loadedFromCache());
+    fixture.desktop.settings()->item(u"clearCache"_s)->activate();
+    ASSERT_TRUE(waitUntil([&] { return fixture.state.gameLibrary().isLoading(); }));
+    ASSERT_TRUE(waitUntil([&] { return !fixture.state.gameLibrary().isLoading(); }));
+    EXPECT_FALSE(fixture.state.gameLibrary().loadedFromCache());
 }
 
 TEST(EmulatorList, TakesAPathOfTheUsersAndGoesBackToTheUsualPlaces) {

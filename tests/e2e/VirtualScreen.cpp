@@ -105,6 +105,12 @@ void VirtualScreen::click(QPoint where, int button) {
              QStringLiteral("click"), QString::number(button)});
 }
 
+void VirtualScreen::doubleClick(QPoint where) {
+    xdotool({QStringLiteral("mousemove"), QString::number(where.x()), QString::number(where.y()),
+             QStringLiteral("click"), QStringLiteral("--repeat"), QStringLiteral("2"), QStringLiteral("--delay"),
+             QStringLiteral("200"), QStringLiteral("1")});
+}
+
 QImage VirtualScreen::picture() const {
     // The screen's memory is a file in the format of xwd: a header of big-endian words, the table of colours, pixels.
     QFile file(m_folder.filePath(QStringLiteral("Xvfb_screen0")));

@@ -26,6 +26,8 @@ class VirtualScreen {
     void type(const char *text);
     /// Button 1 is the left one, 3 the right one.
     void click(QPoint where, int button);
+    /// As a hand does it: with a pause in which a program can show what the first click changed.
+    void doubleClick(QPoint where);
 
     QImage picture() const;
     /// Into `{build}/screenshots`.

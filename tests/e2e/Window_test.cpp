@@ -1,4 +1,5 @@
 #include "Host/HostPaths.h"
+#include "Host/ProcessTable.h"
 #include "Host/Settings.h"
 #include "Host/SqliteSettingsStore.h"
 #include "demo/DemoCollection.h"
@@ -7,7 +8,9 @@
 #include "e2e/WindowRun.h"
 
 #include <QDir>
+#include <QStandardPaths>
 #include <QThread>
+#include <csignal>
 #include <gtest/gtest.h>
 
 // The desktop program as its user has it: a process of its own, seen from outside.
@@ -54,8 +57,11 @@ class WindowOnAScreen : public WindowTest {
         if (!VirtualScreen::isInstalled())
             GTEST_SKIP() << "Xvfb is not installed: no real keys and clicks";
         ASSERT_TRUE(screen.start());
-        window = std::make_unique<WindowRun>(QStringLiteral("xcb"),
-                                             QList{std::pair{QStringLiteral("DISPLAY"), screen.display()}});
+        window = std::make_unique<WindowRun>(
+            QStringLiteral("xcb"), QList{std::pair{QStringLiteral("DISPLAY"), screen.display()},
+                                         // of the games, which shall not cover the window
+                                         std::pair{QStringLiteral("SDL_VIDEODRIVER"), QStringLiteral("dummy")},
+                                         std::pair{QStringLiteral("SDL_AUDIODRIVER"), QStringLiteral("dummy")}});
         collection = folder.filePath(QStringLiteral("demo"));
         writeDemoCollection(collection);
         // Straight to the games, and every one of them counts as installed.
@@ -129,6 +135,46 @@ TEST_F(WindowOnAScreen, FollowsRealKeysAndClicks) {
 
     screen.key("ctrl+q");
     EXPECT_TRUE(eventually([&] { return window->hasEnded(); }, 10'000)) << "the program does not quit";
+}
+
+TEST_F(WindowOnAScreen, ADoubleClickStartsTheGameUnderItsFirstPressOnceAndStopEndsIt) {
+    if (QStandardPaths::findExecutable(QStringLiteral("dosbox")).isEmpty())
+        GTEST_SKIP() << "dosbox is not installed";
+    // In the third column and the second row, as long as no game is selected: the pane that comes with the first
+    // selection leaves room for three columns, and another cover is there then.
+    const QPoint courier(760, 580);
+    const auto launches = [&] { return window->log().count(QStringLiteral("=== LAUNCH START ===")); };
+    screen.doubleClick(courier);
+    const QString started = QStringLiteral("DOSBox launched successfully (PID: ");
+    ASSERT_TRUE(eventually([&] { return window->log().contains(started); }));
+    EXPECT_TRUE(window->log().contains(QStringLiteral("Game: Comet Courier II: The Long Mail\n")))
+        << "the second click started another game";
+    EXPECT_TRUE(favourites().isEmpty()) << "the second click pressed a button of the pane";
+    const qint64 pid = window->log().section(started, 1, 1).section(u')', 0, 0).toLongLong();
+    ASSERT_GT(pid, 0);
+    const auto isRunning = [&] { return processStartTime(pid).has_value(); };
+
+    screen.key("Return");
+    screen.key("ctrl+Return");
+    EXPECT_TRUE(eventually([&] { return window->log().count(QStringLiteral("is running already")) == 2; }))
+        << "a running game is started again, or nothing is said";
+    EXPECT_EQ(launches(), 1);
+    screen.save("xvfb-running");
+
+    const QPoint stop(1221, 391);
+    screen.click(stop, 1);
+    ASSERT_TRUE(screen.waitForWindow(QStringLiteral("Ludarium")));
+    screen.key("Return"); // the question opens on Cancel
+    QThread::msleep(1000);
+    EXPECT_TRUE(isRunning());
+    screen.click(stop, 1);
+    QThread::msleep(1000);
+    screen.save("xvfb-stop");
+    screen.key("shift+Tab");
+    screen.key("Return");
+    EXPECT_TRUE(eventually([&] { return !isRunning(); }, 10'000)) << "Stop does not end the game";
+    if (isRunning())
+        ::kill(pid_t(pid), SIGKILL);
 }
 
 } // namespace

@@ -93,13 +93,15 @@ Bitmap readPicture(GifFileType *file, int transparent) {
 
 } // namespace
 
-Bitmap decodeGif(const QByteArray &data) {
+Bitmap decodeGif(const QByteArray &data, const OnSize &onSize) {
     Input input{data};
     int error = 0;
     const std::unique_ptr<GifFileType, CloseGif> file(DGifOpen(&input, readBytes, &error));
     if (!file)
         throw ImageError(ImageError::Case::broken, "a broken GIF file");
     checkSize(file->SWidth, file->SHeight);
+    if (!onSize(file->SWidth, file->SHeight))
+        return {};
     int transparent = NO_TRANSPARENT_COLOR;
     for (;;) {
         GifRecordType record = UNDEFINED_RECORD_TYPE;

@@ -1,6 +1,7 @@
 #include "Host/Imaging/ImageCodec.h"
 
 #include "Host/Imaging/ImageFormats.h"
+#include "Host/Imaging/MemoryBudget.h"
 
 #include <QFile>
 #include <algorithm>
@@ -16,6 +17,8 @@ namespace ludarium {
 namespace {
 
 constexpr qsizetype readPiece = 262'144;
+/// Of a pixel: what it is decoded to, and the copy that is scaled or turned, or what a progressive JPEG keeps of it.
+constexpr qint64 decodingBytes = 8;
 
 [[noreturn]] void throwUnreadable(int error) {
     throw ImageError(ImageError::Case::unreadable, std::strerror(error));
@@ -102,18 +105,25 @@ void premultiply(Bitmap &image) {
 
 } // namespace imaging
 
+MemoryBudget &decodingBudget() {
+    static MemoryBudget budget(mostImagePixels * decodingBytes);
+    return budget;
+}
+
 Bitmap decodeImage(const QByteArray &data, int longestSide, const std::stop_token &stop) {
+    MemoryBudget::Share share(decodingBudget(), stop);
+    const auto claim = [&](qint64 width, qint64 height) { return share.claim(width * height * decodingBytes); };
     Bitmap image;
     int orientation = 1; // of a JPEG file, its decoder has taken care
     if (data.startsWith("\xff\xd8")) {
-        image = imaging::decodeJpeg(data, longestSide, stop);
+        image = imaging::decodeJpeg(data, longestSide, claim, stop);
     } else if (data.startsWith("\x89PNG")) {
-        image = imaging::decodePng(data);
+        image = imaging::decodePng(data, claim);
         orientation = imaging::chunkOrientation(data);
     } else if (data.startsWith("GIF8")) {
-        image = imaging::decodeGif(data);
+        image = imaging::decodeGif(data, claim);
     } else if (data.startsWith("RIFF") && data.mid(8, 4) == "WEBP") {
-        image = imaging::decodeWebp(data, longestSide);
+        image = imaging::decodeWebp(data, longestSide, claim);
         orientation = imaging::chunkOrientation(data);
     } else {
         throw ImageError(ImageError::Case::broken, "not a picture of a known format");

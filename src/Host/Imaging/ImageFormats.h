@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QSize>
+#include <functional>
 #include <stop_token>
 
 /// One function a format, each throwing ImageError; what they give may be larger than wanted, and is upright.
@@ -16,10 +17,14 @@ QSize fitted(int width, int height, int longestSide);
 /// Multiplies the colours by their alpha and sets `opaque`.
 void premultiply(Bitmap &image);
 
-Bitmap decodeJpeg(const QByteArray &data, int longestSide, const std::stop_token &stop);
-Bitmap decodePng(const QByteArray &data);
-Bitmap decodeGif(const QByteArray &data);
-Bitmap decodeWebp(const QByteArray &data, int longestSide);
+/// Called with the size of a picture, which was checked, before memory is taken for it. False when the picture is not
+/// wanted any more: the decoder then gives none.
+using OnSize = std::function<bool(qint64 width, qint64 height)>;
+
+Bitmap decodeJpeg(const QByteArray &data, int longestSide, const OnSize &onSize, const std::stop_token &stop);
+Bitmap decodePng(const QByteArray &data, const OnSize &onSize);
+Bitmap decodeGif(const QByteArray &data, const OnSize &onSize);
+Bitmap decodeWebp(const QByteArray &data, int longestSide, const OnSize &onSize);
 
 /// The orientation, 1 to 8, that the bytes of an EXIF segment give, those after "Exif\0\0"; 1 without one.
 int exifOrientation(const uchar *bytes, size_t count);

@@ -190,11 +190,13 @@ struct Encoder : Codec {
 
 } // namespace
 
-Bitmap imaging::decodeJpeg(const QByteArray &data, int longestSide, const std::stop_token &stop) {
+Bitmap imaging::decodeJpeg(const QByteArray &data, int longestSide, const OnSize &onSize, const std::stop_token &stop) {
     Decoder decoder(stop);
     if (!decoder.readHeader(data))
         throwBroken(decoder);
     checkSize(decoder.info.image_width, decoder.info.image_height);
+    if (!onSize(decoder.info.image_width, decoder.info.image_height))
+        return {};
     bool done = decoder.start(longestSide);
     Bitmap image;
     if (done) {

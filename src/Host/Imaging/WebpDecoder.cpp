@@ -40,12 +40,14 @@ Bitmap firstFrame(const QByteArray &data) {
 
 } // namespace
 
-Bitmap decodeWebp(const QByteArray &data, int longestSide) {
+Bitmap decodeWebp(const QByteArray &data, int longestSide, const OnSize &onSize) {
     const auto *bytes = reinterpret_cast<const uint8_t *>(data.constData());
     WebPDecoderConfig config;
     if (!WebPInitDecoderConfig(&config) || WebPGetFeatures(bytes, size_t(data.size()), &config.input) != VP8_STATUS_OK)
         throwBroken();
     checkSize(config.input.width, config.input.height);
+    if (!onSize(config.input.width, config.input.height))
+        return {};
     if (config.input.has_animation) {
         Bitmap image = firstFrame(data);
         image.opaque = !config.input.has_alpha;

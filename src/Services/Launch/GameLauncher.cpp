@@ -187,10 +187,10 @@ QCoro::Task<> GameLauncher::launch(GamePtr game, LaunchMode mode, std::optional<
         Log::error(u"Launch failed: %1"_s.arg(*failure));
         Log::error(u"❌ Launch failed: %1"_s.arg(*failure));
     }
-    const double seconds = std::chrono::duration<double>(clock.monotonic() - start).count();
-    Log::info(u"=== LAUNCH END (took %1s) ==="_s.arg(seconds, 0, 'f', 2));
     if (!self)
         co_return;
+    const double seconds = std::chrono::duration<double>(clock.monotonic() - start).count();
+    Log::info(u"=== LAUNCH END (took %1s) ==="_s.arg(seconds, 0, 'f', 2));
     m_launchError = failure.value_or(QString());
     m_isLaunching = false;
     m_currentGame.reset();

@@ -69,6 +69,11 @@ bool PlaySessionTracker::isRunningNow(const QString &gameId) const {
     return isRunning(gameId);
 }
 
+std::optional<ProcessId> PlaySessionTracker::runningProcess(const QString &gameId) const {
+    m_running->look();
+    return m_running->process(gameId);
+}
+
 /// Of a game whose journal could not be written its own session tells.
 bool PlaySessionTracker::isMeasured(const QString &gameId) const {
     return std::any_of(m_sessions.cbegin(), m_sessions.cend(),

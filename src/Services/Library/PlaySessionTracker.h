@@ -66,6 +66,10 @@ class PlaySessionTracker : public QObject {
     bool isRunningNow(const QString &gameId) const;
     /// How long the game's process has existed; 0 without one.
     double runningSeconds(const QString &gameId) const { return m_running->seconds(gameId); }
+    /// The ids of all games that run, in a fixed order.
+    QStringList runningGames() const { return m_running->games(); }
+    /// The game's recorded process, looked up at this moment.
+    std::optional<ProcessId> runningProcess(const QString &gameId) const;
 
     /// Names that an emulator's process is known by.
     static const QStringList &emulatorProcessNames();

@@ -29,6 +29,18 @@ double RunningGames::seconds(const QString &gameId) {
     return found == m_running.cend() ? 0 : secondsSinceProcessStart(found->startTime);
 }
 
+QStringList RunningGames::games() {
+    watch();
+    QStringList ids = m_running.keys();
+    ids.sort();
+    return ids;
+}
+
+std::optional<ProcessId> RunningGames::process(const QString &gameId) const {
+    const auto found = m_running.constFind(gameId);
+    return found == m_running.cend() ? std::nullopt : std::optional(*found);
+}
+
 void RunningGames::watch() {
     if (m_watcher)
         return;

@@ -22,6 +22,8 @@ class RunningGames : public QObject {
     bool contains(const QString &gameId);
     /// Since the start of its process; 0 when the game does not run.
     double seconds(const QString &gameId);
+    QStringList games();
+    std::optional<ProcessId> process(const QString &gameId) const;
     /// Looks at the journals and the processes now.
     void look();
 

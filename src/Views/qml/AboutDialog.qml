@@ -1,25 +1,12 @@
 import QtQuick
 import QtQuick.Controls.Basic
-import QtQuick.Templates as T
 import Ludarium
 
-Popup {
+Sheet {
     id: about
 
-    parent: T.Overlay.overlay
-    anchors.centerIn: parent
-    width: 340
-    padding: Theme.space24
-    modal: true
-    focus: true
-
-    T.Overlay.modal: Scrim {}
-    background: Rectangle {
-        color: Theme.surface
-        radius: Theme.radiusDialog
-        border.width: 1
-        border.color: Theme.border
-    }
+    wantedWidth: 340
+    closePolicy: Popup.CloseOnEscape | Popup.CloseOnPressOutside
     contentItem: Column {
         spacing: Theme.space12
         Accessible.role: Accessible.Dialog

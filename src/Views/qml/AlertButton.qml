@@ -9,6 +9,7 @@ AppButton {
 
     width: stacked && parent ? parent.width : Math.max(88, implicitWidth)
     text: modelData
-    primary: index === 0
+    primary: index === 0 && App.dialogs.destructive < 0
+    danger: index === App.dialogs.destructive
     onClicked: App.dialogs.answer(index)
 }

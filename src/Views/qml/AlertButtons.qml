@@ -14,10 +14,10 @@ Item {
 
     implicitHeight: grid.implicitHeight
 
-    function focusFirst() {
-        const first = repeater.itemAt(0);
-        if (first)
-            first.forceActiveFocus(Qt.TabFocusReason);
+    function focusPreferred() {
+        const preferred = repeater.itemAt(App.dialogs.preferred) as AlertButton;
+        if (preferred)
+            preferred.takeFocus();
     }
 
     Grid {
@@ -35,8 +35,8 @@ Item {
             delegate: AlertButton {}
             // The dialog may have opened before its buttons are made.
             onItemAdded: index => {
-                if (index === 0)
-                    buttons.focusFirst();
+                if (index === App.dialogs.preferred)
+                    buttons.focusPreferred();
             }
         }
     }

@@ -14,8 +14,8 @@ FocusScope {
     Accessible.description: App.dialogs.text
     Keys.onEscapePressed: App.dialogs.dismiss()
 
-    function focusFirst() {
-        buttons.focusFirst();
+    function focusPreferred() {
+        buttons.focusPreferred();
     }
 
     Column {

@@ -180,6 +180,9 @@ MenuBar {
             action: bar.commands.openFolder
         }
         AppMenuItem {
+            action: bar.commands.refreshImages
+        }
+        AppMenuItem {
             action: bar.commands.batch
         }
         AppMenuItem {

@@ -1,9 +1,21 @@
 import QtQuick
 import QtQuick.Controls.Basic
+import QtQuick.Templates as T
 import Ludarium
 
 // A window in the theme's colours, also where the controls draw something themselves, such as a tooltip.
 ApplicationWindow {
+    id: window
+
+    readonly property Item ground: T.Overlay.overlay
+    // Whether something lies over the window that has to be answered or left first.
+    readonly property bool covered: {
+        for (let i = 0; i < (ground?.children.length ?? 0); ++i)
+            if (ground.children[i] instanceof Scrim)
+                return true;
+        return false;
+    }
+
     color: Theme.window
     palette {
         window: Theme.surface

@@ -37,6 +37,7 @@ FocusScope {
 
         anchors.fill: parent
         focus: true
+        opacity: App.library.unavailable === "" ? 1 : Theme.awayOpacity
         active: area.hasRows
         sourceComponent: area.mode === "List" ? (area.grouped ? groupTable : table) : area.mode === "Coverflow" ? (area.grouped ? groupCoverflow : coverflow) : area.grouped ? groupGrid : grid
     }
@@ -99,7 +100,7 @@ FocusScope {
         visible: App.library.state === "none"
         iconName: "folder"
         title: qsTr("Open your collection")
-        text: qsTr("Choose the folder that holds your games: an eXo collection, or one of your own.")
+        text: App.library.missingFolder !== "" ? qsTr("Your collection is not there: %1").arg(App.library.missingFolder) : qsTr("Choose the folder that holds your games: an eXo collection, or one of your own.")
         actionText: qsTr("Select Collection Folder...")
         onActed: App.chooseCollection()
     }

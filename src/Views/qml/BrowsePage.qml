@@ -30,12 +30,18 @@ FocusScope {
         anchors.top: toolbar.bottom
         width: parent.width
     }
+    AwayNotice {
+        id: away
+
+        anchors.top: chips.visible ? chips.bottom : toolbar.bottom
+        width: parent.width
+    }
     BrowseArea {
         id: area
 
         commands: page.commands
         focus: true
-        anchors.top: chips.visible ? chips.bottom : toolbar.bottom
+        anchors.top: away.bottom
         anchors.bottom: parent.bottom
         width: parent.width
     }

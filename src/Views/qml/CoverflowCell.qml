@@ -127,14 +127,14 @@ Item {
             anchors.fill: parent
             acceptedButtons: Qt.LeftButton | Qt.RightButton
             onClicked: event => {
-                App.browse.currentRow = cell.index;
+                App.browse.click(cell.index);
                 cell.view.forceActiveFocus();
                 if (event.button === Qt.RightButton)
                     (cell.view as CoverflowList).menuWanted();
             }
-            onDoubleClicked: {
-                App.browse.currentRow = cell.index;
-                App.launch.checkVersionsAndLaunch();
+            onDoubleClicked: event => {
+                if (event.button === Qt.LeftButton && App.browse.doubleClick(cell.index))
+                    App.launch.checkVersionsAndLaunch();
             }
         }
     }

@@ -69,8 +69,13 @@ FocusScope {
         function onListAboutToBeReplaced() {
             flow.detach();
         }
+        // A cover that was clicked stays where it is until no second click can follow.
         function onCurrentRowChanged() {
-            if (!row.moving && App.browse.currentRow >= 0)
+            if (!row.moving && !App.browse.clicking && App.browse.currentRow >= 0)
+                flow.showSelection();
+        }
+        function onClickingChanged() {
+            if (!App.browse.clicking && !row.moving && App.browse.currentRow >= 0)
                 flow.showSelection();
         }
     }

@@ -91,6 +91,9 @@ AppMenu {
         action: menu.commands.openFolder
     }
     AppMenuItem {
+        action: menu.commands.refreshImages
+    }
+    AppMenuItem {
         text: qsTr("Show All of %1").arg(App.game.platform)
         onTriggered: App.game.showPlatform()
     }

@@ -38,9 +38,31 @@ Flickable {
             contentY = top + Theme.space16 + cellHeight - height;
     }
 
+    // The cell that stays at its height in the window when the cells are laid out anew: the selected one, or else the
+    // first in view.
+    property int keptRow: -1
+    property real keptPlace: 0
+    function windowTop(): real {
+        return mapToItem(null, 0, 0).y;
+    }
+    function noteWhatIsSeen() {
+        if (settled.running)
+            return;
+        const selected = App.browse.currentRow;
+        const place = pool.topOf(selected) + pool.y - contentY;
+        const seen = selected >= 0 && place > -cellHeight && place < height;
+        keptRow = seen ? selected : Math.max(0, Math.floor((contentY - pool.y) / cellHeight + 0.5) * columns);
+        keptPlace = pool.topOf(keptRow) + pool.y - contentY + windowTop();
+    }
+    function keepWhatIsSeen() {
+        if (keptRow >= 0)
+            contentY = Math.max(0, Math.min(pool.topOf(keptRow) + pool.y + windowTop() - keptPlace, contentHeight - height));
+    }
+
     property real lastY: 0
 
     onContentYChanged: {
+        noteWhatIsSeen();
         if (Math.abs(contentY - lastY) > height) {
             shared.rushing = true;
             calm.restart();
@@ -122,7 +144,11 @@ Flickable {
         id: settled
 
         interval: 0
-        onTriggered: grid.showSelection()
+        onTriggered: {
+            grid.keepWhatIsSeen();
+            grid.showSelection();
+            grid.noteWhatIsSeen();
+        }
     }
     // A change of the columns moves every cell.
     onWidthChanged: settled.restart()
@@ -132,7 +158,11 @@ Flickable {
         target: App.browse
         function onListReplaced() {
             grid.contentY = 0;
+            grid.keptRow = -1;
             settled.restart();
+        }
+        function onCurrentRowChanged() {
+            grid.noteWhatIsSeen();
         }
         function onScrollWanted() {
             grid.showSelection();

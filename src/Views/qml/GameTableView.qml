@@ -55,11 +55,22 @@ ListView {
         if (item && headerItem && item.y - headerItem.height < contentY)
             contentY = item.y - headerItem.height;
     }
+    // Where the view stood in the window: its rows stay where they were when what is above it gets higher.
+    property real keptTop: -1
+    function keepWhatIsSeen() {
+        const top = mapToItem(null, 0, 0).y;
+        if (keptTop >= 0 && keptTop !== top)
+            contentY = Math.max(originY, Math.min(contentY + top - keptTop, originY + contentHeight + bottomMargin - height));
+        keptTop = top;
+    }
     Timer {
         id: settled
 
         interval: 0
-        onTriggered: table.showSelection()
+        onTriggered: {
+            table.keepWhatIsSeen();
+            table.showSelection();
+        }
     }
     onHeightChanged: settled.restart()
     Component.onCompleted: settled.restart()

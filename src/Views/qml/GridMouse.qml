@@ -23,10 +23,6 @@ MouseArea {
         const cell = pool.itemAtIndex(row);
         return cell && inPool.x - cell.x < coverWidth && inPool.y - cell.y < cell.height - Theme.space16 ? row : -1;
     }
-    function choose(row: int) {
-        App.browse.currentRow = row;
-        grid.forceActiveFocus();
-    }
 
     x: grid.contentX
     y: grid.contentY
@@ -39,16 +35,15 @@ MouseArea {
         const row = rowAt(Qt.point(event.x, event.y));
         if (row < 0)
             return;
-        choose(row);
+        App.browse.click(row);
+        grid.forceActiveFocus();
         if (event.button === Qt.RightButton)
             menuWanted();
     }
     onDoubleClicked: event => {
-        const row = rowAt(Qt.point(event.x, event.y));
-        if (row < 0)
-            return;
-        choose(row);
-        App.launch.checkVersionsAndLaunch();
+        grid.forceActiveFocus();
+        if (event.button === Qt.LeftButton && App.browse.doubleClick(rowAt(Qt.point(event.x, event.y))))
+            App.launch.checkVersionsAndLaunch();
     }
 
     Rectangle {
@@ -63,13 +58,18 @@ MouseArea {
         color: Theme.shadow
     }
     PlayButton {
+        // The badges of a cell change with what can be done with its game.
+        readonly property string offer: mouse.hovered?.badges === undefined ? "" : App.browse.offer(mouse.hovered.index)
+
         x: mouse.hovered ? mouse.hovered.x + mouse.hovered.coverX + mouse.hovered.coverWidth + mouse.pool.x - mouse.x - width - Theme.space8 : 0
         y: mouse.hovered ? mouse.hovered.y + mouse.hovered.coverY + mouse.hovered.coverHeight + mouse.pool.y - mouse.y - height - Theme.space8 : 0
-        visible: mouse.hovered !== null
-        text: qsTr("Play %1").arg(mouse.hovered?.title ?? "")
+        visible: offer !== ""
+        iconName: offer === "install" ? "package" : offer === "download" ? "obtain" : "play"
+        text: (offer === "install" ? qsTr("Install %1") : offer === "download" ? qsTr("Download %1") : qsTr("Play %1")).arg(mouse.hovered?.title ?? "")
         onClicked: {
-            mouse.choose(mouse.hovered.index);
-            App.launch.checkVersionsAndLaunch();
+            App.browse.click(mouse.hovered.index);
+            mouse.grid.forceActiveFocus();
+            App.launch.act();
         }
     }
 }

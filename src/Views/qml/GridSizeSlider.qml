@@ -16,6 +16,8 @@ Slider {
     snapMode: Slider.SnapAlways
     value: sizes.indexOf(App.browse.gridSize)
     onMoved: App.browse.gridSize = sizes[Math.round(value)]
+    // Dragged, it leaves the keyboard with the games.
+    focusPolicy: Qt.TabFocus
     hoverEnabled: true
     Accessible.name: qsTr("Grid Size")
     Accessible.description: App.browse.gridSize

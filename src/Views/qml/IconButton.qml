@@ -11,7 +11,8 @@ AbstractButton {
     implicitWidth: Theme.controlHeight
     implicitHeight: Theme.controlHeight
     opacity: enabled ? 1 : Theme.disabledOpacity
-    focusPolicy: Qt.StrongFocus
+    // A click leaves the keyboard where it is, with the games.
+    focusPolicy: Qt.TabFocus
     hoverEnabled: true
     Accessible.role: Accessible.Button
     Accessible.name: text

@@ -7,42 +7,51 @@ Column {
 
     readonly property bool starting: App.launch.launching
     readonly property string wanted: App.detail.actions.primary
-    readonly property string reason: starting ? "" : App.detail.actions.primaryReason
+    readonly property bool running: App.running.selected
+    // That it runs is seen from the button.
+    readonly property string reason: starting || running ? "" : App.detail.actions.primaryReason
 
     spacing: Theme.space8
 
-    function act() {
-        if (wanted === "install")
-            App.launch.installSelected();
-        else if (wanted === "download")
-            App.launch.downloadSelected();
-        else
-            App.launch.checkVersionsAndLaunch();
-    }
-
-    AppButton {
-        id: button
-
+    Row {
         width: parent.width
-        height: Theme.controlHeight + Theme.space8
-        primary: true
-        iconName: box.wanted === "install" ? "package" : box.wanted === "download" ? "obtain" : "play"
-        text: {
-            if (box.starting)
-                return qsTr("Starting...");
-            if (box.wanted === "running")
-                return qsTr("Playing");
-            if (box.wanted === "install")
-                return qsTr("Install");
-            if (box.wanted === "download")
-                return App.detail.actions.downloadSize === "" ? qsTr("Download") : qsTr("Download (%1)").arg(App.detail.actions.downloadSize);
-            return qsTr("Play");
+        spacing: Theme.space8
+
+        AppButton {
+            id: button
+
+            width: parent.width - (stop.visible ? stop.width + parent.spacing : 0)
+            height: Theme.controlHeight + Theme.space8
+            primary: true
+            iconName: box.wanted === "install" ? "package" : box.wanted === "download" ? "obtain" : "play"
+            text: {
+                if (box.starting)
+                    return qsTr("Starting...");
+                if (box.running)
+                    return qsTr("Playing · %1").arg(App.running.elapsed);
+                if (box.wanted === "install")
+                    return qsTr("Install");
+                if (box.wanted === "download")
+                    return App.detail.actions.downloadSize === "" ? qsTr("Download") : qsTr("Download (%1)").arg(App.detail.actions.downloadSize);
+                return qsTr("Play");
+            }
+            enabled: !box.starting && App.detail.actions.primaryReason === ""
+            font.pixelSize: Theme.textTitle
+            Accessible.name: qsTr("%1: %2").arg(text).arg(App.detail.title)
+            Accessible.description: App.detail.actions.primaryReason
+            onClicked: App.launch.act()
         }
-        enabled: !box.starting && box.reason === ""
-        font.pixelSize: Theme.textTitle
-        Accessible.name: qsTr("%1: %2").arg(text).arg(App.detail.title)
-        Accessible.description: box.reason
-        onClicked: box.act()
+        AppButton {
+            id: stop
+
+            height: button.height
+            visible: box.running
+            enabled: !App.running.stopping
+            iconName: "stop"
+            text: App.running.stopping ? qsTr("Stopping...") : qsTr("Stop")
+            Accessible.name: qsTr("%1: %2").arg(text).arg(App.detail.title)
+            onClicked: App.running.stopSelected()
+        }
     }
     // In sight, as a pointer does not rest on what does nothing.
     Row {

@@ -182,7 +182,4 @@ AppWindow {
         anchors.bottom: parent.bottom
         anchors.bottomMargin: Theme.space16
     }
-    AlertDialog {
-        visible: App.dialogs.active && window.visible
-    }
 }

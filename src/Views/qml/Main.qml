@@ -8,13 +8,13 @@ AppWindow {
 
     property bool detailShown: true
     // The pane takes no room before the first game is selected, and from then on stays.
-    property bool detailUsed: App.detail.hasGame
+    property bool detailUsed: false
     readonly property bool narrow: width < 1060
-    readonly property LogWindow logWindow: logs.item as LogWindow
-    readonly property SettingsWindow settingsWindow: settings.item as SettingsWindow
-    readonly property StatisticsWindow statisticsWindow: statistics.item as StatisticsWindow
-    readonly property FirstRunSetupView assistant: firstRun
-    readonly property FolderPickerView folderPicker: picker
+    readonly property AppWindow logWindow: parts.logWindow
+    readonly property AppWindow settingsWindow: parts.settingsWindow
+    readonly property AppWindow statisticsWindow: parts.statisticsWindow
+    readonly property FirstRunSetupView assistant: parts.assistant
+    readonly property FolderPickerView folderPicker: parts.folderPicker
     readonly property alias commands: commands
 
     width: 1280
@@ -24,32 +24,23 @@ AppWindow {
     title: qsTr("Ludarium")
     visible: false
 
-    function bringUp(loader: Loader) {
-        loader.active = true;
-        const shown = loader.item as ApplicationWindow;
-        shown.show();
-        shown.raise();
-        shown.requestActivate();
-    }
     function showLogs() {
-        bringUp(logs);
+        parts.showLogs();
     }
     function showSettings() {
-        bringUp(settings);
+        parts.showSettings();
     }
     function showStatistics() {
-        bringUp(statistics);
+        parts.showStatistics();
     }
     function showAssistant() {
-        firstRun.begin();
-        raise();
-        requestActivate();
+        parts.showAssistant();
     }
     function showFolderPicker() {
-        picker.open();
+        parts.showFolderPicker();
     }
     function showAbout() {
-        about.open();
+        parts.showAbout();
     }
     function focusSearch() {
         browsePage.search.forceActiveFocus(Qt.ShortcutFocusReason);
@@ -77,6 +68,7 @@ AppWindow {
     Commands {
         id: commands
 
+        covered: window.covered
         onSearchWanted: window.focusSearch()
         onSidebarFilterWanted: window.filterSidebar()
         onDetailsToggled: browsePage.detailToggled()
@@ -141,13 +133,16 @@ AppWindow {
                 window.detailUsed = true;
             }
         }
-        DetailPane {
+        OnDemand {
+            wanted: visible
             visible: window.detailShown && window.detailUsed && App.library.gameCount > 0
             // What the sidebar and the games need comes first.
             SplitView.preferredWidth: Math.max(240, Math.min(360 * Math.min(Theme.textScale, 1.2), window.width - (App.sidebar.shown ? sidebar.width : 0) - 350))
             SplitView.minimumWidth: 240
             SplitView.maximumWidth: 560
-            onClosed: window.detailShown = false
+            sourceComponent: DetailPane {
+                onClosed: window.detailShown = false // qmllint disable unqualified
+            }
         }
     }
     footer: StatusBar {}
@@ -162,48 +157,33 @@ AppWindow {
         anchors.fill: parent
         z: -1
     }
-    FirstRunSetupView {
-        id: firstRun
-    }
-    FolderPickerView {
-        id: picker
-    }
-    ThumbnailSheet {}
-    GameVersionPicker {}
-    AlertDialog {}
-    FolderChooser {}
-    AboutDialog {
-        id: about
+    MainParts {
+        id: parts
+
+        window: window
     }
     SplashScreen {
         parent: window.contentItem.parent
         anchors.fill: parent
         z: 10
     }
-    Loader {
-        id: logs
-
-        active: false
-        sourceComponent: LogWindow {}
+    // The games move to make room for the pane: not between the two clicks of one who starts a game.
+    function makeRoomForDetails() {
+        if (App.detail.hasGame && !App.browse.clicking)
+            detailUsed = true;
     }
+    Component.onCompleted: makeRoomForDetails()
     Connections {
         target: App.detail
         function onChanged() {
-            if (App.detail.hasGame)
-                window.detailUsed = true;
+            window.makeRoomForDetails();
         }
     }
-    Loader {
-        id: settings
-
-        active: false
-        sourceComponent: SettingsWindow {}
-    }
-    Loader {
-        id: statistics
-
-        active: false
-        sourceComponent: StatisticsWindow {}
+    Connections {
+        target: App.browse
+        function onClickingChanged() {
+            window.makeRoomForDetails();
+        }
     }
     Connections {
         target: App.start

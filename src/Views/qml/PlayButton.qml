@@ -14,7 +14,7 @@ IconButton {
     contentItem: Item {
         AppIcon {
             anchors.centerIn: parent
-            name: "play"
+            name: button.iconName
             color: Theme.accentText
             size: Math.round(16 * Theme.textScale)
         }

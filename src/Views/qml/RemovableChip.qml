@@ -15,7 +15,7 @@ AbstractButton {
     rightPadding: plain ? Theme.space12 : Theme.space12 + Math.round(16 * Theme.textScale)
     topPadding: 0
     bottomPadding: 0
-    focusPolicy: Qt.StrongFocus
+    focusPolicy: Qt.TabFocus
     hoverEnabled: true
     Accessible.name: plain ? text : qsTr("Remove filter %1").arg(text)
     Keys.onReturnPressed: clicked()

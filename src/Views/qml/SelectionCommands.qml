@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Templates as T
 import Ludarium
 
 // The commands for the selected game, and whether any command can be used now.
@@ -7,13 +6,7 @@ Item {
     id: commands
 
     // Whether something lies over the window that has to be answered or left first.
-    readonly property bool covered: {
-        const overlay = T.Overlay.overlay;
-        for (let i = 0; i < (overlay?.children.length ?? 0); ++i)
-            if (overlay.children[i] instanceof Scrim)
-                return true;
-        return false;
-    }
+    required property bool covered
     readonly property bool free: !covered && !App.dialogs.active && !App.dialogs.choosingFolder && !App.start.visible
     readonly property bool hasGame: App.game.hasGame
     readonly property bool mayStart: free && hasGame && !App.launch.launching
@@ -29,6 +22,12 @@ Item {
         enabled: commands.mayStart && App.detail.actions.playReason === ""
         reason: commands.why(App.detail.actions.playReason, true)
         onTriggered: App.launch.playSelected()
+    }
+    // The entry is disabled, with its reason; the key says it too.
+    Shortcut {
+        sequences: ["Ctrl+Return", "Ctrl+Enter"]
+        enabled: commands.mayStart && App.running.selected
+        onActivated: App.launch.playSelected()
     }
     property Command setUp: Command {
         text: App.game.setupButtonTitle
@@ -55,5 +54,11 @@ Item {
         enabled: commands.free && commands.hasGame && App.detail.actions.folderReason === ""
         reason: commands.why(App.detail.actions.folderReason, false)
         onTriggered: App.launch.openSelectedFolder()
+    }
+    property Command refreshImages: Command {
+        text: qsTr("Refresh Images")
+        enabled: commands.free && commands.hasGame
+        reason: commands.why("", false)
+        onTriggered: App.detail.clearImageCache()
     }
 }

@@ -8,7 +8,7 @@ Rectangle {
     implicitHeight: Math.round(28 * Theme.textScale)
     color: Theme.sidebar
     Accessible.role: Accessible.StatusBar
-    Accessible.name: App.library.loading ? App.library.step : counts.text
+    Accessible.name: App.library.loading ? App.library.step : App.browse.joined([counts.text, App.running.text], ", ")
 
     Rectangle {
         width: parent.width
@@ -41,6 +41,13 @@ Rectangle {
             Layout.preferredWidth: 160
             visible: App.library.loading
             value: App.library.progress
+        }
+        AppText {
+            visible: text !== ""
+            Layout.maximumWidth: bar.width / 2
+            text: App.running.text
+            color: Theme.success
+            font.pixelSize: Theme.textSmall
         }
         AppText {
             visible: App.launch.launching

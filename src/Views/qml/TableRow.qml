@@ -21,11 +21,6 @@ Item {
     readonly property bool viewFocused: ListView.view ? ListView.view.activeFocus : false
     readonly property bool selected: index === App.browse.currentRow
 
-    function choose() {
-        App.browse.currentRow = index;
-        ListView.view.forceActiveFocus();
-    }
-
     width: (ListView.view as ListView)?.contentWidth ?? 0
     implicitHeight: Theme.rowHeight
     Accessible.role: Accessible.ListItem
@@ -131,13 +126,15 @@ Item {
         hoverEnabled: true
         acceptedButtons: Qt.LeftButton | Qt.RightButton
         onClicked: event => {
-            row.choose();
+            App.browse.click(row.index);
+            row.ListView.view.forceActiveFocus();
             if (event.button === Qt.RightButton)
                 (row.ListView.view as GameTableView).menuWanted(null);
         }
-        onDoubleClicked: {
-            row.choose();
-            App.launch.checkVersionsAndLaunch();
+        onDoubleClicked: event => {
+            row.ListView.view.forceActiveFocus();
+            if (event.button === Qt.LeftButton && App.browse.doubleClick(row.index))
+                App.launch.checkVersionsAndLaunch();
         }
     }
 }

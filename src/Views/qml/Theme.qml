@@ -34,6 +34,11 @@ QtObject {
     // Grounds of a button under the pointer and under the finger: away from the colour of its text.
     readonly property color accentHovered: dark ? Qt.lighter(accent, 1.07) : Qt.darker(accent, 1.1)
     readonly property color accentPressed: dark ? Qt.lighter(accent, 1.15) : Qt.darker(accent, 1.25)
+    // The ground of a button that destroys something, in every theme the same red.
+    readonly property color dangerFill: "#c62f26"
+    readonly property color dangerHovered: "#b3271f"
+    readonly property color dangerPressed: "#9c1f18"
+    readonly property color dangerText: "#ffffff"
     readonly property color selection: swatch[10]
     readonly property color danger: swatch[11]
     readonly property color warning: swatch[12]
@@ -77,6 +82,9 @@ QtObject {
 
     // What cannot be used now is faint, and readable still.
     readonly property real disabledOpacity: 0.65
+
+    // What stands only as it was last seen.
+    readonly property real awayOpacity: 0.45
 
     // Pixels at a text scale of 1; text follows the user's scale up to 2.
     readonly property real textScale: App.appearance.textScale

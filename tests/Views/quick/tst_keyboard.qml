@@ -127,8 +127,8 @@ TestCase {
         for (const other of [window.settingsWindow, window.statisticsWindow, window.logWindow])
             other?.close();
         App.dialogs.dismiss();
-        window.assistant.close();
-        window.folderPicker.close();
+        window.assistant?.close();
+        window.folderPicker?.close();
         window.requestActivate();
         tryVerify(() => window.active);
         keyClick(Qt.Key_Escape);

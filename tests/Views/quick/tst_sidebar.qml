@@ -255,6 +255,7 @@ TestCase {
         compare(rowNamed("ScummVM"), rowNamed("ScummVM Games"), "its platform is out of sight");
         keyClick(Qt.Key_Delete);
         tryCompare(App.dialogs, "title", "Delete Group");
+        keyClick(Qt.Key_Tab, Qt.ShiftModifier);
         keyClick(Qt.Key_Return);
         tryVerify(() => App.platforms.groups.length === 0);
         tryVerify(() => rowNamed("ScummVM") >= 0);

@@ -185,6 +185,58 @@ TestCase {
         mouseDoubleClickSequence(head, head.width - 8, 10);
         compare(head.width, before);
     }
+    function test_theToolbarLeavesTheArrowsToTheGames() {
+        App.browse.currentRow = 0;
+        view().forceActiveFocus();
+        for (const name of ["Hide Sidebar", "Show Sidebar", "List", "Grid", "Group Duplicates: Off"]) {
+            mouseClick(control(name));
+            const before = App.game.title;
+            tryVerify(() => view() && view().activeFocus, 1000, name);
+            keyClick(Qt.Key_Right);
+            verify(App.game.title !== before, name);
+        }
+    }
+    // A click selects at once, and what stands under the pointer stays there until no second click can follow.
+    function test_theFirstClickOpensThePaneOnlyWhenNoSecondCanFollow_data() {
+        return ["Grid", "List", "Coverflow"].map(mode => ({ "tag": mode, "mode": mode }));
+    }
+    function test_theFirstClickOpensThePaneOnlyWhenNoSecondCanFollow(data) {
+        show(data.mode, false);
+        window.detailUsed = false;
+        App.browse.currentRow = data.mode === "Coverflow" ? 0 : -1;
+        window.detailUsed = false;
+        const row = data.mode === "Coverflow" ? 2 : 3;
+        tryVerify(() => cell(row) !== null);
+        wait(300);
+        const y = data.mode === "Coverflow" ? cell(row).height / 3 : 10;
+        const place = () => String(cell(row).mapToItem(window.contentItem, 0, 0));
+        const before = place();
+        // Of a cover that stands back, the outer part is seen.
+        mouseClick(cell(row), cell(row).width * (data.mode === "Coverflow" ? 1.5 : 0.5), y);
+        compare(App.browse.currentRow, row);
+        const clicked = App.game.title;
+        verify(App.browse.clicking);
+        wait(100);
+        compare(place(), before);
+        verify(!window.detailUsed);
+        tryVerify(() => window.detailUsed);
+        verify(!App.browse.clicking);
+        compare(App.game.title, clicked);
+    }
+    function test_whatWasClickedKeepsItsHeightWhenThePaneOpens() {
+        window.detailUsed = false;
+        wait(50);
+        const row = 3 * view().columns;
+        view().contentY = view().cellHeight * 2;
+        tryVerify(() => cell(row) !== null);
+        const place = () => Math.round(cell(row)?.mapToItem(window.contentItem, 0, 0).y ?? -1);
+        mouseClick(cell(row), 40, 40);
+        const before = place();
+        const columns = view().columns;
+        tryVerify(() => view().columns !== columns);
+        wait(50);
+        fuzzyCompare(place(), before, 1);
+    }
     function test_theContextMenuActsOnTheGameUnderThePointer_data() {
         return ["Grid", "List", "Coverflow"].map(mode => ({ "tag": mode, "mode": mode }));
     }

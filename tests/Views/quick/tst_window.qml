@@ -205,6 +205,35 @@ TestCase {
         compare(answers.signalArguments[0][0], data.button);
         tryVerify(() => games().activeFocus);
     }
+    function test_whatDestroysIsRedAndHasToBeChosen_data() {
+        return [
+            {
+                "tag": "platform",
+                "open": () => App.platforms.deletePlatform(App.game.platform),
+                "button": "Delete"
+            },
+            {
+                "tag": "reset",
+                "open": () => App.settings.item("resetForTesting").activate(),
+                "button": "Reset"
+            }
+        ];
+    }
+    function test_whatDestroysIsRedAndHasToBeChosen(data) {
+        App.browse.currentRow = 0;
+        const count = App.library.gameCount;
+        data.open();
+        tryVerify(() => window.activeFocusItem && window.activeFocusItem.text === "Cancel");
+        verify(window.activeFocusItem.visualFocus);
+        const red = find(window.contentItem.parent, item => item instanceof AppButton && item.text === data.button);
+        verify(red.x < window.activeFocusItem.x, "the told order");
+        compare(red.background.color, Theme.dangerFill);
+        keyClick(Qt.Key_Return);
+        tryVerify(() => !App.dialogs.active);
+        wait(50);
+        compare(App.library.gameCount, count);
+        compare(setup.stored("collectionPath"), App.library.folder);
+    }
     function test_questionsComeOneAfterAnother() {
         setup.ask("First", "", ["Yes", "No"]);
         setup.ask("Second", "", ["Go", "Stop"]);

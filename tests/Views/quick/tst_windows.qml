@@ -51,8 +51,8 @@ TestCase {
     }
 
     function test_theAssistantWalksThroughItsStepsAndIsDone() {
-        const assistant = window.assistant;
         window.showAssistant();
+        const assistant = window.assistant;
         tryVerify(() => assistant.opened);
         const walk = [
             {
@@ -100,9 +100,9 @@ TestCase {
         compare(setup.stored("hasCompletedFirstRun"), true);
     }
     function test_theFolderPickerStaysUntilAFolderIsChosenOrItIsClosed() {
-        const picker = window.folderPicker;
         keyClick(Qt.Key_O, Qt.ControlModifier | Qt.ShiftModifier);
-        tryVerify(() => picker.opened);
+        tryVerify(() => window.folderPicker !== null && window.folderPicker.opened);
+        const picker = window.folderPicker;
         keyClick(Qt.Key_1, Qt.ControlModifier);
         keyClick(Qt.Key_Return);
         tryVerify(() => App.dialogs.choosingFolder);
@@ -139,6 +139,36 @@ TestCase {
         verify(find(dialog.navigation, item => item instanceof AppText && item.visible && item.text === "No setting is called so"));
         dialog.navigation.searchField.text = "";
         dialog.close();
+    }
+    function test_whatSettingsAsksForLiesOverSettings() {
+        const dialog = settings();
+        for (const key of ["showAssistant", "resetForTesting"]) {
+            App.settings.item(key).activate();
+            tryVerify(() => dialog.covered, 2000, key);
+            verify(!window.covered, key);
+            dialog.close();
+            verify(dialog.visible, "what lies over it is answered first");
+            if (key === "showAssistant")
+                window.assistant.close();
+            else
+                App.dialogs.dismiss();
+            tryVerify(() => !dialog.covered);
+        }
+        App.chooseCollection();
+        let list = null;
+        tryVerify(() => (list = find(dialog.ground, item => item.objectName === "folderDialogListView")) !== null);
+        const bar = find(dialog.ground, item => item.upButton !== undefined && item.background);
+        compare(bar.background.color, Theme.window);
+        compare(list.palette.highlightedText, Theme.text);
+        App.dialogs.folderCancelled();
+        tryVerify(() => find(dialog.ground, item => item.objectName === "folderDialogListView") === null);
+        dialog.close();
+        tryVerify(() => !dialog.visible);
+        window.requestActivate();
+        tryVerify(() => window.active);
+        window.showAssistant();
+        tryVerify(() => window.covered);
+        window.assistant.close();
     }
     function test_aFoundEmulatorComesIntoView() {
         const dialog = settings();

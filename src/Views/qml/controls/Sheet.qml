@@ -3,13 +3,19 @@ import QtQuick.Controls.Basic
 import QtQuick.Templates as T
 import Ludarium
 
-// A panel over the window that has to be answered before the window can be used.
+// A panel over a window that has to be answered before the window can be used.
 Popup {
     id: sheet
 
     property real wantedWidth: 560
+    // The overlay of the window that it lies over. It stays with that one until it is closed.
+    required property Item ground
 
-    parent: T.Overlay.overlay
+    Binding on parent {
+        when: !sheet.visible || !sheet.parent
+        value: sheet.ground
+        restoreMode: Binding.RestoreNone
+    }
     anchors.centerIn: parent
     width: Math.min(wantedWidth, (parent ? parent.width : wantedWidth) - 2 * Theme.space24)
     padding: Theme.space24

@@ -41,9 +41,12 @@ AppWindow {
     }
     Shortcut {
         sequences: ["Ctrl+W"]
-        enabled: !App.dialogs.active
+        enabled: !window.covered
         onActivated: window.close()
     }
+
+    // What lies over it is answered first.
+    onClosing: close => close.accepted = !covered
 
     RowLayout {
         anchors.fill: parent
@@ -73,8 +76,5 @@ AppWindow {
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.bottom: parent.bottom
         anchors.bottomMargin: Theme.space16
-    }
-    AlertDialog {
-        visible: App.dialogs.active && window.visible
     }
 }

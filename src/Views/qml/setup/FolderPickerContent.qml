@@ -33,6 +33,17 @@ FocusScope {
         }
         AppText {
             width: parent.width
+            visible: App.library.missingFolder !== ""
+            text: qsTr("Your collection is not there: %1\nConnect its drive and try again, or choose another folder.").arg(App.library.missingFolder)
+            color: Theme.warning
+            wrapMode: Text.Wrap
+            elide: Text.ElideNone
+            lineHeight: 1.2
+            Accessible.role: Accessible.AlertMessage
+            Accessible.name: text
+        }
+        AppText {
+            width: parent.width
             text: qsTr("Choose the folder that holds your games. It contains the folders Data, eXo and Images.")
             color: Theme.textSecondary
             wrapMode: Text.Wrap
@@ -57,6 +68,11 @@ FocusScope {
                 primary: true
                 focus: true
                 onClicked: App.chooseCollection()
+            }
+            AppButton {
+                visible: App.library.missingFolder !== ""
+                text: qsTr("Try Again")
+                onClicked: App.reopenCollection()
             }
             AppButton {
                 text: qsTr("Cancel")
