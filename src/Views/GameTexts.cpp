@@ -1,6 +1,6 @@
 #include "Views/GameTexts.h"
 
-#include "Services/Library/PlayStatistics.h"
+#include "Models/PlayTime.h"
 
 #include <QCoreApplication>
 #include <QLocale>

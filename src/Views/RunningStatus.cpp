@@ -5,9 +5,9 @@
 #include "Host/Clock.h"
 #include "Host/Dialogs.h"
 #include "Host/Host.h"
+#include "Models/PlayTime.h"
 #include "Services/Library/GameLibrary.h"
 #include "Services/Library/PlaySessionTracker.h"
-#include "Services/Library/PlayStatistics.h"
 
 #include <QPointer>
 #include <chrono>
