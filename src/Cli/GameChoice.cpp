@@ -3,6 +3,7 @@
 #include "Cli/CliError.h"
 #include "Cli/CommandContext.h"
 #include "Cli/JsonRecords.h"
+#include "Cli/NamedChoice.h"
 #include "Cli/Output.h"
 #include "Cli/Table.h"
 #include "Services/Library/GameLibrary.h"
@@ -22,6 +23,7 @@ GameList gamesNamed(const GameList &games, const QString &idOrTitle) {
     const QByteArray lowerCased = idOrTitle.toLower().toUtf8();
     GameList sameTitle;
     GameList containing;
+    GameList beginning;
     for (const GamePtr &game : games) {
         if (game->id == idOrTitle)
             return {game};
@@ -29,8 +31,12 @@ GameList gamesNamed(const GameList &games, const QString &idOrTitle) {
             sameTitle << game;
         else if (game->searchTitle.contains(lowerCased))
             containing << game;
+        else if (beginsId(idOrTitle, game->id))
+            beginning << game;
     }
-    return sameTitle.isEmpty() ? containing : sameTitle;
+    if (!sameTitle.isEmpty())
+        return sameTitle;
+    return containing.isEmpty() ? beginning : containing;
 }
 
 GamePtr chooseGame(CommandContext &context, const GameLibrary &library, const QString &idOrTitle) {

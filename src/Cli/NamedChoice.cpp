@@ -10,9 +10,18 @@
 
 namespace ludarium {
 
+bool beginsId(const QString &text, const QString &id) {
+    constexpr qsizetype fewest = 8;
+    QStringView beginning = text;
+    if (beginning.endsWith(u'…'))
+        beginning.chop(1);
+    return beginning.size() >= fewest && id.startsWith(beginning, Qt::CaseInsensitive);
+}
+
 QList<qsizetype> thingsNamed(const QList<NamedThing> &things, const QString &idOrName) {
     QList<qsizetype> sameName;
     QList<qsizetype> containing;
+    QList<qsizetype> beginning;
     for (qsizetype i = 0; i < things.size(); ++i) {
         if (things[i].id == idOrName)
             return {i};
@@ -20,8 +29,12 @@ QList<qsizetype> thingsNamed(const QList<NamedThing> &things, const QString &idO
             sameName << i;
         else if (things[i].name.contains(idOrName, Qt::CaseInsensitive))
             containing << i;
+        else if (beginsId(idOrName, things[i].id))
+            beginning << i;
     }
-    return sameName.isEmpty() ? containing : sameName;
+    if (!sameName.isEmpty())
+        return sameName;
+    return containing.isEmpty() ? beginning : containing;
 }
 
 qsizetype chooseThing(CommandContext &context, const QList<NamedThing> &things, const QString &idOrName,

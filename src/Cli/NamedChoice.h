@@ -16,8 +16,11 @@ struct NamedThing {
     QString name;
 };
 
+/// Whether the text is the beginning of an id, as narrow lists show it ("0af151e3…"); shorter ones are no names.
+bool beginsId(const QString &text, const QString &id);
+
 /// Where the things stand that a text names: the one with that id; else those whose name it is, ignoring case; else
-/// those whose name contains it, ignoring case.
+/// those whose name contains it, ignoring case; else those whose id begins so.
 QList<qsizetype> thingsNamed(const QList<NamedThing> &things, const QString &idOrName);
 
 /// Where the one thing stands that a text names; `kind` is "playlist" or the like. When there are several they are

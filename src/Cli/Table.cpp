@@ -5,11 +5,16 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace ludarium {
 
 namespace {
 constexpr int gap = 2;
+constexpr int wantedFlexibleWidth = 30;
 constexpr int smallestFlexibleWidth = 16;
+/// Eight characters of an id still name a thing.
+constexpr int shortIdWidth = 9;
 
 QString withoutTrailingBlanks(QString line) {
     while (line.endsWith(u' '))
@@ -41,13 +46,17 @@ void Table::fit(QList<int> &widths, int columns) const {
         widths[column] -= by;
         excess -= by;
     };
+    shrink(m_flexible, wantedFlexibleWidth);
+    const qsizetype ids = m_headings.indexOf(u"ID"_s);
+    if (ids >= 0)
+        shrink(ids, shortIdWidth);
     shrink(m_flexible, smallestFlexibleWidth);
-    // An id that is cut cannot be used any more.
+    // A shorter id cannot be used any more.
     for (const auto &[smallest, idsToo] : {std::pair{8, false}, {4, false}, {1, true}}) {
         while (excess > 0) {
             qsizetype widest = -1;
             for (qsizetype column = 0; column < widths.size(); ++column)
-                if (widths[column] > smallest && (idsToo || m_headings[column] != QLatin1String("ID")) &&
+                if (widths[column] > smallest && (idsToo || column != ids) &&
                     (widest < 0 || widths[column] > widths[widest]))
                     widest = column;
             if (widest < 0)

@@ -21,7 +21,8 @@ QStringList ids(const GameList &games) {
 }
 
 const GameList library{
-    game("1", "Doom"), game("2", "DOOM II"), game("3", "Éclair"), game("5", "1"), game("6", "zork"), game("7", "Zork"),
+    game("1", "Doom"), game("2", "DOOM II"), game("3", "Éclair"), game("5", "1"), game("0af151e3-f961", "Myst"),
+    game("6", "zork"), game("7", "Zork"),
 };
 
 TEST(GameChoice, PrefersTheIdThenTheTitleThenAPartOfIt) {
@@ -36,6 +37,9 @@ TEST(GameChoice, PrefersTheIdThenTheTitleThenAPartOfIt) {
         {"oom ii", {QStringLiteral("2")}},
         {"éCLAIR", {QStringLiteral("3")}},
         {"ZORK", {QStringLiteral("6"), QStringLiteral("7")}},
+        {"0AF151E3", {QStringLiteral("0af151e3-f961")}},
+        {"0af151e3…", {QStringLiteral("0af151e3-f961")}}, // as a narrow list shows it
+        {"0af151e", {}},
         {"nothing", {}},
     };
     for (const auto &row : rows)
