@@ -5,6 +5,7 @@
 #include "Models/Platform.h"
 #include "Services/Collections/AriaIndexManager.h"
 #include "Services/Collections/CollectionLayout.h"
+#include "Services/Launch/GameFolders.h"
 #include "Services/Library/CollectionScan.h"
 #include "Services/Library/InstallationStatus.h"
 #include "Services/Library/MetadataIndexes.h"
@@ -130,7 +131,7 @@ std::optional<GameStatus> InstallationStatus::checkGame(const GamePtr &game, con
     // A name that is no single usable one stands for no folder; an empty one would stand for that of all games.
     const QString named = ConfigurationNames::of(game->configurationPath).folder.toString();
     const QString folder = isSafeName(named) ? named : QString();
-    if (!folder.isEmpty() && isInstallation(places.games + u'/' + folder))
+    if (!folder.isEmpty() && isInstallation(GameFolders::asOnDisk(places.games + u'/' + folder, collection)))
         return GameStatus{.isInstalled = true};
 
     QStringList titles;

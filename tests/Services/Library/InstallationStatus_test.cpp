@@ -285,6 +285,13 @@ TEST_F(StatusTest, TakesNoHiddenFolderAndNoFileForAnInstallation) {
     EXPECT_EQ(check(game(u"Dangling"_s, u"eXo\\eXoDOS\\!dos\\dangling\\a.conf"_s)), absent);
 }
 
+TEST_F(StatusTest, FindsAFolderThatTheRecordSpellsOtherwise) {
+    put(u"eXo/eXoDOS/KEEN4/KEEN4.EXE"_s);
+    const GamePtr keen = game(u"Keen"_s, u"eXo\\eXoDOS\\!dos\\Keen4\\a.conf"_s);
+    EXPECT_EQ(check(keen), "installed");
+    EXPECT_EQ(look(keen), "installed");
+}
+
 TEST_F(StatusTest, LooksForDosArchivesInTheFolderForDownloadsToo) {
     put(u"DOWNLOAD/Abuse (1995).zip"_s);
     put(u"eXoDOS/Doom.7z"_s);
