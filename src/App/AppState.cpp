@@ -78,19 +78,15 @@ bool AppState::restoreCollection() {
     const QString path = m_host.settings.value(Settings::collectionPath);
     if (path.isEmpty())
         return false;
-    if (!QFileInfo::exists(path)) {
-        m_missingCollection = path;
-        Log::warning(u"The collection folder is not there: %1"_s.arg(path));
-        return false;
-    }
     setCollectionPath(path);
+    m_isRestored = true;
     return true;
 }
 
 void AppState::setCollectionPath(const QString &path) {
     if (path.isEmpty())
         return;
-    m_missingCollection.clear();
+    m_isRestored = false;
     const QString old = std::exchange(m_collectionPath, QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
     collectionChanged(old);
 }
@@ -98,9 +94,12 @@ void AppState::setCollectionPath(const QString &path) {
 void AppState::collectionChanged(const QString &oldPath) {
     // The folder is used even when the settings cannot keep it; the next start then asks again.
     try {
-        m_host.settings.setValue(Settings::collectionPath, m_collectionPath);
+        if (m_host.settings.value(Settings::collectionPath) != m_collectionPath)
+            m_host.settings.setValue(Settings::collectionPath, m_collectionPath);
     } catch (const std::exception &error) {
-        Log::error(QStringLiteral("Failed to remember the collection folder: %1").arg(QString::fromUtf8(error.what())));
+        const QString reason = QString::fromUtf8(error.what());
+        Log::error(u"Failed to remember the collection folder: %1"_s.arg(reason));
+        Q_EMIT collectionPathRefused(reason);
     }
     m_images->clearCache();
     if (!oldPath.isEmpty() && oldPath != m_collectionPath)

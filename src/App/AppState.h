@@ -55,10 +55,11 @@ class AppState : public QObject {
     PrerequisitesManager &prerequisites() { return *m_prerequisites; }
     Host &host() { return m_host; }
 
-    /// Opens the folder of the last run; false when there is none, or when it is not there.
+    /// Opens the folder of the last run, also when it is not there: the library knows what it held. False when there
+    /// is none.
     bool restoreCollection();
-    /// The folder of the last run while it is not there; empty once another is open.
-    QString missingCollection() const { return m_missingCollection; }
+    /// Whether the open folder is the one of the last run, which nobody chose in this one.
+    bool isCollectionRestored() const { return m_isRestored; }
     /// Empty when there is none.
     QString collectionPath() const { return m_collectionPath; }
     /// Remembers the folder, tells everybody and loads it. An empty path does nothing.
@@ -116,6 +117,8 @@ class AppState : public QObject {
 
   Q_SIGNALS:
     void collectionPathChanged();
+    /// The open folder could not be remembered for the next start.
+    void collectionPathRefused(const QString &reason);
     void viewSettingsChanged();
     void selectionChanged();
     void searchTextChanged();
@@ -145,7 +148,7 @@ class AppState : public QObject {
     std::unique_ptr<BatchOperationsManager> m_batchOperations;
     std::unique_ptr<PrerequisitesManager> m_prerequisites;
     QString m_collectionPath;
-    QString m_missingCollection;
+    bool m_isRestored = false;
     ViewMode m_viewMode = ViewMode::grid;
     GridSize m_gridSize = GridSize::medium;
     bool m_groupDuplicateGames = true;

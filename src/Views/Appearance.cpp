@@ -1,9 +1,8 @@
 #include "Views/Appearance.h"
 
-#include "Host/AppLogger.h"
 #include "Host/Host.h"
 #include "Host/Settings.h"
-#include "Host/SettingsStore.h"
+#include "Views/KeptSetting.h"
 
 #include <QFontDatabase>
 #include <algorithm>
@@ -14,17 +13,6 @@ namespace ludarium {
 namespace {
 
 constexpr std::array themes{"System", "Retro Purple", "Ocean Blue", "Forest Green", "Midnight Glass"};
-
-/// What the user chose holds for this run even when the store cannot keep it.
-template<typename T>
-void keep(Host &host, const Setting<T> &setting, const T &value) {
-    try {
-        host.settings.setValue(setting, value);
-    } catch (const std::exception &error) {
-        Log::error(QStringLiteral("Failed to save the setting %1: %2")
-                       .arg(QString::fromUtf8(setting.key), QString::fromUtf8(error.what())));
-    }
-}
 
 } // namespace
 
@@ -40,11 +28,17 @@ bool Appearance::isTheme(const QString &name) {
                        [&](const char *theme) { return name == QLatin1StringView(theme); });
 }
 
+template<typename T>
+void Appearance::keep(const Setting<T> &setting, const T &value) {
+    if (const QString reason = keepSetting(m_host.settings, setting, value); !reason.isEmpty())
+        Q_EMIT warned(tr("The look is not kept for the next start: %1").arg(reason));
+}
+
 void Appearance::setTheme(const QString &theme) {
     if (!isTheme(theme) || theme == m_theme)
         return;
     showTheme(theme);
-    keep(m_host, Settings::appTheme, theme);
+    keep(Settings::appTheme, theme);
 }
 
 bool Appearance::showTheme(const QString &theme) {
@@ -69,7 +63,7 @@ void Appearance::setTextScale(double scale) {
     const double wanted = std::clamp(scale, 1.0, 2.0);
     if (std::exchange(m_textScale, wanted) == wanted)
         return;
-    keep(m_host, Settings::textScale, wanted);
+    keep(Settings::textScale, wanted);
     Q_EMIT changed();
 }
 
@@ -77,7 +71,7 @@ void Appearance::setReducedMotion(bool reduced) {
     if (reduced == m_reducedMotion)
         return;
     showReducedMotion(reduced);
-    keep(m_host, Settings::reducedMotion, reduced);
+    keep(Settings::reducedMotion, reduced);
 }
 
 void Appearance::showReducedMotion(bool reduced) {

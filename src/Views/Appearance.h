@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Host/Settings.h"
+
 #include <QObject>
 #include <qqmlregistration.h>
 
@@ -41,8 +43,12 @@ class Appearance : public QObject {
 
   Q_SIGNALS:
     void changed();
+    void warned(const QString &text);
 
   private:
+    template<typename T>
+    void keep(const Setting<T> &setting, const T &value);
+
     Host &m_host;
     QString m_theme;
     bool m_dark = true;

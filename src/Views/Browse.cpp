@@ -25,6 +25,7 @@ Browse::Browse(AppState &state, std::shared_ptr<CoverStore> covers, QObject *par
     PlaySessionTracker &tracker = state.sessionTracker();
     m_games.setRunningTest([&tracker](const QString &id) { return tracker.isRunning(id); });
     connect(&tracker, &PlaySessionTracker::runningChanged, &m_games, &GameListModel::renewRunning);
+    connect(&m_table, &TableLayout::warned, this, &Browse::warned);
     m_clickPause.setSingleShot(true);
     connect(&m_clickPause, &QTimer::timeout, this, &Browse::clickingChanged);
     refresh();

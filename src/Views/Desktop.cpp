@@ -52,6 +52,12 @@ Desktop::Desktop(AppState &state, QmlDialogs &dialogs, AppLogger &logger, QObjec
     connect(&m_launch, &LaunchStatus::refused, this, &Desktop::warned);
     connect(&m_running, &RunningStatus::warned, this, &Desktop::warned);
     connect(&m_browse, &Browse::warned, this, &Desktop::warned);
+    connect(&m_sidebar, &SidebarModel::warned, this, &Desktop::warned);
+    connect(&m_appearance, &Appearance::warned, this, &Desktop::warned);
+    connect(&m_start, &StartScreen::warned, this, &Desktop::warned);
+    connect(&state, &AppState::collectionPathRefused, this, [this](const QString &reason) {
+        Q_EMIT warned(tr("The next start will not know this folder: %1").arg(reason));
+    });
     connect(&m_emulators, &EmulatorListModel::warned, this, &Desktop::warned);
     connect(&m_thumbnails, &ThumbnailCaching::warned, this, &Desktop::warned);
     connect(&state.gameLibrary(), &GameLibrary::userDataRefused, this, &Desktop::warned);
@@ -133,10 +139,19 @@ void Desktop::openCollection(const QString &folder) {
 }
 
 void Desktop::reopenCollection() {
-    if (m_state.restoreCollection())
+    spawn(tryAgain(), "looking for the collection again");
+}
+
+QCoro::Task<> Desktop::tryAgain() {
+    const QPointer<Desktop> self(this);
+    GameLibrary &library = m_state.gameLibrary();
+    co_await library.loadCollection(m_state.collectionPath());
+    if (!self)
+        co_return;
+    if (library.unavailable().isEmpty())
         Q_EMIT collectionOpened();
     else
-        Q_EMIT warned(tr("%1 is not there").arg(m_state.missingCollection()));
+        Q_EMIT warned(library.unavailable());
 }
 
 void Desktop::openDropped(const QList<QUrl> &urls) {
@@ -177,7 +192,9 @@ void Desktop::refreshLibrary() {
 
 void Desktop::libraryErrorChanged() {
     const QString error = m_state.gameLibrary().errorMessage();
-    if (!error.isEmpty())
+    // That the collection of the last run is away is told in the window, with the way to look again.
+    const bool isAway = m_state.isCollectionRestored() && !m_state.gameLibrary().unavailable().isEmpty();
+    if (!error.isEmpty() && !isAway)
         spawn(tell(m_dialogs, QStringLiteral("The collection could not be loaded"), error),
               "telling why a collection did not load");
 }

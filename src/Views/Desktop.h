@@ -98,7 +98,7 @@ class Desktop : public QObject {
     Q_INVOKABLE void chooseCollection();
     Q_INVOKABLE void openCollection(const QString &folder);
     Q_INVOKABLE void refreshLibrary();
-    /// Opens the folder of the last run, which was not there at the start; tells when it still is not.
+    /// Looks for the open collection once more, which was not there; tells when it still is not.
     Q_INVOKABLE void reopenCollection();
     /// Opens what was dropped on the window when it is one folder; anything else is refused with a word.
     Q_INVOKABLE void openDropped(const QList<QUrl> &urls);
@@ -115,6 +115,7 @@ class Desktop : public QObject {
 
   private:
     QCoro::Task<> askForCollection();
+    QCoro::Task<> tryAgain();
     QCoro::Task<> openIfFolder(QString path);
     void libraryErrorChanged();
     /// What is on screen is asked for again, as other pictures may have taken its place.

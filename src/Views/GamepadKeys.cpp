@@ -3,6 +3,7 @@
 #include "App/AppState.h"
 #include "Host/Host.h"
 #include "Services/Launch/GameLauncher.h"
+#include "Services/Library/PlaySessionTracker.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -39,14 +40,13 @@ GamepadKeys::GamepadKeys(AppState &state, Gamepad &gamepad, QObject *parent)
     connect(&m_lookAgain, &QTimer::timeout, this, &GamepadKeys::chooseListening);
     connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &GamepadKeys::chooseListening);
     connect(&state.gameLauncher(), &GameLauncher::launchStateChanged, this, &GamepadKeys::chooseListening);
+    connect(&state.sessionTracker(), &PlaySessionTracker::runningChanged, this, &GamepadKeys::chooseListening);
     connect(&gamepad, &Gamepad::acted, this, &GamepadKeys::act);
     chooseListening();
 }
 
 bool GamepadKeys::isGameOn() const {
-    const GameLauncher &launcher = m_state.gameLauncher();
-    const std::optional<ProcessId> process = launcher.lastProcess();
-    return launcher.isLaunching() || (process && m_state.host().processes.isRunning(*process));
+    return m_state.gameLauncher().isLaunching() || !m_state.sessionTracker().runningGames().isEmpty();
 }
 
 void GamepadKeys::chooseListening() {

@@ -20,6 +20,8 @@ QString LibraryStatus::state() const {
         return QStringLiteral("ready");
     if (isLoading())
         return QStringLiteral("loading");
+    if (!unavailable().isEmpty())
+        return QStringLiteral("away");
     if (!errorMessage().isEmpty())
         return QStringLiteral("error");
     return folder().isEmpty() ? QStringLiteral("none") : QStringLiteral("empty");
@@ -47,10 +49,6 @@ QString LibraryStatus::folder() const {
 
 QString LibraryStatus::unavailable() const {
     return m_state.gameLibrary().unavailable();
-}
-
-QString LibraryStatus::missingFolder() const {
-    return m_state.missingCollection();
 }
 
 int LibraryStatus::gameCount() const {

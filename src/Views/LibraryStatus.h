@@ -18,12 +18,12 @@ class LibraryStatus : public QObject {
     Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY changed)
     Q_PROPERTY(QString folder READ folder NOTIFY changed)
     Q_PROPERTY(QString unavailable READ unavailable NOTIFY changed)
-    Q_PROPERTY(QString missingFolder READ missingFolder NOTIFY changed)
     Q_PROPERTY(int gameCount READ gameCount NOTIFY changed)
   public:
     explicit LibraryStatus(AppState &state, QObject *parent = nullptr);
 
-    /// "none" without a collection, "loading" before the first games are there, "error", "empty", else "ready".
+    /// "none" without a collection, "loading" before the first games are there, "away" when it cannot be looked at and
+    /// nothing is known of it, "error", "empty", else "ready".
     QString state() const;
     bool isLoading() const;
     QString step() const;
@@ -32,8 +32,6 @@ class LibraryStatus : public QObject {
     QString folder() const;
     /// What of the collection cannot be looked at, while the games stand as they were last seen; empty when all can.
     QString unavailable() const;
-    /// The folder of the last run, when it was not there at the start.
-    QString missingFolder() const;
     int gameCount() const;
 
   Q_SIGNALS:

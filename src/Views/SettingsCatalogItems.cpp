@@ -337,8 +337,11 @@ void SettingsCatalog::addAbout() {
 }
 
 void SettingsCatalog::clearCache() {
-    m_state.gameLibrary().clearCache(m_state.collectionPath());
-    Q_EMIT reloadWanted();
+    const QString reason = m_state.gameLibrary().clearCache(m_state.collectionPath());
+    if (reason.isEmpty())
+        Q_EMIT reloadWanted();
+    else
+        Q_EMIT warned(tr("The cache stays, as the collection cannot be read again: %1").arg(reason));
 }
 
 void SettingsCatalog::clearThumbnails() {

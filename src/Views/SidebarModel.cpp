@@ -1,13 +1,12 @@
 #include "Views/SidebarModel.h"
 
 #include "App/AppState.h"
-#include "Host/AppLogger.h"
 #include "Host/Async.h"
 #include "Host/Host.h"
 #include "Host/Settings.h"
-#include "Host/SettingsStore.h"
 #include "Services/Library/GameLibrary.h"
 #include "Views/GroupChange.h"
+#include "Views/KeptSetting.h"
 #include "Views/SidebarDrop.h"
 
 #include <QPointer>
@@ -36,15 +35,6 @@ QString rowKey(Kind kind, const QString &id) {
     row.kind = kind;
     row.id = id;
     return row.key();
-}
-
-template<typename T>
-void keep(SettingsStore &settings, const Setting<T> &setting, const T &value) {
-    try {
-        settings.setValue(setting, value);
-    } catch (const std::exception &error) {
-        Log::error(QStringLiteral("Failed to save how the sidebar looks: %1").arg(QString::fromUtf8(error.what())));
-    }
 }
 
 } // namespace
@@ -177,8 +167,14 @@ void SidebarModel::settingChanged(const QString &key) {
     Q_EMIT sortByCountChanged();
 }
 
+template<typename T>
+void SidebarModel::keep(const Setting<T> &setting, const T &value) {
+    if (const QString reason = keepSetting(m_state.host().settings, setting, value); !reason.isEmpty())
+        Q_EMIT warned(tr("The sidebar is not kept for the next start: %1").arg(reason));
+}
+
 void SidebarModel::setSortByCount(bool byCount) {
-    keep(m_state.host().settings, Settings::platformSortOrder, byCount ? byGameCount : QStringLiteral("alphabetical"));
+    keep(Settings::platformSortOrder, byCount ? byGameCount : QStringLiteral("alphabetical"));
 }
 
 void SidebarModel::setFilter(const QString &filter) {
@@ -193,7 +189,7 @@ bool SidebarModel::isShown() const {
 }
 
 void SidebarModel::setShown(bool shown) {
-    keep(m_state.host().settings, Settings::sidebarShown, shown);
+    keep(Settings::sidebarShown, shown);
     Q_EMIT shownChanged();
 }
 
@@ -204,7 +200,7 @@ int SidebarModel::width() const {
 void SidebarModel::setWidth(int width) {
     if (width == this->width())
         return;
-    keep(m_state.host().settings, Settings::sidebarWidth, qint64(width));
+    keep(Settings::sidebarWidth, qint64(width));
     Q_EMIT widthChanged();
 }
 
@@ -333,7 +329,7 @@ void SidebarModel::keepCollapsed() {
     for (const QString &key : std::as_const(m_source.collapsed))
         names.append((key.startsWith(section) ? QString() : playlistMark) + key.mid(section.size()));
     names.sort();
-    keep(m_state.host().settings, Settings::sidebarCollapsedSections, names);
+    keep(Settings::sidebarCollapsedSections, names);
 }
 
 int SidebarModel::parentRow(int row) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Host/Settings.h"
 #include "Models/Game.h"
 #include "Views/SidebarRow.h"
 
@@ -85,9 +86,13 @@ class SidebarModel : public QAbstractListModel {
     void sortByCountChanged();
     void shownChanged();
     void widthChanged();
+    void warned(const QString &text);
 
   private:
     using Kind = SidebarRow::Kind;
+
+    template<typename T>
+    void keep(const Setting<T> &setting, const T &value);
 
     void refreshSoon();
     void refresh();

@@ -1,14 +1,13 @@
 #include "Views/StartScreen.h"
 
 #include "App/AppState.h"
-#include "Host/AppLogger.h"
 #include "Host/Async.h"
 #include "Host/Clock.h"
 #include "Host/Dialogs.h"
 #include "Host/Host.h"
 #include "Host/Settings.h"
-#include "Host/SettingsStore.h"
 #include "Services/Library/GameLibrary.h"
+#include "Views/KeptSetting.h"
 
 #include <QPointer>
 #include <chrono>
@@ -29,11 +28,9 @@ void StartScreen::begin() {
 }
 
 void StartScreen::completeFirstRun() {
-    try {
-        m_state.host().settings.setValue(Settings::hasCompletedFirstRun, true);
-    } catch (const SettingsError &error) {
-        Log::error(QStringLiteral("Failed to remember the first run: %1").arg(QString::fromUtf8(error.what())));
-    }
+    const QString reason = keepSetting(m_state.host().settings, Settings::hasCompletedFirstRun, true);
+    if (!reason.isEmpty())
+        Q_EMIT warned(tr("The next start will ask again, as nothing is kept: %1").arg(reason));
 }
 
 QCoro::Task<> StartScreen::run() {
@@ -61,7 +58,8 @@ QCoro::Task<> StartScreen::run() {
     }
     if (!m_state.host().settings.value(Settings::hasCompletedFirstRun))
         Q_EMIT firstRunNeeded();
-    else if (m_state.collectionPath().isEmpty())
+    else if (m_state.collectionPath().isEmpty() ||
+             (m_state.gameLibrary().games().isEmpty() && !m_state.gameLibrary().unavailable().isEmpty()))
         Q_EMIT folderNeeded();
 }
 

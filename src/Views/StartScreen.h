@@ -30,6 +30,7 @@ class StartScreen : public QObject {
     void visibleChanged();
     void firstRunNeeded();
     void folderNeeded();
+    void warned(const QString &text);
 
   private:
     QCoro::Task<> run();

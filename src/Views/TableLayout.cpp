@@ -1,9 +1,8 @@
 #include "Views/TableLayout.h"
 
-#include "Host/AppLogger.h"
 #include "Host/Host.h"
 #include "Host/Settings.h"
-#include "Host/SettingsStore.h"
+#include "Views/KeptSetting.h"
 
 #include <algorithm>
 #include <cmath>
@@ -55,11 +54,8 @@ void TableLayout::save() {
     for (qsizetype i = 0; i < m_widths.size(); ++i)
         if (m_widths[i] != defaults()[i])
             stored.insert(columns()[i], m_widths[i]);
-    try {
-        m_host.settings.setValue(Settings::tableColumnWidths, stored);
-    } catch (const std::exception &error) {
-        Log::error(QStringLiteral("Failed to save the widths of the columns: %1").arg(QString::fromUtf8(error.what())));
-    }
+    if (const QString reason = keepSetting(m_host.settings, Settings::tableColumnWidths, stored); !reason.isEmpty())
+        Q_EMIT warned(tr("The widths of the columns are not kept for the next start: %1").arg(reason));
 }
 
 } // namespace ludarium

@@ -27,6 +27,7 @@ class TableLayout : public QObject {
 
   Q_SIGNALS:
     void widthsChanged();
+    void warned(const QString &text);
 
   private:
     Host &m_host;

@@ -16,6 +16,14 @@ namespace ludarium::test {
 
 namespace {
 
+using namespace Qt::StringLiterals;
+
+/// On a full disk.
+class FullSettings : public MemorySettings {
+  public:
+    void setRawValue(const QString &, const QVariant &) override { throw SettingsError("No space left on device"); }
+};
+
 /// The contrast of two colours as the accessibility guidelines measure it: 1 to 21.
 double contrast(const QColor &a, const QColor &b) {
     const auto luminance = [](const QColor &color) {
@@ -162,20 +170,79 @@ TEST(Desktop, KeepsTheGamesOfACollectionThatGoesAwayAndNamesItAtTheNextStart) {
     EXPECT_EQ(library.gameCount(), count);
     EXPECT_EQ(library.state(), QStringLiteral("ready"));
     EXPECT_FALSE(fixture.dialogs.isActive()) << "told in the window, not over it";
-    EXPECT_TRUE(library.missingFolder().isEmpty());
+
+    QSignalSpy warned(&fixture.desktop, &Desktop::warned);
+    fixture.desktop.settings()->item(u"clearCache"_s)->activate();
+    ASSERT_EQ(warned.count(), 1);
+    EXPECT_TRUE(warned.first().first().toString().contains(folder));
 
     AppState next(fixture.host, fixture.emulators, LaunchDatabases(fixture.host));
-    EXPECT_FALSE(next.restoreCollection());
-    EXPECT_EQ(LibraryStatus(next).missingFolder(), folder);
-    EXPECT_EQ(LibraryStatus(next).state(), QStringLiteral("none"));
+    const LibraryStatus nextLibrary(next);
+    EXPECT_TRUE(next.restoreCollection());
+    ASSERT_TRUE(waitUntil([&] { return !nextLibrary.isLoading(); }));
+    EXPECT_TRUE(nextLibrary.unavailable().contains(folder)) << nextLibrary.unavailable().toStdString();
+    EXPECT_EQ(nextLibrary.state(), QStringLiteral("ready"));
+    EXPECT_EQ(nextLibrary.gameCount(), count);
 
     ASSERT_TRUE(QDir().rename(away, folder));
     ASSERT_TRUE(refresh());
     EXPECT_TRUE(waitUntil([&] { return library.unavailable().isEmpty(); }));
     EXPECT_EQ(library.gameCount(), count);
-    EXPECT_TRUE(next.restoreCollection());
-    EXPECT_TRUE(LibraryStatus(next).missingFolder().isEmpty());
-    ASSERT_TRUE(waitUntil([&] { return !next.gameLibrary().isLoading(); }));
+}
+
+TEST(Desktop, AsksForAFolderWhenTheLastOneIsNotThereAndNothingIsKnownOfIt) {
+    DesktopFixture fixture(true);
+    const QString folder = fixture.collection();
+    ASSERT_TRUE(QDir().rename(folder, folder + u" unplugged"_s));
+    fixture.machine.settings.setValue(Settings::hasCompletedFirstRun, true);
+    fixture.machine.settings.setValue(Settings::collectionPath, folder);
+    LibraryStatus &library = *fixture.desktop.library();
+    QSignalSpy asked(fixture.desktop.start(), &StartScreen::folderNeeded);
+    QSignalSpy opened(&fixture.desktop, &Desktop::collectionOpened);
+    QSignalSpy warned(&fixture.desktop, &Desktop::warned);
+    EXPECT_TRUE(fixture.state.restoreCollection());
+    fixture.desktop.start()->setAsking(true);
+    fixture.desktop.start()->begin();
+    ASSERT_TRUE(waitUntil([&] { return asked.count() == 1; }));
+    EXPECT_EQ(library.state(), u"away"_s);
+    EXPECT_FALSE(fixture.dialogs.isActive()) << "the same is told twice";
+
+    fixture.desktop.reopenCollection();
+    ASSERT_TRUE(waitUntil([&] { return warned.count() == 1; }));
+    EXPECT_TRUE(warned.first().first().toString().contains(folder));
+    EXPECT_EQ(opened.count(), 0);
+    ASSERT_TRUE(QDir().rename(folder + u" unplugged"_s, folder));
+    fixture.desktop.reopenCollection();
+    ASSERT_TRUE(waitUntil([&] { return opened.count() == 1; }));
+    EXPECT_EQ(library.state(), u"ready"_s);
+    EXPECT_TRUE(library.unavailable().isEmpty());
+}
+
+TEST(Desktop, TellsWhyAChoiceIsNotKept) {
+    DesktopFixture fixture;
+    const QString folder = fixture.collection();
+    FullSettings settings;
+    const Host &disk = fixture.host;
+    Host full{disk.paths,   settings,      disk.processes, disk.http,         disk.workspace,
+              disk.dialogs, disk.terminal, disk.clock,     disk.notifications};
+    AppState state(full, fixture.emulators, LaunchDatabases(full));
+    Desktop desktop(state, fixture.dialogs, *AppLogger::shared());
+    QSignalSpy warned(&desktop, &Desktop::warned);
+    const std::pair<const char *, std::function<void()>> choices[] = {
+        {"first run", [&] { desktop.start()->completeFirstRun(); }},
+        {"collection", [&] { desktop.openCollection(folder); }},
+        {"columns", [&] { desktop.browse()->table()->resetWidth(0); }},
+        {"theme", [&] { desktop.appearance()->setTheme(u"Ocean Blue"_s); }},
+        {"sidebar", [&] { desktop.sidebar()->setShown(false); }},
+    };
+    for (const auto &[name, choose] : choices) {
+        warned.clear();
+        choose();
+        ASSERT_EQ(warned.count(), 1) << name;
+        EXPECT_TRUE(warned.first().first().toString().contains(u"No space left on device"_s)) << name;
+    }
+    EXPECT_TRUE(waitUntil([&] { return desktop.library()->gameCount() > 0 && !desktop.library()->isLoading(); }))
+        << "the folder is used all the same";
 }
 
 TEST(Desktop, OpensTheChosenFolderAndShowsAllOfIt) {

@@ -1,6 +1,5 @@
 #include "Host/Async.h"
 #include "Host/ProcessRunner.h"
-#include "Host/ProcessTable.h"
 #include "Services/Library/GameLibrary.h"
 #include "Services/Library/PlaySessionTracker.h"
 #include "support/DesktopFixture.h"
@@ -69,9 +68,13 @@ TEST_P(DetailShots, ShowTheGame) {
         detail.saveNotes();
         fixture.state.gameLibrary().recordPlay(detail.gameId(), 7260);
     }
-    if (running) { // as this program does
-        const qint64 self = QCoreApplication::applicationPid();
-        fixture.state.sessionTracker().startSession(detail.game(), ProcessId{self, processStartTime(self).value()});
+    ProcessId process;
+    if (running) {
+        ProcessSpec spec;
+        spec.program = QStringLiteral("/bin/sleep");
+        spec.arguments.append(QStringLiteral("60"));
+        process = await(fixture.host.processes.startEmulator(spec));
+        fixture.state.sessionTracker().startSession(detail.game(), process);
     }
     EXPECT_EQ(detail.actions()->primary(), QLatin1StringView(shot.primary));
     EXPECT_EQ(detail.actions()->primaryReason().isEmpty(), qstrcmp(shot.primary, "play") == 0);
@@ -84,8 +87,8 @@ TEST_P(DetailShots, ShowTheGame) {
     scroller->setProperty("contentY", std::max(0.0, room * shot.scrolled));
     take(fixture, QString::fromLatin1(shot.name), shot.size);
     if (running) {
-        fixture.state.sessionTracker().endSession();
-        EXPECT_EQ(detail.actions()->primary(), QStringLiteral("play"));
+        fixture.host.processes.askToEnd(process);
+        EXPECT_TRUE(waitUntil([&] { return detail.actions()->primary() == QStringLiteral("play"); }));
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "Services/Launch/GameLauncher.h"
 #include "Services/Library/GameLibrary.h"
+#include "Services/Library/PlaySessionTracker.h"
 #include "Views/support/DesktopFixture.h"
 #include "Views/support/FixtureCollection.h"
 
@@ -150,6 +151,18 @@ TEST_F(GamepadKeysTest, IsDeafWhileAGameStarts) {
         fixture.dialogs.dismiss();
         return !fixture.desktop.launch()->isLaunching();
     }));
+}
+
+TEST_F(GamepadKeysTest, IsDeafWhileAGameRunsWhoeverStartedIt) {
+    ProcessSpec spec;
+    spec.program = QStringLiteral("/bin/sleep");
+    spec.arguments.append(QStringLiteral("60"));
+    const ProcessId process = await(fixture.host.processes.startEmulator(spec));
+    PlaySessionTracker other(fixture.host); // of another program
+    other.startSession(fixture.state.gameLibrary().games().first(), process);
+    EXPECT_TRUE(waitUntil([&] { return !gamepad.isListening(); }));
+    fixture.host.processes.askToEnd(process);
+    EXPECT_TRUE(waitUntil([&] { return gamepad.isListening(); }));
 }
 
 } // namespace

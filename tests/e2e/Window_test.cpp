@@ -10,8 +10,10 @@
 #include <QDir>
 #include <QStandardPaths>
 #include <QThread>
+#include <algorithm>
 #include <csignal>
 #include <gtest/gtest.h>
+#include <optional>
 
 // The desktop program as its user has it: a process of its own, seen from outside.
 
@@ -137,6 +139,31 @@ TEST_F(WindowOnAScreen, FollowsRealKeysAndClicks) {
     EXPECT_TRUE(eventually([&] { return window->hasEnded(); }, 10'000)) << "the program does not quit";
 }
 
+/// Where the sign of the Stop button is, which moves with what the pane shows above it: a bright square that stands
+/// alone on one colour.
+std::optional<QPoint> stopSign(const QImage &screen) {
+    constexpr int inner = 2, outer = 9, paneLeft = 920;
+    const auto isOneColour = [&](const QList<QPoint> &points) {
+        const QRgb first = screen.pixel(points.first());
+        return std::all_of(points.begin(), points.end(), [&](const QPoint &p) { return screen.pixel(p) == first; });
+    };
+    for (int y = outer; y + outer < screen.height(); ++y)
+        for (int x = paneLeft + outer; x + outer < screen.width(); ++x) {
+            if (qGray(screen.pixel(x, y)) < qGray(screen.pixel(x, y - outer)) + 100)
+                continue;
+            QList<QPoint> square, frame;
+            for (int dy = -inner; dy <= inner; ++dy)
+                for (int dx = -inner; dx <= inner; ++dx)
+                    square.append({x + dx, y + dy});
+            for (int d = -outer; d <= outer; ++d)
+                frame << QPoint(x + d, y - outer) << QPoint(x + d, y + outer) << QPoint(x - outer, y + d)
+                      << QPoint(x + outer, y + d);
+            if (isOneColour(square) && isOneColour(frame))
+                return QPoint(x, y);
+        }
+    return {};
+}
+
 TEST_F(WindowOnAScreen, ADoubleClickStartsTheGameUnderItsFirstPressOnceAndStopEndsIt) {
     if (QStandardPaths::findExecutable(QStringLiteral("dosbox")).isEmpty())
         GTEST_SKIP() << "dosbox is not installed";
@@ -161,14 +188,25 @@ TEST_F(WindowOnAScreen, ADoubleClickStartsTheGameUnderItsFirstPressOnceAndStopEn
     EXPECT_EQ(launches(), 1);
     screen.save("xvfb-running");
 
-    const QPoint stop(1221, 391);
-    screen.click(stop, 1);
-    ASSERT_TRUE(screen.waitForWindow(QStringLiteral("Ludarium")));
+    const auto ground = [&] { return screen.picture().pixel(4, 400); };
+    const QRgb bare = ground();
+    const auto waitForQuestion = [&](bool open) {
+        const bool came = eventually([&] { return (ground() != bare) == open; }, 10'000);
+        QThread::msleep(500); // it has faded in
+        return came;
+    };
+    const auto pressStop = [&] {
+        std::optional<QPoint> sign;
+        if (!eventually([&] { return (sign = stopSign(screen.picture())).has_value(); }, 10'000))
+            return false;
+        screen.click(*sign, 1);
+        return waitForQuestion(true);
+    };
+    ASSERT_TRUE(pressStop());
     screen.key("Return"); // the question opens on Cancel
-    QThread::msleep(1000);
+    ASSERT_TRUE(waitForQuestion(false));
     EXPECT_TRUE(isRunning());
-    screen.click(stop, 1);
-    QThread::msleep(1000);
+    ASSERT_TRUE(pressStop());
     screen.save("xvfb-stop");
     screen.key("shift+Tab");
     screen.key("Return");

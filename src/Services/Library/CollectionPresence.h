@@ -3,6 +3,7 @@
 #include "Services/Library/GameFamily.h"
 
 #include <QString>
+#include <algorithm>
 #include <array>
 #include <stdexcept>
 
@@ -23,6 +24,11 @@ struct CollectionPresence {
     bool isAway() const { return !collection.isNull(); }
     /// Null when the games of a platform can be looked for.
     const QString &reasonFor(GameFamily family) const { return families[static_cast<size_t>(family)]; }
+
+    /// Whether a family's folder cannot be looked at for just this reason.
+    bool hasReason(const QString &reason) const {
+        return std::find(families.begin(), families.end(), reason) != families.end();
+    }
 
     /// Looks at the disk; for the thread pool.
     static CollectionPresence look(const QString &collection);

@@ -40,8 +40,9 @@ class GameLibrary : public QObject {
     /// Whether a load brings `index` with it, for a caller that browses at once; otherwise the first use makes it.
     void setIndexedAtLoad(bool wanted) { m_indexedAtLoad = wanted; }
     void clearCollectionData();
-    /// The next load of a collection reads its files. While the collection cannot be looked at the cache stays.
-    void clearCache(const QString &collection);
+    /// The next load of a collection reads its files. While the collection cannot be looked at the cache stays; then
+    /// this tells why, and is empty otherwise.
+    QString clearCache(const QString &collection);
     /// Makes the next start a first one: forgets the collection's folder, the first run and everything that the user
     /// did with games. Throws SettingsError, with nothing forgotten, when the store cannot keep that.
     void resetForTesting();

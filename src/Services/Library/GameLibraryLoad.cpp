@@ -45,10 +45,10 @@ QCoro::Task<> GameLibrary::loadCollection(QString collection) {
     Log::info(QStringLiteral("========== LOADING COLLECTION: %1 ==========").arg(collection));
     m_loadTimer.start();
     m_step = QString();
-    m_collection = collection;
+    const bool isOther = std::exchange(m_collection, collection) != collection;
     setLoading(true);
     setErrorMessage({});
-    if (collection != m_shownCollection)
+    if (isOther)
         setUnavailable({});
     const UserData::Values user = m_userData.values();
     QString failure;
@@ -58,6 +58,9 @@ QCoro::Task<> GameLibrary::loadCollection(QString collection) {
         auto look = [collection] { return CollectionPresence::look(collection); };
         const CollectionPresence presence = co_await runOnPool(look);
         requireAlive(self);
+        // What was told of it holds no more once it has come back; of a part of it the look at the games tells.
+        if (!presence.isAway() && !presence.hasReason(m_unavailable))
+            setUnavailable({});
         const bool shown = presence.isAway() && co_await loadUnavailable(collection, presence);
         if (!self)
             co_return;

@@ -100,14 +100,15 @@ QCoro::Task<> GameLibrary::removePlatform(QString name) {
     Q_EMIT platformsChanged();
 }
 
-void GameLibrary::clearCache(const QString &collection) {
+QString GameLibrary::clearCache(const QString &collection) {
     // The cache is all that is known of a collection that cannot be read again.
     const CollectionPresence presence = CollectionPresence::look(collection);
     if (presence.isAway() && !presence.holdsOther) {
         Log::warning(QStringLiteral("⚠️ The cache is kept: %1").arg(presence.collection));
-        return;
+        return presence.collection;
     }
     LibraryCache(cacheFiles(collection)).clear();
+    return {};
 }
 
 void GameLibrary::resetForTesting() {

@@ -71,13 +71,32 @@ bool PlaySessionTracker::isRunningNow(const QString &gameId) const {
 
 std::optional<ProcessId> PlaySessionTracker::runningProcess(const QString &gameId) const {
     m_running->look();
-    return m_running->process(gameId);
+    const std::optional<ProcessId> process = m_running->process(gameId);
+    return process ? process : measuredProcess(gameId);
+}
+
+double PlaySessionTracker::runningSeconds(const QString &gameId) const {
+    if (const double seconds = m_running->seconds(gameId); seconds > 0)
+        return seconds;
+    const std::optional<ProcessId> process = measuredProcess(gameId);
+    return process ? secondsSinceProcessStart(process->startTime) : 0;
+}
+
+QStringList PlaySessionTracker::runningGames() const {
+    QStringList ids = m_running->games();
+    for (const SessionPtr &session : m_sessions)
+        if (runs(*session) && !ids.contains(session->entry.gameId))
+            ids.append(session->entry.gameId);
+    ids.sort();
+    return ids;
 }
 
 /// Of a game whose journal could not be written its own session tells.
-bool PlaySessionTracker::isMeasured(const QString &gameId) const {
-    return std::any_of(m_sessions.cbegin(), m_sessions.cend(),
-                       [&](const SessionPtr &session) { return session->entry.gameId == gameId && runs(*session); });
+std::optional<ProcessId> PlaySessionTracker::measuredProcess(const QString &gameId) const {
+    for (const SessionPtr &session : m_sessions)
+        if (session->entry.gameId == gameId && runs(*session))
+            return session->entry.process;
+    return std::nullopt;
 }
 
 bool PlaySessionTracker::runs(const Session &session) const {

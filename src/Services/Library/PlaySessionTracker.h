@@ -61,13 +61,13 @@ class PlaySessionTracker : public QObject {
 
     /// Whether a process of the game exists, whichever of our programs started it; a change comes with
     /// `runningChanged` within a second. Cheap enough for every row of a list.
-    bool isRunning(const QString &gameId) const { return m_running->contains(gameId) || isMeasured(gameId); }
+    bool isRunning(const QString &gameId) const { return m_running->contains(gameId) || measuredProcess(gameId); }
     /// The same, looked up at this moment, for who is about to start the game.
     bool isRunningNow(const QString &gameId) const;
     /// How long the game's process has existed; 0 without one.
-    double runningSeconds(const QString &gameId) const { return m_running->seconds(gameId); }
+    double runningSeconds(const QString &gameId) const;
     /// The ids of all games that run, in a fixed order.
-    QStringList runningGames() const { return m_running->games(); }
+    QStringList runningGames() const;
     /// The game's recorded process, looked up at this moment.
     std::optional<ProcessId> runningProcess(const QString &gameId) const;
 
@@ -103,7 +103,7 @@ class PlaySessionTracker : public QObject {
     void everySecond();
     double elapsed(const Session &session) const;
     bool runs(const Session &session) const;
-    bool isMeasured(const QString &gameId) const;
+    std::optional<ProcessId> measuredProcess(const QString &gameId) const;
     bool isOpen(const SessionPtr &session) const { return m_sessions.contains(session); }
 
     Host &m_host;

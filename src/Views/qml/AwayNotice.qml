@@ -29,7 +29,7 @@ Rectangle {
         anchors.right: retry.left
         anchors.rightMargin: Theme.space12
         anchors.verticalCenter: parent.verticalCenter
-        text: qsTr("%1 The games are shown as they were last seen.").arg(App.library.unavailable)
+        text: App.library.gameCount === 0 ? App.library.unavailable : qsTr("%1 The games are shown as they were last seen.").arg(App.library.unavailable)
         wrapMode: Text.Wrap
         maximumLineCount: 4
         Accessible.ignored: true

@@ -100,8 +100,17 @@ FocusScope {
         visible: App.library.state === "none"
         iconName: "folder"
         title: qsTr("Open your collection")
-        text: App.library.missingFolder !== "" ? qsTr("Your collection is not there: %1").arg(App.library.missingFolder) : qsTr("Choose the folder that holds your games: an eXo collection, or one of your own.")
+        text: qsTr("Choose the folder that holds your games: an eXo collection, or one of your own.")
         actionText: qsTr("Select Collection Folder...")
+        onActed: App.chooseCollection()
+    }
+    EmptyState {
+        anchors.fill: parent
+        visible: App.library.state === "away"
+        iconName: "warning"
+        title: qsTr("Your collection is not there")
+        text: qsTr("Connect its drive and try again, or choose another folder.")
+        actionText: qsTr("Select Another Folder...")
         onActed: App.chooseCollection()
     }
     EmptyState {

@@ -94,11 +94,15 @@ AppWindow {
                 text: qsTr("Copy")
                 onClicked: App.log.copyAll()
             }
-            AppButton {
-                text: qsTr("Upload...")
-                enabled: !App.logUpload.unavailable
-                Accessible.description: App.logUpload.unavailable
-                onClicked: App.logUpload.upload()
+            HintArea {
+                reason: App.logUpload.unavailable
+
+                AppButton {
+                    text: qsTr("Upload...")
+                    enabled: !App.logUpload.unavailable
+                    Accessible.description: App.logUpload.unavailable
+                    onClicked: App.logUpload.upload()
+                }
             }
             AppButton {
                 iconName: "trash"

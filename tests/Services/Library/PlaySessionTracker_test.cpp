@@ -286,6 +286,21 @@ TEST_F(PlaySessionTrackerTest, KeepsTheJournalOfATimeThatCouldNotBeStored) {
     EXPECT_TRUE(journals().isEmpty());
 }
 
+TEST_F(PlaySessionTrackerTest, KnowsTheGameThatRunsThoughNoJournalCanBeWritten) {
+    QDir(host.host().paths.state()).removeRecursively();
+    host.put(host.host().paths.state(), "a file where the folder should be");
+    const auto tracker = makeTracker();
+    const ProcessId process = start("60");
+    tracker->startSession(game, process);
+    ASSERT_TRUE(journals().isEmpty());
+    EXPECT_TRUE(tracker->isRunningNow(game->id));
+    EXPECT_EQ(tracker->runningGames(), QStringList{game->id});
+    EXPECT_EQ(tracker->runningProcess(game->id), process);
+    end(process);
+    await(host.host().processes.waitForEmulator(process));
+    EXPECT_TRUE(tracker->runningGames().isEmpty());
+}
+
 TEST_F(PlaySessionTrackerTest, IsHeldUpByNothingThatOnlyLooksLikeAJournal) {
     const QString folder = host.host().paths.state();
     QDir().mkpath(folder + QStringLiteral("/session-folder.json"));

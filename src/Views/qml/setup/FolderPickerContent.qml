@@ -4,6 +4,7 @@ import Ludarium
 FocusScope {
     id: content
 
+    readonly property bool away: App.library.unavailable !== ""
     signal cancelled
 
     function focusFirst() {
@@ -33,8 +34,8 @@ FocusScope {
         }
         AppText {
             width: parent.width
-            visible: App.library.missingFolder !== ""
-            text: qsTr("Your collection is not there: %1\nConnect its drive and try again, or choose another folder.").arg(App.library.missingFolder)
+            visible: content.away
+            text: qsTr("%1\nConnect its drive and try again, or choose another folder.").arg(App.library.unavailable)
             color: Theme.warning
             wrapMode: Text.Wrap
             elide: Text.ElideNone
@@ -70,7 +71,8 @@ FocusScope {
                 onClicked: App.chooseCollection()
             }
             AppButton {
-                visible: App.library.missingFolder !== ""
+                visible: content.away
+                enabled: !App.library.loading
                 text: qsTr("Try Again")
                 onClicked: App.reopenCollection()
             }
