@@ -20,7 +20,7 @@ QString LibraryStatus::state() const {
         return QStringLiteral("ready");
     if (isLoading())
         return QStringLiteral("loading");
-    if (!unavailable().isEmpty())
+    if (m_state.isCollectionRestored() && !unavailable().isEmpty())
         return QStringLiteral("away");
     if (!errorMessage().isEmpty())
         return QStringLiteral("error");

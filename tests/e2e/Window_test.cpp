@@ -195,9 +195,9 @@ TEST_F(WindowOnAScreen, ADoubleClickStartsTheGameUnderItsFirstPressOnceAndStopEn
         QThread::msleep(500); // it has faded in
         return came;
     };
+    std::optional<QPoint> sign; // which the pointer covers from then on
     const auto pressStop = [&] {
-        std::optional<QPoint> sign;
-        if (!eventually([&] { return (sign = stopSign(screen.picture())).has_value(); }, 10'000))
+        if (!sign && !eventually([&] { return (sign = stopSign(screen.picture())).has_value(); }, 10'000))
             return false;
         screen.click(*sign, 1);
         return waitForQuestion(true);
