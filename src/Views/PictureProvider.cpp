@@ -3,6 +3,7 @@
 #include "Host/ThreadPriority.h"
 
 #include <QRunnable>
+#include <QThread>
 #include <utility>
 
 namespace ludarium {
@@ -65,7 +66,10 @@ PictureProvider::Requests::Requests() {
 
 void PictureProvider::Requests::finish() {
     m_stop.request_stop();
-    m_pool.waitForDone();
+    // The engine may let go of a provider when its last answer comes, which is on a thread of this pool: that one would
+    // wait for itself, and there is nothing left to wait for.
+    if (!m_pool.contains(QThread::currentThread()))
+        m_pool.waitForDone();
 }
 
 PictureProvider::~PictureProvider() {
