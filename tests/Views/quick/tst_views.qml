@@ -223,21 +223,6 @@ TestCase {
         verify(!App.browse.clicking);
         compare(App.game.title, clicked);
     }
-    function test_whatWasClickedKeepsItsHeightWhenThePaneOpens() {
-        show("Grid", false);
-        window.detailUsed = false;
-        wait(50);
-        const row = 3 * view().columns;
-        view().contentY = view().cellHeight * 2;
-        tryVerify(() => cell(row) !== null);
-        wait(300);
-        const place = () => Math.round(cell(row)?.mapToItem(window.contentItem, 0, 0).y ?? -1);
-        mouseClick(cell(row), 40, 40);
-        const before = place();
-        const columns = view().columns;
-        tryVerify(() => view().columns !== columns);
-        tryVerify(() => Math.abs(place() - before) <= 1);
-    }
     function test_theContextMenuActsOnTheGameUnderThePointer_data() {
         return ["Grid", "List", "Coverflow"].map(mode => ({ "tag": mode, "mode": mode }));
     }
